@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QStringList>
+
+namespace Cli {
+
+QString usage();
+
+// `transcribe FILE --model PATH [--language CODE]`; args[0] is the command name.
+int transcribe(const QStringList &args);
+
+// Exit statuses shared by all commands.
+enum Exit { Ok = 0, Failed = 1, Usage = 2, Cancelled = 130 };
+
+} // namespace Cli

@@ -1,0 +1,184 @@
+// In-process decoding with the FFmpeg libraries: the first audio stream of a file,
+// down-mixed and resampled to 16 kHz mono signed 16-bit.
+#include "engine/Engine.h"
+
+#include <QFile>
+
+#include <mutex>
+
+extern "C" {
+#include <libavcodec/avcodec.h>
+#include <libavformat/avformat.h>
+#include <libavutil/channel_layout.h>
+#include <libavutil/opt.h>
+#include <libswresample/swresample.h>
+}
+
+namespace Engine {
+
+namespace {
+
+QString avMessage(int code)
+{
+    char text[AV_ERROR_MAX_STRING_SIZE] = {};
+    av_strerror(code, text, sizeof text);
+    return QString::fromUtf8(text);
+}
+
+struct Decoder {
+    AVFormatContext *format = nullptr;
+    AVCodecContext *codec = nullptr;
+    SwrContext *resampler = nullptr;
+    AVPacket *packet = av_packet_alloc();
+    AVFrame *frame = av_frame_alloc();
+    // What the resampler was set up for; a change mid-stream rebuilds it.
+    AVChannelLayout inLayout{};
+    int inFormat = -1;
+    int inRate = 0;
+    QByteArray pcm;
+
+    ~Decoder()
+    {
+        swr_free(&resampler);
+        av_channel_layout_uninit(&inLayout);
+        av_frame_free(&frame);
+        av_packet_free(&packet);
+        avcodec_free_context(&codec);
+        avformat_close_input(&format);
+    }
+
+    // Room for `samples` more output samples, growing geometrically.
+    char *reserveTail(int samples)
+    {
+        const qsizetype needed = pcm.size() + qsizetype(samples) * 2;
+        if (needed > pcm.capacity())
+            pcm.reserve(std::max(needed, pcm.capacity() * 2));
+        return pcm.data() + pcm.size();
+    }
+
+    void drainResampler()
+    {
+        if (!resampler)
+            return;
+        for (;;) {
+            const int room = std::max(swr_get_out_samples(resampler, 0), 0) + 256;
+            auto *out = reinterpret_cast<uint8_t *>(reserveTail(room));
+            const int got = swr_convert(resampler, &out, room, nullptr, 0);
+            if (got <= 0)
+                break;
+            pcm.resize(pcm.size() + qsizetype(got) * 2);
+        }
+    }
+
+    void setUpResampler()
+    {
+        AVChannelLayout layout{};
+        if (frame->ch_layout.order == AV_CHANNEL_ORDER_UNSPEC)
+            av_channel_layout_default(&layout, frame->ch_layout.nb_channels);
+        else
+            av_channel_layout_copy(&layout, &frame->ch_layout);
+        if (resampler && inFormat == frame->format && inRate == frame->sample_rate
+            && av_channel_layout_compare(&inLayout, &layout) == 0) {
+            av_channel_layout_uninit(&layout);
+            return;
+        }
+        drainResampler();
+        swr_free(&resampler);
+        av_channel_layout_uninit(&inLayout);
+        inLayout = layout;
+        inFormat = frame->format;
+        inRate = frame->sample_rate;
+        const AVChannelLayout mono = AV_CHANNEL_LAYOUT_MONO;
+        if (swr_alloc_set_opts2(&resampler, &mono, AV_SAMPLE_FMT_S16, 16000, &inLayout,
+                                static_cast<AVSampleFormat>(inFormat), inRate, 0, nullptr) < 0
+            || swr_init(resampler) < 0)
+            throw EngineError::convertFailed(QStringLiteral("Reader-Konfiguration"));
+    }
+
+    void appendFrame()
+    {
+        setUpResampler();
+        const int room = swr_get_out_samples(resampler, frame->nb_samples) + 16;
+        auto *out = reinterpret_cast<uint8_t *>(reserveTail(room));
+        const int got = swr_convert(resampler, &out, room, const_cast<const uint8_t **>(frame->extended_data),
+                                    frame->nb_samples);
+        // A frame that fails to convert is dropped, as a failed buffer copy would be.
+        if (got > 0)
+            pcm.resize(pcm.size() + qsizetype(got) * 2);
+    }
+
+    void receiveFrames()
+    {
+        while (avcodec_receive_frame(codec, frame) == 0) {
+            if (frame->nb_samples > 0)
+                appendFrame();
+            av_frame_unref(frame);
+        }
+    }
+};
+
+} // namespace
+
+QByteArray avfDecodePCM16(const QString &input, const TranscribeControlPtr &control)
+{
+    static std::once_flag quiet;
+    std::call_once(quiet, [] { av_log_set_level(AV_LOG_QUIET); });
+
+    Decoder d;
+    if (!d.packet || !d.frame)
+        throw EngineError::convertFailed(QStringLiteral("Reader-Konfiguration"));
+
+    const QByteArray path = QFile::encodeName(input);
+    int rc = avformat_open_input(&d.format, path.constData(), nullptr, nullptr);
+    if (rc < 0)
+        throw EngineError::convertFailed(avMessage(rc));
+    rc = avformat_find_stream_info(d.format, nullptr);
+    if (rc < 0)
+        throw EngineError::convertFailed(avMessage(rc));
+
+    // Only the first audio stream counts; everything else is skipped while reading.
+    int index = -1;
+    for (unsigned i = 0; i < d.format->nb_streams; ++i) {
+        AVStream *stream = d.format->streams[i];
+        if (index < 0 && stream->codecpar->codec_type == AVMEDIA_TYPE_AUDIO)
+            index = int(i);
+        else
+            stream->discard = AVDISCARD_ALL;
+    }
+    if (index < 0)
+        throw EngineError::convertFailed(QStringLiteral("keine Tonspur"));
+
+    AVStream *stream = d.format->streams[index];
+    const AVCodec *codec = avcodec_find_decoder(stream->codecpar->codec_id);
+    if (!codec || !(d.codec = avcodec_alloc_context3(codec))
+        || avcodec_parameters_to_context(d.codec, stream->codecpar) < 0)
+        throw EngineError::convertFailed(QStringLiteral("Reader-Konfiguration"));
+    d.codec->pkt_timebase = stream->time_base;
+    rc = avcodec_open2(d.codec, codec, nullptr);
+    if (rc < 0)
+        throw EngineError::convertFailed(rc == AVERROR_UNKNOWN ? QStringLiteral("Lesefehler") : avMessage(rc));
+
+    // One allocation for the whole track when the container knows its length.
+    if (d.format->duration > 0)
+        d.pcm.reserve(qsizetype(d.format->duration / double(AV_TIME_BASE) * 32000.0) + 65536);
+
+    while ((rc = av_read_frame(d.format, d.packet)) >= 0) {
+        if (d.packet->stream_index == index) {
+            if (control && control->isCancelled())
+                throw EngineError::cancelled();
+            // A packet the decoder rejects is dropped and reading goes on.
+            if (avcodec_send_packet(d.codec, d.packet) == 0)
+                d.receiveFrames();
+        }
+        av_packet_unref(d.packet);
+    }
+    if (rc != AVERROR_EOF)
+        throw EngineError::convertFailed(avMessage(rc));
+
+    avcodec_send_packet(d.codec, nullptr);
+    d.receiveFrames();
+    d.drainResampler();
+    return std::move(d.pcm);
+}
+
+} // namespace Engine

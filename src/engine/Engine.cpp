@@ -1,0 +1,223 @@
+#include "engine/Engine.h"
+
+#include "engine/WhisperEngine.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+#include <QScopeGuard>
+#include <QStringDecoder>
+#include <QtEndian>
+
+#include <mutex>
+
+namespace Engine {
+
+const char *const formatMessage =
+    "Dieses Format kann macOS nicht direkt dekodieren (z. B. Opus aus WhatsApp/Telegram). "
+    "Bitte die Datei vorher in ein gängiges Format wie m4a oder mp3 umwandeln.";
+
+namespace {
+
+std::mutex candidatesLock;
+std::optional<QStringList> candidatesOverride;
+
+QStringList ffmpegCandidates()
+{
+    {
+        std::lock_guard guard(candidatesLock);
+        if (candidatesOverride)
+            return *candidatesOverride;
+    }
+    QStringList list;
+    // The application's own folder comes first, so a bundled ffmpeg wins.
+    if (QCoreApplication::instance())
+        list << QCoreApplication::applicationDirPath() + QStringLiteral("/ffmpeg");
+    list << QStringLiteral("/opt/homebrew/bin/ffmpeg") << QStringLiteral("/usr/local/bin/ffmpeg")
+         << QStringLiteral("/usr/bin/ffmpeg");
+    return list;
+}
+
+void removeQuietly(const QString &path)
+{
+    QFile::remove(path);
+}
+
+} // namespace
+
+void setFfmpegCandidatesForTesting(std::optional<QStringList> candidates)
+{
+    std::lock_guard guard(candidatesLock);
+    candidatesOverride = std::move(candidates);
+}
+
+std::optional<QString> ffmpegURL()
+{
+    for (const QString &path : ffmpegCandidates()) {
+        const QFileInfo info(path);
+        if (info.isFile() && info.isExecutable())
+            return path;
+    }
+    return std::nullopt;
+}
+
+QString temporaryWavPath()
+{
+    return QDir::tempPath() + u'/' + uuidText(QUuid::createUuid()) + QStringLiteral(".wav");
+}
+
+QStringList ffmpegArguments(const QString &input, const QString &output)
+{
+    // Absolute paths, so that ffmpeg never reads "name:" as a protocol prefix.
+    return {QStringLiteral("-hide_banner"), QStringLiteral("-loglevel"), QStringLiteral("error"),
+            QStringLiteral("-y"), QStringLiteral("-i"), QFileInfo(input).absoluteFilePath(),
+            QStringLiteral("-vn"), QStringLiteral("-ac"), QStringLiteral("1"), QStringLiteral("-ar"),
+            QStringLiteral("16000"), QStringLiteral("-c:a"), QStringLiteral("pcm_s16le"),
+            QFileInfo(output).absoluteFilePath()};
+}
+
+std::vector<float> pcm16ToFloats(const QByteArray &pcm)
+{
+    const qsizetype count = pcm.size() / 2;
+    std::vector<float> out(static_cast<size_t>(count));
+    const auto *bytes = reinterpret_cast<const uchar *>(pcm.constData());
+    for (qsizetype i = 0; i < count; ++i)
+        out[i] = static_cast<float>(qFromLittleEndian<qint16>(bytes + 2 * i)) / 32768.0f;
+    return out;
+}
+
+QByteArray wavHeader(quint32 dataBytes, quint32 sampleRate, quint16 channels, quint16 bitsPerSample)
+{
+    QByteArray h(44, '\0');
+    auto *p = reinterpret_cast<uchar *>(h.data());
+    auto put32 = [p](int at, quint32 v) { qToLittleEndian<quint32>(v, p + at); };
+    auto put16 = [p](int at, quint16 v) { qToLittleEndian<quint16>(v, p + at); };
+    memcpy(p, "RIFF", 4);
+    put32(4, dataBytes + 36);
+    memcpy(p + 8, "WAVE", 4);
+    memcpy(p + 12, "fmt ", 4);
+    put32(16, 16);
+    put16(20, 1);
+    put16(22, channels);
+    put32(24, sampleRate);
+    put32(28, sampleRate * channels * bitsPerSample / 8);
+    put16(32, channels * bitsPerSample / 8);
+    put16(34, bitsPerSample);
+    memcpy(p + 36, "data", 4);
+    put32(40, dataBytes);
+    return h;
+}
+
+void runProcess(const QString &executable, const QStringList &arguments, const TranscribeControlPtr &control,
+                const std::function<EngineError(const QString &)> &failure)
+{
+    QProcess child;
+    child.setProgram(executable);
+    child.setArguments(arguments);
+    child.setProcessChannelMode(QProcess::SeparateChannels);
+    child.setStandardOutputFile(QProcess::nullDevice());
+    child.start();
+    if (!child.waitForStarted(-1))
+        throw failure(child.errorString());
+    if (control)
+        control->setProcess(child.processId());
+
+    QByteArray errors;
+    while (child.state() != QProcess::NotRunning) {
+        child.waitForReadyRead(-1);
+        errors += child.readAllStandardError();
+    }
+    child.waitForFinished(-1);
+    errors += child.readAllStandardError();
+    if (control)
+        control->setProcess(std::nullopt);
+
+    const bool crashed = child.exitStatus() != QProcess::NormalExit;
+    const int status = child.exitCode();
+    if (!crashed && status == 0)
+        return;
+    if (control && control->isCancelled())
+        throw EngineError::cancelled();
+
+    QStringDecoder utf8(QStringDecoder::Utf8);
+    QString text = utf8.decode(errors);
+    if (utf8.hasError())
+        text = QStringLiteral("Exit ") + QString::number(status);
+    throw failure(text.trimmed());
+}
+
+std::vector<float> decodeTo16kMonoFloats(const QString &input, const TranscribeControlPtr &control)
+{
+    try {
+        const QByteArray pcm = avfDecodePCM16(input, control);
+        if (!pcm.isEmpty())
+            return pcm16ToFloats(pcm);
+    } catch (const EngineError &e) {
+        if (e.isCancelled())
+            throw;
+        // Any other failure of the first attempt goes to the fallback, which replaces its message.
+    }
+
+    const std::optional<QString> ffmpeg = ffmpegURL();
+    if (!ffmpeg)
+        throw EngineError::convertFailed(QString::fromUtf8(formatMessage));
+    const QString temporary = temporaryWavPath();
+    const auto cleanup = qScopeGuard([&] { removeQuietly(temporary); });
+    runProcess(*ffmpeg, ffmpegArguments(input, temporary), control, &EngineError::convertFailed);
+    return pcm16ToFloats(avfDecodePCM16(temporary, control));
+}
+
+void convertTo16kMonoWav(const QString &input, const QString &output, const TranscribeControlPtr &control)
+{
+    try {
+        const QByteArray pcm = avfDecodePCM16(input, control);
+        if (pcm.isEmpty())
+            throw EngineError::convertFailed(QStringLiteral("leere Tonspur"));
+        QFile file(output);
+        if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
+            throw EngineError::convertFailed(file.errorString());
+        const QByteArray header = wavHeader(static_cast<quint32>(pcm.size()), 16000, 1, 16);
+        if (file.write(header) != header.size() || file.write(pcm) != pcm.size() || !file.flush())
+            throw EngineError::convertFailed(file.errorString());
+        return;
+    } catch (const EngineError &e) {
+        if (e.isCancelled())
+            throw;
+    }
+
+    const std::optional<QString> ffmpeg = ffmpegURL();
+    if (!ffmpeg)
+        throw EngineError::convertFailed(QString::fromUtf8(formatMessage));
+    removeQuietly(output);
+    runProcess(*ffmpeg, ffmpegArguments(input, output), control, &EngineError::convertFailed);
+}
+
+QString extractWav(const QString &from, const TranscribeControlPtr &control)
+{
+    const QString output = temporaryWavPath();
+    try {
+        convertTo16kMonoWav(from, output, control);
+    } catch (...) {
+        // A half-written file is of no use to anyone.
+        removeQuietly(output);
+        throw;
+    }
+    return output;
+}
+
+TranscriptionResult transcribe(const QString &input, const QString &model, const QString &language,
+                               const TranscribeControlPtr &control, const Progress &progress)
+{
+    if (!QFileInfo::exists(model))
+        throw EngineError::noModel();
+    if (control && control->isCancelled())
+        throw EngineError::cancelled();
+    const std::vector<float> samples = decodeTo16kMonoFloats(input, control);
+    if (control && control->isCancelled())
+        throw EngineError::cancelled();
+    return WhisperEngine::transcribe(samples, model, language, control, progress ? progress : [](double) {});
+}
+
+} // namespace Engine

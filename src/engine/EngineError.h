@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QString>
+#include <exception>
+
+// The failures of decoding and recognition. `errorDescription` is the text the user sees.
+class EngineError : public std::exception {
+public:
+    enum class Case { convertFailed, transcribeFailed, noModel, cancelled };
+
+    static EngineError convertFailed(const QString &message) { return {Case::convertFailed, message}; }
+    static EngineError transcribeFailed(const QString &message) { return {Case::transcribeFailed, message}; }
+    static EngineError noModel() { return {Case::noModel, {}}; }
+    static EngineError cancelled() { return {Case::cancelled, {}}; }
+
+    Case kind() const { return m_case; }
+    const QString &message() const { return m_message; }
+    bool isCancelled() const { return m_case == Case::cancelled; }
+
+    QString errorDescription() const;
+    const char *what() const noexcept override;
+
+private:
+    EngineError(Case c, QString message) : m_case(c), m_message(std::move(message)) {}
+
+    Case m_case;
+    QString m_message;
+    mutable QByteArray m_what;
+};

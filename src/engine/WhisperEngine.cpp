@@ -1,0 +1,228 @@
+#include "engine/WhisperEngine.h"
+
+#include "app/Text.h"
+#include "engine/EngineError.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QSet>
+#include <QThread>
+
+#include <ggml-backend.h>
+#include <whisper.h>
+
+#include <mutex>
+
+namespace WhisperEngine {
+
+namespace {
+
+// Handed to both library callbacks as user data.
+struct Run {
+    TranscribeControlPtr control;
+    std::function<void(double)> progress;
+};
+
+void onProgress(whisper_context *, whisper_state *, int progress, void *userData)
+{
+    if (!userData)
+        return;
+    static_cast<Run *>(userData)->progress(progress / 100.0);
+}
+
+bool onAbort(void *userData)
+{
+    const Run *run = static_cast<Run *>(userData);
+    if (!run || !run->control)
+        return false;
+    return run->control->isCancelled();
+}
+
+void quietLog(ggml_log_level, const char *, void *) {}
+
+// Debian's ggml brings its CPU variants and GPU backends as modules, which a process
+// loads once before its first context. The library's chatter is not for our users.
+void prepareLibrary()
+{
+    static std::once_flag once;
+    std::call_once(once, [] {
+        whisper_log_set(quietLog, nullptr);
+        ggml_log_set(quietLog, nullptr);
+        ggml_backend_load_all();
+    });
+}
+
+QString fromLibrary(const char *text)
+{
+    return text ? QString::fromUtf8(text) : QString();
+}
+
+struct ContextGuard {
+    whisper_context *ctx;
+    ~ContextGuard() { whisper_free(ctx); }
+};
+
+// Counts the CPUs of a kernel cpu list such as "0-7,16,18-19"; returns their ids.
+QList<int> parseCpuList(const QString &list)
+{
+    QList<int> cpus;
+    for (const QString &part : list.trimmed().split(u',', Qt::SkipEmptyParts)) {
+        const QStringList range = part.split(u'-');
+        bool okA = false, okB = true;
+        const int a = range.value(0).toInt(&okA);
+        const int b = range.size() > 1 ? range.value(1).toInt(&okB) : a;
+        if (!okA || !okB || b < a || b - a > 4096)
+            return {};
+        for (int i = a; i <= b; ++i)
+            cpus << i;
+    }
+    return cpus;
+}
+
+} // namespace
+
+int threadCount(const QString &performanceCpuList, int onlineCores)
+{
+    // Physical cores: hyper-threads of one core share its core id.
+    const QList<int> cpus = parseCpuList(performanceCpuList);
+    QSet<QString> cores;
+    for (int cpu : cpus) {
+        const QString base = QStringLiteral("/sys/devices/system/cpu/cpu%1/topology/").arg(cpu);
+        QFile pkg(base + QStringLiteral("physical_package_id")), core(base + QStringLiteral("core_id"));
+        if (pkg.open(QIODevice::ReadOnly) && core.open(QIODevice::ReadOnly))
+            cores.insert(QString::fromLatin1(pkg.readAll().trimmed() + ':' + core.readAll().trimmed()));
+        else
+            cores.insert(QString::number(cpu));
+    }
+    const int performance = int(cores.size());
+    if (performance >= 1)
+        return std::clamp(performance, 2, 8);
+    return std::clamp(onlineCores - 2, 2, 8);
+}
+
+int threadCount()
+{
+    QFile list(QStringLiteral("/sys/devices/cpu_core/cpus"));
+    const QString cpus = list.open(QIODevice::ReadOnly) ? QString::fromLatin1(list.readAll()) : QString();
+    return threadCount(cpus, QThread::idealThreadCount());
+}
+
+QList<TranscriptWord> groupWords(const QList<TokenTuple> &tokens)
+{
+    QList<TranscriptWord> words;
+    QString buffer;
+    bool started = false;
+    qint64 start = 0, end = 0;
+    auto close = [&] {
+        const QString trimmed = buffer.trimmed();
+        if (!trimmed.isEmpty())
+            words.append({trimmed, start, end});
+        buffer.clear();
+    };
+    for (const TokenTuple &t : tokens) {
+        if (t.text.startsWith(u' ')) {
+            if (started)
+                close();
+            start = t.fromMs;
+            end = t.toMs;
+        } else if (!started) {
+            start = t.fromMs;
+            end = t.toMs;
+        } else {
+            end = std::max(end, t.toMs);
+        }
+        buffer += t.text;
+        started = true;
+    }
+    close();
+    return words;
+}
+
+TranscriptionResult transcribe(const std::vector<float> &samples, const QString &model, const QString &language,
+                               const TranscribeControlPtr &control, const std::function<void(double)> &progress)
+{
+    if (!QFileInfo::exists(model))
+        throw EngineError::noModel();
+    // One run holds at most INT_MAX samples; a wrapped count must never reach the library.
+    if (samples.size() > size_t(std::numeric_limits<int>::max()))
+        throw EngineError::transcribeFailed(QStringLiteral("Audio zu lang"));
+
+    prepareLibrary();
+    whisper_context_params contextParams = whisper_context_default_params();
+    contextParams.use_gpu = true;
+    whisper_context *ctx = whisper_init_from_file_with_params(QFile::encodeName(model).constData(), contextParams);
+    if (!ctx)
+        throw EngineError::transcribeFailed(QStringLiteral("Modell konnte nicht geladen werden"));
+    ContextGuard guard{ctx};
+
+    if (control && control->isCancelled())
+        throw EngineError::cancelled();
+
+    const QString requested = language.isEmpty() ? QStringLiteral("auto") : language;
+    const QByteArray languageUtf8 = requested.toUtf8();
+    Run run{control, progress ? progress : [](double) {}};
+
+    whisper_full_params params = whisper_full_default_params(WHISPER_SAMPLING_GREEDY);
+    params.n_threads = threadCount();
+    params.n_max_text_ctx = 0;
+    params.translate = false;
+    params.print_special = false;
+    params.print_progress = false;
+    params.print_realtime = false;
+    params.print_timestamps = false;
+    params.token_timestamps = true;
+    params.language = languageUtf8.constData();
+    params.suppress_nst = true;
+    params.entropy_thold = 2.4f;
+    params.logprob_thold = -1.0f;
+    params.progress_callback = onProgress;
+    params.progress_callback_user_data = &run;
+    params.abort_callback = onAbort;
+    params.abort_callback_user_data = &run;
+
+    QElapsedTimer clock;
+    clock.start();
+    const int rc = whisper_full(ctx, params, samples.data(), int(samples.size()));
+    const double processingSeconds = clock.nsecsElapsed() / 1e9;
+
+    // Checked before rc: a run stopped by the abort callback always reads as cancelled.
+    if (control && control->isCancelled())
+        throw EngineError::cancelled();
+    if (rc != 0)
+        throw EngineError::transcribeFailed(QStringLiteral("whisper_full rc=") + QString::number(rc));
+
+    TranscriptionResult result;
+    const int segmentCount = whisper_full_n_segments(ctx);
+    QStringList texts;
+    for (int i = 0; i < segmentCount; ++i) {
+        TranscriptSegment segment;
+        const QString text = fromLibrary(whisper_full_get_segment_text(ctx, i));
+        segment.startMs = whisper_full_get_segment_t0(ctx, i) * 10;
+        segment.endMs = whisper_full_get_segment_t1(ctx, i) * 10;
+        QList<TokenTuple> tokens;
+        const int tokenCount = whisper_full_n_tokens(ctx, i);
+        for (int j = 0; j < tokenCount; ++j) {
+            const whisper_token_data data = whisper_full_get_token_data(ctx, i, j);
+            const QString tokenText = fromLibrary(whisper_full_get_token_text(ctx, i, j));
+            // Timestamp and control tokens all read "[_...]".
+            if (tokenText.startsWith(QStringLiteral("[_")))
+                continue;
+            tokens.append({tokenText, data.t0 * 10, data.t1 * 10});
+        }
+        segment.text = Text::trimBlanks(text);
+        segment.words = groupWords(tokens);
+        texts << segment.text;
+        result.segments.append(std::move(segment));
+    }
+    run.progress(1.0);
+
+    result.fullText = texts.join(u' ');
+    const int languageId = whisper_full_lang_id(ctx);
+    const char *detected = languageId >= 0 ? whisper_lang_str(languageId) : nullptr;
+    result.language = detected ? QString::fromUtf8(detected) : requested;
+    result.processingSeconds = processingSeconds;
+    return result;
+}
+
+} // namespace WhisperEngine

@@ -1,0 +1,141 @@
+// In-process decoding of real media against the ffmpeg program's own result.
+#include "Media.h"
+
+#include "engine/Engine.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QtEndian>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace {
+
+const QString convertPrefix = QStringLiteral("Audio konnte nicht nach 16 kHz konvertiert werden: ");
+
+struct Shape {
+    double rms = 0;
+    int crossings = 0;
+};
+
+Shape shapeOf(const std::vector<float> &s, size_t from, size_t to)
+{
+    Shape shape;
+    double sum = 0;
+    for (size_t i = from; i < to; ++i) {
+        sum += double(s[i]) * s[i];
+        if (i > from && (s[i - 1] < 0) != (s[i] < 0))
+            ++shape.crossings;
+    }
+    shape.rms = std::sqrt(sum / double(to - from));
+    return shape;
+}
+
+} // namespace
+
+TEST(EngineAudio, DecodesEveryContainerLikeTheFfmpegProgram)
+{
+    for (const QString ext : {"wav", "mp3", "m4a", "opus", "flac"}) {
+        SCOPED_TRACE(ext.toStdString());
+        const QString path = Media::tone(ext);
+        const QByteArray ours = Engine::avfDecodePCM16(path, nullptr);
+        const QByteArray theirs = Media::ffmpegPcm(path);
+        ASSERT_FALSE(ours.isEmpty());
+        // Same decoder and resampler: the same samples, give or take rounding.
+        ASSERT_NEAR(double(ours.size()), double(theirs.size()), 2.0 * 16);
+        const auto *a = reinterpret_cast<const qint16 *>(ours.constData());
+        const auto *b = reinterpret_cast<const qint16 *>(theirs.constData());
+        int worst = 0;
+        for (qsizetype i = 0; i < std::min(ours.size(), theirs.size()) / 2; ++i)
+            worst = std::max(worst, std::abs(int(a[i]) - int(b[i])));
+        EXPECT_LE(worst, 2);
+
+        // Two seconds at 16 kHz of an audible 440 Hz tone.
+        const std::vector<float> floats = Engine::decodeTo16kMonoFloats(path);
+        EXPECT_NEAR(double(floats.size()), 32000.0, 800.0);
+        const Shape shape = shapeOf(floats, 4000, 28000);
+        EXPECT_GT(shape.rms, 0.03);
+        EXPECT_LT(shape.rms, 0.2);
+        EXPECT_NEAR(shape.crossings, 880 * 24000 / 16000, 6);
+    }
+    EXPECT_TRUE(Media::temporaryEntries().isEmpty());
+}
+
+TEST(EngineAudio, VideoGivesItsSoundtrackAndTruncatedFilesWhatTheyHold)
+{
+    const std::vector<float> video = Engine::decodeTo16kMonoFloats(Media::videoWithAudio());
+    EXPECT_NEAR(double(video.size()), 32000.0, 1000.0);
+    EXPECT_NEAR(shapeOf(video, 4000, 28000).crossings, 1320, 8);
+
+    const std::vector<float> cut = Engine::decodeTo16kMonoFloats(Media::truncatedMp3());
+    EXPECT_GT(cut.size(), 16000u * 15 / 10);
+    EXPECT_LT(cut.size(), 16000u * 25 / 10);
+}
+
+TEST(EngineAudio, BadFilesEndInConvertFailedAndLeaveNothingBehind)
+{
+    const QStringList bad = {Media::videoWithoutAudio(), Media::emptyFile(), Media::textFileNamedMp3(),
+                             QStringLiteral("/nonexistent/sagwerk/missing.mp3")};
+    for (const QString &path : bad) {
+        SCOPED_TRACE(path.toStdString());
+        // The first attempt's own reasons never surface; the ffmpeg program's do.
+        EXPECT_THROW(Engine::avfDecodePCM16(path, nullptr), EngineError);
+        try {
+            Engine::decodeTo16kMonoFloats(path);
+            ADD_FAILURE() << "decoded a bad file";
+        } catch (const EngineError &e) {
+            EXPECT_EQ(e.kind(), EngineError::Case::convertFailed);
+            EXPECT_TRUE(e.errorDescription().startsWith(convertPrefix));
+            EXPECT_FALSE(e.message().isEmpty());
+            EXPECT_NE(e.message(), QStringLiteral("keine Tonspur"));
+        }
+        EXPECT_THROW(Engine::extractWav(path), EngineError);
+    }
+    EXPECT_TRUE(Media::temporaryEntries().isEmpty()) << Media::temporaryEntries().join(u' ').toStdString();
+}
+
+TEST(EngineAudio, ExtractWavWritesTheFixedHeaderAndTheSamples)
+{
+    const QString input = Media::tone(QStringLiteral("m4a"));
+    const QString wav = Engine::extractWav(input);
+    QFile file(wav);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray bytes = file.readAll();
+    file.close();
+    QFile::remove(wav);
+
+    const QByteArray pcm = Engine::avfDecodePCM16(input, nullptr);
+    ASSERT_EQ(bytes.size(), pcm.size() + 44);
+    EXPECT_EQ(bytes.left(44), Engine::wavHeader(quint32(pcm.size()), 16000, 1, 16));
+    EXPECT_EQ(bytes.mid(44), pcm);
+    EXPECT_TRUE(wav.endsWith(QStringLiteral(".wav")));
+    EXPECT_EQ(QFileInfo(wav).completeBaseName(), QFileInfo(wav).completeBaseName().toUpper());
+}
+
+TEST(EngineAudio, WavHeaderAndSampleConversion)
+{
+    const QByteArray h = Engine::wavHeader(100, 16000, 1, 16);
+    ASSERT_EQ(h.size(), 44);
+    const auto *p = reinterpret_cast<const uchar *>(h.constData());
+    EXPECT_EQ(h.mid(0, 4), "RIFF");
+    EXPECT_EQ(qFromLittleEndian<quint32>(p + 4), 136u);
+    EXPECT_EQ(h.mid(8, 8), "WAVEfmt ");
+    EXPECT_EQ(qFromLittleEndian<quint32>(p + 16), 16u);
+    EXPECT_EQ(qFromLittleEndian<quint16>(p + 20), 1u);
+    EXPECT_EQ(qFromLittleEndian<quint16>(p + 22), 1u);
+    EXPECT_EQ(qFromLittleEndian<quint32>(p + 24), 16000u);
+    EXPECT_EQ(qFromLittleEndian<quint32>(p + 28), 32000u);
+    EXPECT_EQ(qFromLittleEndian<quint16>(p + 32), 2u);
+    EXPECT_EQ(qFromLittleEndian<quint16>(p + 34), 16u);
+    EXPECT_EQ(h.mid(36, 4), "data");
+    EXPECT_EQ(qFromLittleEndian<quint32>(p + 40), 100u);
+
+    EXPECT_TRUE(Engine::pcm16ToFloats(QByteArray(1, '\x7f')).empty());
+    const std::vector<float> f = Engine::pcm16ToFloats(QByteArray("\x00\x80\xff\x7f\x01", 5));
+    ASSERT_EQ(f.size(), 2u);
+    EXPECT_EQ(f[0], -1.0f);
+    EXPECT_EQ(f[1], 0.999969482421875f);
+}

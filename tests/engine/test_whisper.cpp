@@ -1,0 +1,187 @@
+// Recognition runs through the real libwhisper on a generated model.
+#include "Media.h"
+
+#include "engine/Engine.h"
+#include "engine/WhisperEngine.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <mutex>
+
+using WhisperEngine::TokenTuple;
+
+namespace {
+
+std::vector<float> toneSamples()
+{
+    static const std::vector<float> samples = Engine::decodeTo16kMonoFloats(Media::tone(QStringLiteral("wav")));
+    return samples;
+}
+
+struct ProgressLog {
+    std::mutex lock;
+    std::vector<double> values;
+    void operator()(double v)
+    {
+        std::lock_guard guard(lock);
+        values.push_back(v);
+    }
+};
+
+} // namespace
+
+TEST(Whisper, RunGivesConsistentSegmentsWordsAndProgress)
+{
+    ProgressLog log;
+    const TranscriptionResult result = WhisperEngine::transcribe(
+        toneSamples(), Media::tinyModel(), QString(), std::make_shared<TranscribeControl>(), std::ref(log));
+
+    // An empty language is asked as "auto", and a detected code comes back.
+    EXPECT_FALSE(result.language.isEmpty());
+    EXPECT_NE(result.language, QStringLiteral("auto"));
+    EXPECT_GT(result.processingSeconds, 0.0);
+
+    QStringList texts;
+    for (const TranscriptSegment &s : result.segments) {
+        texts << s.text;
+        EXPECT_EQ(s.text, s.text.trimmed());
+        EXPECT_LE(s.startMs, s.endMs);
+        EXPECT_EQ(s.startMs % 10, 0);
+        EXPECT_LE(s.endMs, 30000 + 10);
+        for (const TranscriptWord &w : s.words) {
+            EXPECT_FALSE(w.text.isEmpty());
+            EXPECT_EQ(w.text, w.text.trimmed());
+            EXPECT_FALSE(w.text.startsWith(QStringLiteral("[_")));
+        }
+    }
+    EXPECT_EQ(result.fullText, texts.join(u' '));
+
+    ASSERT_FALSE(log.values.empty());
+    EXPECT_EQ(log.values.back(), 1.0);
+    for (size_t i = 0; i < log.values.size(); ++i) {
+        EXPECT_GE(log.values[i], 0.0);
+        EXPECT_LE(log.values[i], 1.0);
+    }
+
+    // A fixed code goes through unchanged and comes back as the run's language.
+    const TranscriptionResult german
+        = WhisperEngine::transcribe(toneSamples(), Media::tinyModel(), QStringLiteral("de"), nullptr, {});
+    EXPECT_EQ(german.language, QStringLiteral("de"));
+}
+
+TEST(Whisper, ModelFailuresHaveTheirOwnTexts)
+{
+    try {
+        WhisperEngine::transcribe(toneSamples(), QStringLiteral("/nonexistent/model.bin"), QString(), nullptr, {});
+        ADD_FAILURE();
+    } catch (const EngineError &e) {
+        EXPECT_EQ(e.errorDescription(), QStringLiteral("Kein Modell ausgewählt/installiert."));
+    }
+
+    const QString broken = QDir::tempPath() + QStringLiteral("/../broken-model.bin");
+    QFile f(broken);
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    f.write("ggml but not really a model");
+    f.close();
+    try {
+        WhisperEngine::transcribe(toneSamples(), broken, QString(), nullptr, {});
+        ADD_FAILURE();
+    } catch (const EngineError &e) {
+        EXPECT_EQ(e.errorDescription(),
+                  QStringLiteral("Transkription fehlgeschlagen: Modell konnte nicht geladen werden"));
+    }
+    QFile::remove(broken);
+}
+
+TEST(Whisper, CancelAtEachMomentOfTheRoad)
+{
+    const QString model = Media::tinyModel();
+    const QString audio = Media::tone(QStringLiteral("mp3"));
+    auto expectCancelled = [](const std::function<void()> &f) {
+        try {
+            f();
+            ADD_FAILURE() << "ran to the end";
+        } catch (const EngineError &e) {
+            EXPECT_TRUE(e.isCancelled()) << e.errorDescription().toStdString();
+        }
+    };
+
+    // Before anything: even a file that cannot be decoded is never looked at.
+    auto before = std::make_shared<TranscribeControl>();
+    before->cancel();
+    expectCancelled([&] { Engine::transcribe(Media::textFileNamedMp3(), model, QString(), before); });
+    // But a missing model is reported first.
+    EXPECT_THROW(
+        try { Engine::transcribe(audio, QStringLiteral("/nonexistent.bin"), QString(), before); } catch (
+            const EngineError &e) {
+            EXPECT_EQ(e.kind(), EngineError::Case::noModel);
+            throw;
+        },
+        EngineError);
+
+    // While the model loads: the run never starts, so progress is never reported.
+    std::atomic<int> calls = 0;
+    expectCancelled([&] {
+        WhisperEngine::transcribe(toneSamples(), model, QString(), before, [&](double) { ++calls; });
+    });
+    EXPECT_EQ(calls.load(), 0);
+
+    // During whisper_full: the abort callback stops it and nothing of it comes out.
+    auto during = std::make_shared<TranscribeControl>();
+    std::vector<double> seen;
+    expectCancelled([&] {
+        Engine::transcribe(audio, model, QString(), during, [&](double v) {
+            seen.push_back(v);
+            during->cancel();
+        });
+    });
+    EXPECT_FALSE(seen.empty());
+    EXPECT_NE(seen.back(), 1.0);
+
+    // No control (the live interview): the run cannot be stopped and completes.
+    EXPECT_NO_THROW(WhisperEngine::transcribe(toneSamples(), model, QStringLiteral("en"), nullptr, {}));
+    EXPECT_TRUE(Media::temporaryEntries().isEmpty());
+}
+
+TEST(Whisper, WordsStartAtALeadingBlankAndSpanTheirTokens)
+{
+    const QList<TokenTuple> tokens = {
+        {QStringLiteral("Gu"), 0, 100},         // first token without a blank opens a word
+        {QStringLiteral("ten"), 100, 180},
+        {QStringLiteral(" Tag"), 200, 300},
+        {QStringLiteral(","), 300, 250},        // ends early: the word's end stays 300
+        {QStringLiteral("  "), 400, 410},       // blanks only: no word of its own
+        {QStringLiteral("Welt"), 420, 500},     // ...but this word starts at the blank token
+        {QStringLiteral(" \u2013"), 600, 650},
+    };
+    const QList<TranscriptWord> words = WhisperEngine::groupWords(tokens);
+    const QList<TranscriptWord> expected = {
+        {QStringLiteral("Guten"), 0, 180},
+        {QStringLiteral("Tag,"), 200, 300},
+        {QStringLiteral("Welt"), 400, 500},
+        {QStringLiteral("\u2013"), 600, 650},
+    };
+    EXPECT_EQ(words, expected);
+    EXPECT_TRUE(WhisperEngine::groupWords({}).isEmpty());
+    EXPECT_TRUE(WhisperEngine::groupWords({{QStringLiteral(" "), 0, 10}}).isEmpty());
+}
+
+TEST(Whisper, ThreadCountFollowsPerformanceCoresWithinTwoToEight)
+{
+    // Ids without a topology folder count one core each.
+    EXPECT_EQ(WhisperEngine::threadCount(QStringLiteral("9000"), 64), 2);
+    EXPECT_EQ(WhisperEngine::threadCount(QStringLiteral("9000-9005\n"), 64), 6);
+    EXPECT_EQ(WhisperEngine::threadCount(QStringLiteral("9000-9011,9020"), 2), 8);
+    // No hybrid CPU: online cores minus two.
+    EXPECT_EQ(WhisperEngine::threadCount(QString(), 1), 2);
+    EXPECT_EQ(WhisperEngine::threadCount(QString(), 6), 4);
+    EXPECT_EQ(WhisperEngine::threadCount(QString(), 32), 8);
+    EXPECT_EQ(WhisperEngine::threadCount(QStringLiteral("garbage"), 7), 5);
+    const int here = WhisperEngine::threadCount();
+    EXPECT_GE(here, 2);
+    EXPECT_LE(here, 8);
+}

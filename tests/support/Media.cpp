@@ -1,0 +1,135 @@
+#include "Media.h"
+#include "TinyModel.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QStandardPaths>
+
+#include <gtest/gtest.h>
+
+namespace Media {
+
+namespace {
+
+QString folder()
+{
+    // Beside the watched temporary folder, not inside it.
+    static const QString dir = [] {
+        QString base = QString::fromLocal8Bit(qgetenv("SAGWERK_TEST_TMP"));
+        base = base.isEmpty() ? QDir::tempPath() + QStringLiteral("/sagwerk-test") : base + QStringLiteral("-media");
+        QDir().mkpath(base);
+        return base;
+    }();
+    return dir;
+}
+
+bool runFfmpeg(const QStringList &arguments, QByteArray *out = nullptr)
+{
+    QProcess p;
+    p.start(QStringLiteral("/usr/bin/ffmpeg"), QStringList{"-hide_banner", "-loglevel", "error", "-y"} + arguments);
+    p.waitForFinished(-1);
+    if (out)
+        *out = p.readAllStandardOutput();
+    if (p.exitStatus() != QProcess::NormalExit || p.exitCode() != 0) {
+        ADD_FAILURE() << "ffmpeg failed: " << p.readAllStandardError().toStdString();
+        return false;
+    }
+    return true;
+}
+
+} // namespace
+
+QString make(const QString &name, const QStringList &arguments)
+{
+    const QString path = folder() + u'/' + name;
+    if (!QFile::exists(path))
+        runFfmpeg(arguments + QStringList{path});
+    return path;
+}
+
+QString tone(const QString &extension, double seconds)
+{
+    const QString source = QStringLiteral("sine=frequency=440:sample_rate=48000:duration=%1").arg(seconds);
+    QStringList codec;
+    if (extension == QLatin1String("m4a"))
+        codec = {"-c:a", "aac"};
+    else if (extension == QLatin1String("opus"))
+        codec = {"-c:a", "libopus"};
+    const QStringList input{"-f", "lavfi", "-i", source, "-ac", "2", "-ar", "48000"};
+    return make(QStringLiteral("tone-%1s.%2").arg(seconds).arg(extension), input + codec);
+}
+
+QString videoWithAudio()
+{
+    return make(QStringLiteral("video-with-audio.mp4"),
+                {"-f", "lavfi", "-i", "testsrc=size=160x120:rate=10:duration=2", "-f", "lavfi", "-i",
+                 "sine=frequency=440:sample_rate=44100:duration=2", "-c:v", "mpeg4", "-c:a", "aac", "-shortest"});
+}
+
+QString videoWithoutAudio()
+{
+    return make(QStringLiteral("video-without-audio.mp4"),
+                {"-f", "lavfi", "-i", "testsrc=size=160x120:rate=10:duration=2", "-c:v", "mpeg4"});
+}
+
+QString emptyFile()
+{
+    const QString path = folder() + QStringLiteral("/empty.m4a");
+    QFile f(path);
+    EXPECT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    return path;
+}
+
+QString textFileNamedMp3()
+{
+    const QString path = folder() + QStringLiteral("/notes.mp3");
+    QFile f(path);
+    if (f.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        f.write("Dies ist keine Audiodatei, sondern eine Einkaufsliste.\n");
+    return path;
+}
+
+QString truncatedMp3()
+{
+    const QString path = folder() + QStringLiteral("/truncated.mp3");
+    QFile whole(tone(QStringLiteral("mp3"), 4.0));
+    QFile cut(path);
+    if (whole.open(QIODevice::ReadOnly) && cut.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        cut.write(whole.read(whole.size() / 2 + 37));
+    return path;
+}
+
+QString tinyModel()
+{
+    const QString path = folder() + QStringLiteral("/ggml-tiny-test.bin");
+    if (!QFile::exists(path)) {
+        EXPECT_TRUE(TinyModel::write(path));
+    }
+    return path;
+}
+
+QStringList temporaryEntries()
+{
+    return QDir(QDir::tempPath()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+}
+
+QString script(const QString &name, const QString &body)
+{
+    const QString path = folder() + u'/' + name;
+    QFile f(path);
+    EXPECT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    f.write("#!/bin/sh\n" + body.toUtf8() + "\n");
+    f.close();
+    f.setPermissions(f.permissions() | QFile::ExeOwner | QFile::ExeGroup | QFile::ExeOther);
+    return path;
+}
+
+QByteArray ffmpegPcm(const QString &path)
+{
+    QByteArray out;
+    runFfmpeg({"-i", path, "-vn", "-ac", "1", "-ar", "16000", "-f", "s16le", "-"}, &out);
+    return out;
+}
+
+} // namespace Media

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+// Real media files made by the ffmpeg program, once per test run, in a folder that
+// lies outside the temporary folder under watch.
+namespace Media {
+
+// Runs ffmpeg with `arguments` to make `name` unless it exists; returns its path.
+QString make(const QString &name, const QStringList &arguments);
+
+// A two-second 440 Hz tone, 48 kHz stereo, in the container/codec of the extension.
+QString tone(const QString &extension, double seconds = 2.0);
+
+QString videoWithAudio();
+QString videoWithoutAudio();
+QString emptyFile();
+QString textFileNamedMp3();
+QString truncatedMp3();
+
+// A model made by the tiny-model generator (cached per run).
+QString tinyModel();
+
+// Names in the temporary folder, to check that an operation left nothing behind.
+QStringList temporaryEntries();
+
+// Writes an executable shell script and returns its path.
+QString script(const QString &name, const QString &body);
+
+// 16-bit PCM samples of `path` as the ffmpeg program decodes them to 16 kHz mono.
+QByteArray ffmpegPcm(const QString &path);
+
+} // namespace Media
