@@ -9,6 +9,9 @@ QString usage();
 // `transcribe FILE --model PATH [--language CODE]`; args[0] is the command name.
 int transcribe(const QStringList &args);
 
+// `list [--json]`: the stored transcriptions, newest first, as the application loads them.
+int list(const QStringList &args);
+
 // Exit statuses shared by all commands.
 enum Exit { Ok = 0, Failed = 1, Usage = 2, Cancelled = 130 };
 

@@ -16,7 +16,10 @@ QString usage()
     return QStringLiteral(
         "Usage:\n"
         "  sagwerk-cli transcribe FILE --model PATH [--language CODE]\n"
-        "      Writes the transcription of FILE as JSON to standard output.\n");
+        "      Writes the transcription of FILE as JSON to standard output.\n"
+        "  sagwerk-cli list [--json]\n"
+        "      Lists the stored transcriptions, newest first: date, name, language and\n"
+        "      folder, separated by tabs, or all fields as JSON.\n");
 }
 
 int transcribe(const QStringList &args)

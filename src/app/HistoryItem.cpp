@@ -1,0 +1,51 @@
+#include "app/HistoryItem.h"
+
+#include "storage/BundleData.h"
+
+#include <QRegularExpression>
+
+namespace {
+
+// A decimal integer with an optional sign, ASCII digits only, within 64 bits. Blanks,
+// which QString's own conversion would skip, make it no level.
+std::optional<qint64> level(const QString &key)
+{
+    static const QRegularExpression decimal(QStringLiteral("^[+-]?[0-9]+$"));
+    if (!decimal.match(key).hasMatch())
+        return std::nullopt;
+    bool ok = false;
+    const qint64 value = key.toLongLong(&ok, 10);
+    return ok ? std::optional(value) : std::nullopt;
+}
+
+} // namespace
+
+HistoryItem::HistoryItem(const LoadedBundle &bundle)
+    : id(bundle.id)
+    , fileName(bundle.data.displayName)
+    , date(bundle.data.createdAt)
+    , audioURL(bundle.url + u'/' + bundle.data.audioFileName)
+    , bundleURL(bundle.url)
+    , speakerText(bundle.data.speakerText)
+    , corrections(bundle.data.corrections.value_or(QList<Correction>()))
+{
+    const BundleData &d = bundle.data;
+    result.fullText = d.fullText;
+    result.language = d.language;
+    result.processingSeconds = d.processingSeconds;
+    for (const StoredSegment &s : d.segments) {
+        TranscriptSegment segment;
+        segment.startMs = s.startMs;
+        segment.endMs = s.endMs;
+        segment.text = s.text;
+        for (const StoredWord &w : s.words.value_or(QList<StoredWord>()))
+            segment.words.append(TranscriptWord{w.text, w.startMs, w.endMs});
+        result.segments.append(segment);
+    }
+    // Where "1" and "+1" or "01" meet, the plain form is the one this program wrote.
+    for (auto it = d.smoothed.cbegin(); it != d.smoothed.cend(); ++it) {
+        const std::optional<qint64> key = level(it.key());
+        if (key && (!smoothed.contains(*key) || it.key() == QString::number(*key)))
+            smoothed.insert(*key, it.value());
+    }
+}

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "engine/TranscriptionResult.h"
+#include "review/Correction.h"
+
+#include <QDateTime>
+#include <QList>
+#include <QMap>
+#include <QString>
+
+#include <optional>
+
+struct LoadedBundle;
+
+// One transcription in the history. A value: a change replaces the element. Local files
+// are held as absolute paths; an item without `bundleURL` lives in memory only.
+struct HistoryItem {
+    QString id; // the bundle folder's path, or a UUID text without a bundle
+    QString fileName;
+    QDateTime date;
+    TranscriptionResult result;
+    std::optional<QString> audioURL;
+    std::optional<QString> bundleURL;
+
+    QMap<qint64, QString> smoothed; // refined text by level
+    std::optional<qint64> smoothingLevel; // the refinement running now
+    std::optional<QString> speakerText;
+    bool speakerBusy = false;
+    QList<Correction> corrections;
+
+    HistoryItem() = default;
+    // The only way from disk to memory. Segments get fresh ids; the audio path is not
+    // checked; `smoothed` keeps only the keys that are decimal integers.
+    explicit HistoryItem(const LoadedBundle &bundle);
+};

@@ -1,0 +1,79 @@
+#include "cli/Commands.h"
+
+#include "app/HistoryItem.h"
+#include "storage/BundleStore.h"
+#include "storage/JsonCoding.h"
+
+#include <QCommandLineParser>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QLocale>
+
+#include <cstdio>
+
+namespace Cli {
+
+namespace {
+
+QJsonObject itemJson(const HistoryItem &item)
+{
+    QJsonObject smoothed;
+    for (auto it = item.smoothed.cbegin(); it != item.smoothed.cend(); ++it)
+        smoothed.insert(QString::number(it.key()), it.value());
+    QJsonArray corrections;
+    for (const Correction &c : item.corrections)
+        corrections.append(c.toJson());
+    QJsonObject o{{"id", item.id},
+                  {"fileName", item.fileName},
+                  {"date", JsonCoding::dateText(item.date)},
+                  {"language", item.result.language},
+                  {"processingSeconds", item.result.processingSeconds},
+                  {"fullText", item.result.fullText},
+                  {"segments", qint64(item.result.segments.size())},
+                  {"audioURL", item.audioURL.value_or(QString())},
+                  {"bundleURL", item.bundleURL.value_or(QString())},
+                  {"smoothed", smoothed},
+                  {"corrections", corrections}};
+    if (item.speakerText)
+        o.insert("speakerText", *item.speakerText);
+    return o;
+}
+
+} // namespace
+
+int list(const QStringList &args)
+{
+    QCommandLineParser parser;
+    parser.addOption({QStringLiteral("json"), QStringLiteral("one JSON array instead of lines")});
+    if (!parser.parse(args) || !parser.positionalArguments().isEmpty()) {
+        if (!parser.errorText().isEmpty())
+            std::fprintf(stderr, "%s\n", qPrintable(parser.errorText()));
+        std::fprintf(stderr, "%s", qPrintable(usage()));
+        return Usage;
+    }
+
+    QList<HistoryItem> history;
+    for (const LoadedBundle &bundle : BundleStore::list())
+        history.append(HistoryItem(bundle));
+
+    if (parser.isSet(QStringLiteral("json"))) {
+        QJsonArray items;
+        for (const HistoryItem &item : history)
+            items.append(itemJson(item));
+        const QByteArray json = QJsonDocument(items).toJson(QJsonDocument::Indented);
+        std::fwrite(json.constData(), 1, size_t(json.size()), stdout);
+        return Ok;
+    }
+    // The interface's date form: German, local time, whatever the language.
+    const QLocale german(QStringLiteral("de_DE"));
+    for (const HistoryItem &item : history) {
+        const QString line = german.toString(item.date.toLocalTime(), QStringLiteral("dd.MM.yyyy HH:mm")) + u'\t'
+                             + item.fileName + u'\t' + item.result.language + u'\t' + item.bundleURL.value_or(QString())
+                             + u'\n';
+        const QByteArray bytes = line.toUtf8();
+        std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout);
+    }
+    return Ok;
+}
+
+} // namespace Cli

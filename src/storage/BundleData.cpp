@@ -1,0 +1,152 @@
+#include "storage/BundleData.h"
+
+#include "storage/JsonCoding.h"
+
+#include <QJsonArray>
+
+#include <cmath>
+
+using namespace JsonCoding;
+
+namespace {
+
+QJsonObject wordJson(const StoredWord &w)
+{
+    return QJsonObject{{"text", w.text}, {"startMs", w.startMs}, {"endMs", w.endMs}};
+}
+
+QJsonObject segmentJson(const StoredSegment &s)
+{
+    QJsonObject o{{"startMs", s.startMs}, {"endMs", s.endMs}, {"text", s.text}};
+    if (s.words) {
+        QJsonArray words;
+        for (const StoredWord &w : *s.words)
+            words.append(wordJson(w));
+        o.insert("words", words);
+    }
+    return o;
+}
+
+std::optional<StoredWord> wordFrom(const QJsonValue &value)
+{
+    const QJsonObject o = value.toObject();
+    const auto text = string(o.value("text"));
+    const auto startMs = integer(o.value("startMs")), endMs = integer(o.value("endMs"));
+    if (!value.isObject() || !text || !startMs || !endMs)
+        return std::nullopt;
+    return StoredWord{*text, *startMs, *endMs};
+}
+
+std::optional<StoredSegment> segmentFrom(const QJsonValue &value)
+{
+    const QJsonObject o = value.toObject();
+    const auto startMs = integer(o.value("startMs")), endMs = integer(o.value("endMs"));
+    const auto text = string(o.value("text"));
+    if (!value.isObject() || !startMs || !endMs || !text)
+        return std::nullopt;
+    StoredSegment segment{*startMs, *endMs, *text, std::nullopt};
+    const QJsonValue words = o.value("words");
+    if (!isMissing(words)) {
+        if (!words.isArray())
+            return std::nullopt;
+        segment.words.emplace();
+        for (const QJsonValue &w : words.toArray()) {
+            const auto word = wordFrom(w);
+            if (!word)
+                return std::nullopt;
+            segment.words->append(*word);
+        }
+    }
+    return segment;
+}
+
+} // namespace
+
+std::optional<QByteArray> BundleData::encode() const
+{
+    if (!createdAt.isValid() || !std::isfinite(processingSeconds))
+        return std::nullopt;
+    QJsonArray segs;
+    for (const StoredSegment &s : segments)
+        segs.append(segmentJson(s));
+    QJsonObject refined;
+    for (auto it = smoothed.cbegin(); it != smoothed.cend(); ++it)
+        refined.insert(it.key(), it.value());
+    QJsonObject o{{"displayName", displayName},
+                  {"createdAt", dateText(createdAt)},
+                  {"language", language},
+                  {"processingSeconds", processingSeconds},
+                  {"audioFileName", audioFileName},
+                  {"segments", segs},
+                  {"fullText", fullText},
+                  {"smoothed", refined}};
+    if (speakerText)
+        o.insert("speakerText", *speakerText);
+    if (corrections) {
+        QJsonArray rules;
+        for (const Correction &c : *corrections)
+            rules.append(c.toJson());
+        o.insert("corrections", rules);
+    }
+    return JsonCoding::encode(o);
+}
+
+std::optional<BundleData> BundleData::decode(const QByteArray &bytes)
+{
+    const std::optional<QJsonObject> doc = decodeObject(bytes);
+    if (!doc)
+        return std::nullopt;
+    const QJsonObject &o = *doc;
+
+    BundleData d;
+    const auto displayName = string(o.value("displayName"));
+    const auto createdAt = date(o.value("createdAt"));
+    const auto language = string(o.value("language"));
+    const QJsonValue processingSeconds = o.value("processingSeconds");
+    const auto audioFileName = string(o.value("audioFileName"));
+    const QJsonValue segments = o.value("segments");
+    const auto fullText = string(o.value("fullText"));
+    const QJsonValue smoothed = o.value("smoothed");
+    if (!displayName || !createdAt || !language || !processingSeconds.isDouble() || !audioFileName
+        || !segments.isArray() || !fullText || !smoothed.isObject())
+        return std::nullopt;
+    d.displayName = *displayName;
+    d.createdAt = *createdAt;
+    d.language = *language;
+    d.processingSeconds = processingSeconds.toDouble();
+    d.audioFileName = *audioFileName;
+    d.fullText = *fullText;
+
+    for (const QJsonValue &s : segments.toArray()) {
+        const auto segment = segmentFrom(s);
+        if (!segment)
+            return std::nullopt;
+        d.segments.append(*segment);
+    }
+    const QJsonObject refined = smoothed.toObject();
+    for (auto it = refined.constBegin(); it != refined.constEnd(); ++it) {
+        if (!it.value().isString())
+            return std::nullopt;
+        d.smoothed.insert(it.key(), it.value().toString());
+    }
+
+    const QJsonValue speakerText = o.value("speakerText");
+    if (!isMissing(speakerText)) {
+        if (!speakerText.isString())
+            return std::nullopt;
+        d.speakerText = speakerText.toString();
+    }
+    const QJsonValue corrections = o.value("corrections");
+    if (!isMissing(corrections)) {
+        if (!corrections.isArray())
+            return std::nullopt;
+        d.corrections.emplace();
+        for (const QJsonValue &c : corrections.toArray()) {
+            const auto rule = Correction::fromJson(c);
+            if (!rule)
+                return std::nullopt;
+            d.corrections->append(*rule);
+        }
+    }
+    return d;
+}

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "review/Correction.h"
+
+#include <QByteArray>
+#include <QDateTime>
+#include <QList>
+#include <QMap>
+#include <QString>
+
+#include <optional>
+
+// One word as stored in a bundle document.
+struct StoredWord {
+    QString text;
+    qint64 startMs = 0;
+    qint64 endMs = 0;
+
+    bool operator==(const StoredWord &) const = default;
+};
+
+// One segment as stored; it has no id. Older documents lack `words`.
+struct StoredSegment {
+    qint64 startMs = 0;
+    qint64 endMs = 0;
+    QString text;
+    std::optional<QList<StoredWord>> words;
+
+    bool operator==(const StoredSegment &) const = default;
+};
+
+// The document `sagwerk.json` of a bundle folder. Only `words`, `speakerText` and
+// `corrections` may be missing; any other missing or mistyped key rejects the whole
+// document. Keys beyond these are not kept.
+struct BundleData {
+    QString displayName;
+    QDateTime createdAt;
+    QString language;
+    double processingSeconds = 0;
+    QString audioFileName;
+    QList<StoredSegment> segments;
+    QString fullText;
+    // Refined texts under the decimal form of their level; other keys are kept as they are.
+    QMap<QString, QString> smoothed;
+    std::optional<QString> speakerText;
+    std::optional<QList<Correction>> corrections;
+
+    bool operator==(const BundleData &) const = default;
+
+    // The document's text; none when a value has no JSON form (an invalid date, a
+    // number that is not finite).
+    std::optional<QByteArray> encode() const;
+    static std::optional<BundleData> decode(const QByteArray &bytes);
+};
+
+// A bundle as read from disk: `id` is the folder's path, `url` the folder.
+struct LoadedBundle {
+    QString id;
+    QString url;
+    BundleData data;
+};

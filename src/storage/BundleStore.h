@@ -1,0 +1,54 @@
+#pragma once
+
+#include "storage/BundleData.h"
+#include "storage/BundleError.h"
+
+#include "engine/TranscriptionResult.h"
+
+#include <QDateTime>
+#include <QList>
+#include <QString>
+
+#include <functional>
+
+// One folder per transcription under the root: the document `sagwerk.json` and a copy of
+// the audio. Folders are passed and returned as absolute paths.
+//
+// Reading tolerates everything and skips what it cannot use; the patches drop their
+// failures; only `create` throws. Patches must run one after the other (on the main
+// thread), since each re-reads, changes one field and writes the whole document.
+namespace BundleStore {
+
+// The folder of all bundles, created on demand; its path even when that fails.
+QString root();
+
+// Every bundle with a readable document, newest first; equal dates keep listing order.
+QList<LoadedBundle> list();
+
+// Makes the folder, copies `audioSource` into it (a failed copy is dropped) and writes the
+// document. Throws `BundleError` when the folder or the document cannot be made; a
+// document is never left half-written.
+LoadedBundle create(const QString &displayName, const QDateTime &createdAt, const QString &audioSource,
+                    const TranscriptionResult &result);
+
+// Reads the document of `bundle`, applies `change` and writes it back. Nothing happens
+// when the document cannot be read or decoded; a failed write is dropped and leaves the
+// old document in place.
+void patch(const QString &bundle, const std::function<void(BundleData &)> &change);
+
+void saveSmoothed(const QString &bundle, qint64 level, const QString &text);
+// An empty list removes the key.
+void saveCorrections(const QString &bundle, const QList<Correction> &corrections);
+void saveSpeakerText(const QString &bundle, const QString &text);
+
+// Removes the folder with all it holds; failures are dropped.
+void remove(const QString &bundle);
+
+// "yyyy-MM-dd_HH-mm-ss" in local time, "_", and the name without its extension, made safe
+// for a folder and cut to 60 characters; "Sagwerk" when nothing is left of the name.
+QString folderName(const QString &displayName, const QDateTime &date);
+
+// `candidate` if nothing is there, else the first free of candidate-2, candidate-3, ...
+QString uniqueDir(const QString &candidate);
+
+} // namespace BundleStore

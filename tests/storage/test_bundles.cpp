@@ -1,0 +1,344 @@
+// Bundle folders on real files in a throwaway data folder.
+#include "app/HistoryItem.h"
+#include "storage/BundleStore.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTimeZone>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <csignal>
+#include <sys/resource.h>
+#include <unistd.h>
+
+using namespace BundleStore;
+
+inline void PrintTo(const QString &s, std::ostream *os)
+{
+    *os << '"' << s.toStdString() << '"';
+}
+
+namespace {
+
+// Local time far from UTC (UTC+13:45 in January), set before anything reads the zone.
+const bool chatham = qputenv("TZ", "Pacific/Chatham");
+const QDateTime january(QDate(2024, 1, 15), QTime(10, 0, 0), QTimeZone::UTC);
+const QString local = QStringLiteral("2024-01-15_23-45-00_");
+
+// Writes beyond `bytes` fail as on a full disk, for root too.
+struct FileSizeLimit {
+    rlimit old{};
+    explicit FileSizeLimit(rlim_t bytes)
+    {
+        std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &old);
+        const rlimit limit{bytes, old.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FileSizeLimit() { setrlimit(RLIMIT_FSIZE, &old); }
+};
+
+TranscriptionResult sampleResult()
+{
+    TranscriptSegment a{QUuid::createUuid(), 0, 1500, "Halbe/halbe, siehe https://example.org",
+                        {{"Halbe/halbe,", 0, 700}, {"siehe", 700, 1500}}};
+    TranscriptSegment b{QUuid::createUuid(), 1500, 2000, "Ende.", {}};
+    return {a.text + " Ende.", {a, b}, "de", 1.25};
+}
+
+QByteArray doc(const QString &createdAt, const std::function<void(QJsonObject &)> &change = {})
+{
+    QJsonObject o{{"displayName", "x"}, {"createdAt", createdAt}, {"language", "de"}, {"processingSeconds", 2},
+                  {"audioFileName", "audio.wav"}, {"fullText", "a"}, {"smoothed", QJsonObject{}},
+                  {"segments", QJsonArray{QJsonObject{{"startMs", 0}, {"endMs", 10}, {"text", "a"}}}}};
+    if (change)
+        change(o);
+    return QJsonDocument(o).toJson();
+}
+
+void write(const QString &path, const QByteArray &content)
+{
+    QDir().mkpath(QFileInfo(path).path());
+    QFile f(path);
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly)) << path.toStdString();
+    f.write(content);
+}
+
+QByteArray read(const QString &path)
+{
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+QJsonObject document(const QString &bundle)
+{
+    return QJsonDocument::fromJson(read(bundle + "/sagwerk.json")).object();
+}
+
+QStringList entries(const QString &dir)
+{
+    return QDir(dir).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
+}
+
+class Bundles : public ::testing::Test {
+protected:
+    void SetUp() override { qputenv("XDG_DATA_HOME", home.path().toLocal8Bit()); }
+
+    QString root() const { return home.path() + "/Sagwerk/Aufnahmen"; }
+    QString source(const QString &name)
+    {
+        write(home.path() + "/in/" + name, "audio");
+        return home.path() + "/in/" + name;
+    }
+    QString folder(const QString &name, const QByteArray &content)
+    {
+        write(root() + u'/' + name + "/sagwerk.json", content);
+        return root() + u'/' + name;
+    }
+    QStringList listed() const
+    {
+        QStringList names;
+        for (const LoadedBundle &b : list())
+            names << QFileInfo(b.url).fileName();
+        return names;
+    }
+
+    QTemporaryDir home;
+};
+
+} // namespace
+
+TEST(BundleFolderName, LocalDateAndASafeNameOfSixtyCharacters)
+{
+    EXPECT_EQ(folderName("Interview.mp3", january), local + "Interview");
+    EXPECT_EQ(folderName("???", january), local + "---");
+    EXPECT_EQ(folderName(" \t\u00a0 ", january), local + "Sagwerk");
+    EXPECT_EQ(folderName("Bericht.final.m4a", january), local + "Bericht.final");
+    EXPECT_EQ(folderName(R"(a//b\c:d?e%f*g|h"i<j>k.wav)", january), local + "a--b-c-d-e-f-g-h-i-j-k");
+    EXPECT_EQ(folderName(".hidden", january), local + ".hidden");
+
+    // The cut comes first, then the trim; a cluster counts once and is never split.
+    EXPECT_EQ(folderName(QString(59, u'a') + u' ' + QString(10, u'b'), january), local + QString(59, u'a'));
+    const QString kept = QString(56, u'x') + "👩‍👩‍👧‍👦" + "👍🏽" + "🇩🇪" + "e\u0301";
+    EXPECT_EQ(folderName(kept + "tail", january), local + kept);
+}
+
+TEST_F(Bundles, CreateWritesTheDocumentAndTheAudioCopy)
+{
+    const QDateTime createdAt = january.addMSecs(654);
+    const QString name = QStringLiteral("Vortrag: Teil 1/2.mp3");
+    const LoadedBundle b = create(name, createdAt, source("talk.MP3"), sampleResult());
+
+    EXPECT_EQ(b.url, root() + u'/' + local + "Vortrag- Teil 1-2");
+    EXPECT_EQ(b.data.createdAt, createdAt);
+    EXPECT_EQ(entries(b.url), (QStringList{"audio.MP3", "sagwerk.json"}));
+    EXPECT_EQ(read(b.url + "/audio.MP3"), "audio");
+
+    const QByteArray raw = read(b.url + "/sagwerk.json");
+    EXPECT_TRUE(raw.contains("Teil 1\\/2.mp3") && raw.contains("https:\\/\\/example.org"));
+    EXPECT_FALSE(QString::fromUtf8(raw).contains(QRegularExpression(R"((?<!\\)/)"))) << raw.toStdString();
+    EXPECT_TRUE(raw.contains("\n    \"")) << "pretty printed";
+    const QJsonObject json = document(b.url);
+    EXPECT_EQ(json.keys(), (QStringList{"audioFileName", "createdAt", "displayName", "fullText", "language",
+                                        "processingSeconds", "segments", "smoothed"}));
+    EXPECT_EQ(json["createdAt"], "2024-01-15T10:00:00Z");
+    EXPECT_EQ(json["smoothed"], QJsonObject());
+    EXPECT_EQ(json["segments"][0].toObject().keys(), (QStringList{"endMs", "startMs", "text", "words"}));
+    EXPECT_EQ(json["segments"][0]["words"][0], (QJsonObject{{"text", "Halbe/halbe,"}, {"startMs", 0}, {"endMs", 700}}));
+    EXPECT_EQ(json["segments"][1]["words"], QJsonArray());
+
+    ASSERT_EQ(list().size(), 1);
+    BundleData expected = b.data;
+    expected.createdAt = january;
+    EXPECT_TRUE(list()[0].data == expected) << "read back with whole seconds, otherwise unchanged";
+
+    const HistoryItem item(list()[0]);
+    EXPECT_EQ(item.id, b.url);
+    EXPECT_EQ(item.fileName, name);
+    EXPECT_EQ(item.audioURL, b.url + "/audio.MP3");
+    EXPECT_EQ(item.bundleURL, b.url);
+    ASSERT_EQ(item.result.segments.size(), 2);
+    EXPECT_EQ(item.result.segments[0].words, sampleResult().segments[0].words);
+    EXPECT_NE(item.result.segments[0].id, item.result.segments[1].id);
+}
+
+TEST_F(Bundles, SuffixesMissingExtensionAndMissingSource)
+{
+    for (const QString suffix : {"", "-2", "-3"}) {
+        const LoadedBundle b = create("Notiz", january, source("aufnahme"), sampleResult());
+        EXPECT_EQ(b.url, root() + u'/' + local + "Notiz" + suffix);
+        EXPECT_EQ(read(b.url + "/audio.m4a"), "audio");
+    }
+    // Any entry occupies a name, a dangling link too.
+    QFile::link(root() + "/nowhere", root() + u'/' + local + "Notiz-4");
+    EXPECT_EQ(uniqueDir(root() + u'/' + local + "Notiz"), root() + u'/' + local + "Notiz-5");
+
+    const LoadedBundle gone = create("Weg.ogg", january, home.path() + "/gone.ogg", sampleResult());
+    EXPECT_EQ(entries(gone.url), QStringList{"sagwerk.json"});
+    EXPECT_EQ(gone.data.audioFileName, "audio.ogg");
+}
+
+TEST_F(Bundles, FailedCreateThrowsAndLeavesNoDocument)
+{
+    write(home.path() + "/Sagwerk", "a file where the root should be");
+    try {
+        create("a", january, source("a.wav"), sampleResult());
+        ADD_FAILURE() << "no throw";
+    } catch (const BundleError &e) {
+        EXPECT_EQ(e.kind(), BundleError::Case::folderNotCreated);
+    }
+    EXPECT_EQ(entries(home.path()), (QStringList{"Sagwerk", "in"}));
+    QFile::remove(home.path() + "/Sagwerk");
+
+    // A number JSON cannot hold, and a full disk: the folder keeps its audio, but there is
+    // no document, whole or partial, and no temporary file.
+    TranscriptionResult endless = sampleResult();
+    endless.processingSeconds = std::nan("");
+    EXPECT_THROW(create("nan", january, source("n.wav"), endless), BundleError);
+    {
+        FileSizeLimit limit(64);
+        EXPECT_THROW(create("voll", january, source("v.wav"), sampleResult()), BundleError);
+    }
+    EXPECT_EQ(entries(root() + u'/' + local + "nan"), QStringList{"audio.wav"});
+    EXPECT_EQ(entries(root() + u'/' + local + "voll"), QStringList{"audio.wav"});
+    EXPECT_TRUE(list().isEmpty());
+}
+
+TEST_F(Bundles, ListSkipsWhatDoesNotDecodeAndSortsNewestFirst)
+{
+    for (const char *name : {"p", "q", "r", "s"})
+        folder(name, doc("2024-01-03T10:00:00Z"));
+    folder("offset", doc("2024-01-04T12:00:00+02:00"));
+    folder("old", doc("2024-01-02T10:00:00Z", [](QJsonObject &o) {
+               o["segments"] = QJsonArray{QJsonObject{{"startMs", 0}, {"endMs", 5}, {"text", "a"}, {"words", {}}},
+                                          QJsonObject{{"startMs", 5}, {"endMs", 9}, {"text", "b"}}};
+               o["speakerText"] = QJsonValue();
+           }));
+
+    const QString bad = QStringLiteral("2024-01-09T10:00:00Z");
+    folder("broken", "{ \"displayName\": ");
+    folder("array", "[]");
+    folder("fraction", doc("2024-01-09T10:00:00.500Z"));
+    folder("no-zone", doc("2024-01-09T10:00:00"));
+    folder("no-smoothed", doc(bad, [](QJsonObject &o) { o.remove("smoothed"); }));
+    folder("speakerText-number", doc(bad, [](QJsonObject &o) { o["speakerText"] = 5; }));
+    folder("half-ms", doc(bad, [](QJsonObject &o) {
+               o["segments"] = QJsonArray{QJsonObject{{"startMs", 0.5}, {"endMs", 10}, {"text", "a"}}};
+           }));
+    folder("rule-without-wholeWord", doc(bad, [](QJsonObject &o) {
+               o["corrections"] = QJsonArray{QJsonObject{{"id", "6F9619FF-8B86-D011-B42D-00C04FC964FF"},
+                                                         {"from", "a"}, {"to", "b"}, {"caseSensitive", false}}};
+           }));
+    QDir().mkpath(root() + "/dir-as-document/sagwerk.json");
+    QDir().mkpath(root() + "/empty");
+    write(root() + "/stray.json", doc(bad));
+    if (geteuid() != 0) // root reads anything
+        QFile::setPermissions(folder("unreadable", doc(bad)) + "/sagwerk.json", {});
+
+    // Equal dates stay in the order of the directory listing.
+    QStringList same;
+    for (QDirIterator it(root(), QDir::Dirs | QDir::NoDotAndDotDot); it.hasNext();) {
+        const QString name = it.nextFileInfo().fileName();
+        if (name.size() == 1)
+            same << name;
+    }
+    EXPECT_EQ(listed(), QStringList{"offset"} + same + QStringList{"old"});
+
+    const HistoryItem old(list().last());
+    EXPECT_FALSE(old.speakerText);
+    EXPECT_TRUE(old.corrections.isEmpty());
+    EXPECT_TRUE(old.result.segments[0].words.isEmpty() && old.result.segments[1].words.isEmpty());
+    EXPECT_TRUE(QFileInfo::exists(root() + "/broken/sagwerk.json")) << "nothing unreadable is deleted";
+}
+
+TEST_F(Bundles, HistoryItemTakesOnlyDecimalLevels)
+{
+    folder("levels", doc("2024-01-01T10:00:00Z", [](QJsonObject &o) {
+               o["smoothed"] = QJsonObject{{"1", "eins"}, {"+2", "zwei"}, {"-3", "minus drei"}, {"007", "sieben"},
+                                           {"9223372036854775807", "max"}, {"-9223372036854775808", "min"},
+                                           {"9223372036854775808", "x"}, {"abc", "x"}, {"", "x"}, {" 4", "x"},
+                                           {"4 ", "x"}, {"\u0664", "x"}, {"1.0", "x"}, {"0x10", "x"}, {"+", "x"},
+                                           {"05", "alt"}, {"5", "fünf"}};
+           }));
+    const QMap<qint64, QString> expected{{1, "eins"}, {2, "zwei"}, {-3, "minus drei"}, {7, "sieben"},
+                                         {std::numeric_limits<qint64>::max(), "max"},
+                                         {std::numeric_limits<qint64>::min(), "min"}, {5, "fünf"}};
+    EXPECT_EQ(HistoryItem(list().value(0)).smoothed, expected);
+}
+
+TEST_F(Bundles, PatchesChangeOneFieldAndKeepTheRest)
+{
+    const QString bundle = create("Patch", january, source("p.wav"), sampleResult()).url;
+    QJsonObject json = document(bundle);
+    json["futureKey"] = "from a newer version";
+    json["smoothed"] = QJsonObject{{"entwurf", "kein Level"}};
+    write(bundle + "/sagwerk.json", QJsonDocument(json).toJson());
+    const BundleData before = list()[0].data;
+
+    saveSmoothed(bundle, 2, "glatt");
+    saveSmoothed(bundle, 2, "glatter");
+    const Correction rule{QUuid::createUuid(), "Sagwerk", "SAGWERK", true, false};
+    const Correction other{QUuid::createUuid(), "ähm", "", false, true};
+    saveCorrections(bundle, {rule, other});
+    saveSpeakerText(bundle, "Sprecher 1: Hallo");
+
+    json = document(bundle);
+    EXPECT_FALSE(json.contains("futureKey"));
+    EXPECT_EQ(json["smoothed"], (QJsonObject{{"entwurf", "kein Level"}, {"2", "glatter"}}));
+    EXPECT_EQ(json["corrections"][0], (QJsonObject{{"id", rule.id.toString(QUuid::WithoutBraces).toUpper()},
+                                                   {"from", "Sagwerk"}, {"to", "SAGWERK"},
+                                                   {"caseSensitive", true}, {"wholeWord", false}}));
+    const HistoryItem item(list()[0]);
+    EXPECT_EQ(item.smoothed, (QMap<qint64, QString>{{2, "glatter"}}));
+    EXPECT_EQ(item.corrections, (QList<Correction>{rule, other}));
+    EXPECT_EQ(item.speakerText, "Sprecher 1: Hallo");
+    BundleData after = list()[0].data;
+    after.smoothed = before.smoothed;
+    after.corrections = before.corrections;
+    after.speakerText = before.speakerText;
+    EXPECT_TRUE(after == before) << "no other field changed";
+
+    saveCorrections(bundle, {});
+    EXPECT_FALSE(document(bundle).contains("corrections"));
+    EXPECT_EQ(document(bundle)["speakerText"], "Sprecher 1: Hallo");
+    EXPECT_EQ(entries(bundle), (QStringList{"audio.wav", "sagwerk.json"}));
+}
+
+TEST_F(Bundles, FailedPatchesAndRemovalsLeaveTheRestAlone)
+{
+    const QString broken = folder("broken", "{ \"smoothed\": {} ");
+    const QString incomplete = folder("incomplete", doc("2024-01-05T10:00:00Z", [](QJsonObject &o) {
+                                          o.remove("smoothed");
+                                      }));
+    const QString full = create("Voll", january, source("v.wav"), sampleResult()).url;
+    QList<QByteArray> before;
+    for (const QString &bundle : {broken, incomplete, full})
+        before << read(bundle + "/sagwerk.json");
+    saveSmoothed(broken, 1, "x");
+    saveCorrections(incomplete, {});
+    {
+        FileSizeLimit limit(64);
+        saveSpeakerText(full, "Sprecher 1: ein Text, der nicht mehr auf die Platte passt");
+    }
+    saveSpeakerText(root() + "/missing", "x");
+    EXPECT_EQ(read(broken + "/sagwerk.json"), before[0]);
+    EXPECT_EQ(read(incomplete + "/sagwerk.json"), before[1]);
+    EXPECT_EQ(read(full + "/sagwerk.json"), before[2]);
+    EXPECT_EQ(entries(full), (QStringList{"audio.wav", "sagwerk.json"}));
+    EXPECT_FALSE(QFileInfo::exists(root() + "/missing"));
+
+    // An empty or relative path must not reach the working directory.
+    const QString previous = QDir::currentPath();
+    QDir::setCurrent(root());
+    remove(QString());
+    remove(QStringLiteral("broken"));
+    QDir::setCurrent(previous);
+    remove(incomplete);
+    EXPECT_EQ(entries(root()), (QStringList{local + "Voll", "broken"}));
+}
