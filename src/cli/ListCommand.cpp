@@ -1,13 +1,13 @@
 #include "cli/Commands.h"
 
 #include "app/HistoryItem.h"
+#include "export/Format.h"
 #include "storage/BundleStore.h"
 #include "storage/JsonCoding.h"
 
 #include <QCommandLineParser>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QLocale>
 
 #include <cstdio>
 
@@ -65,9 +65,8 @@ int list(const QStringList &args)
         return Ok;
     }
     // The interface's date form: German, local time, whatever the language.
-    const QLocale german(QStringLiteral("de_DE"));
     for (const HistoryItem &item : history) {
-        const QString line = german.toString(item.date.toLocalTime(), QStringLiteral("dd.MM.yyyy HH:mm")) + u'\t'
+        const QString line = Format::date(item.date) + u'\t'
                              + item.fileName + u'\t' + item.result.language + u'\t' + item.bundleURL.value_or(QString())
                              + u'\n';
         const QByteArray bytes = line.toUtf8();
