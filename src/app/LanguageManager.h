@@ -1,0 +1,60 @@
+#pragma once
+
+#include <QLocale>
+#include <QObject>
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+
+class QTranslator;
+
+// The interface language, switchable while the program runs.
+//
+// Every interface text is looked up with QCoreApplication::translate("Sagwerk", text),
+// where `text` is the German wording: it is the key, and the result as long as no
+// catalogue is installed or the catalogue lacks it. This object installs the catalogue
+// of the chosen language (English, French, Swedish; German is the source and has none).
+// Texts that stay German in every language are simply not looked up.
+//
+// One instance per application, on the main thread; it lives as long as the application.
+class LanguageManager : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(QString language READ language NOTIFY languageChanged)
+    Q_PROPERTY(QLocale appLocale READ appLocale NOTIFY languageChanged)
+
+public:
+    static LanguageManager &instance();
+
+    // The values the settings offer: "system", then the language codes.
+    static QStringList codes();
+
+    // Switches to `code`: "system" follows the operating system's languages; "de", "en",
+    // "fr" and "sv" choose one. Any other code, or a catalogue that cannot be loaded,
+    // falls back to the system's language without a message; `language` keeps the code.
+    void setLanguage(const QString &code);
+
+    // The code of the last setLanguage call; empty before the first.
+    QString language() const { return m_language; }
+
+    // The locale for the windows: the system's for "system" (and before any choice),
+    // otherwise the locale named by the code, whatever it is.
+    QLocale appLocale() const;
+
+    // The language whose catalogue is installed ("en", "fr", "sv"), or empty while the
+    // German source texts show.
+    QString catalogue() const { return m_catalogue; }
+
+signals:
+    // After every change of `language` or of the installed catalogue, once the new
+    // catalogue is in place; windows retranslate on it (or on QEvent::LanguageChange).
+    void languageChanged();
+
+private:
+    explicit LanguageManager(QObject *parent);
+    ~LanguageManager() override;
+
+    QString m_language;
+    QString m_catalogue;
+    std::unique_ptr<QTranslator> m_translator;
+};
