@@ -16,7 +16,12 @@ QString usage()
     return QStringLiteral(
         "Usage:\n"
         "  sagwerk-cli transcribe FILE --model PATH [--language CODE]\n"
-        "      Writes the transcription of FILE as JSON to standard output.\n");
+        "      Writes the transcription of FILE as JSON to standard output.\n"
+        "  sagwerk-cli models\n"
+        "      Lists the speech models and which of them are installed.\n"
+        "  sagwerk-cli download ID [--from URL]\n"
+        "      Downloads a speech model into the models folder and prints its path;\n"
+        "      URL replaces the address of the model repository.\n");
 }
 
 int transcribe(const QStringList &args)
