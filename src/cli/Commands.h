@@ -12,6 +12,12 @@ int transcribe(const QStringList &args);
 // `list [--json]`: the stored transcriptions, newest first, as the application loads them.
 int list(const QStringList &args);
 
+// `models`: the catalogue with what lies in the models folder.
+int models(const QStringList &args);
+
+// `download ID [--from URL]`: one model into the models folder; prints its path.
+int download(const QStringList &args);
+
 // Exit statuses shared by all commands.
 enum Exit { Ok = 0, Failed = 1, Usage = 2, Cancelled = 130 };
 

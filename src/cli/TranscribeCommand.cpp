@@ -19,7 +19,12 @@ QString usage()
         "      Writes the transcription of FILE as JSON to standard output.\n"
         "  sagwerk-cli list [--json]\n"
         "      Lists the stored transcriptions, newest first: date, name, language and\n"
-        "      folder, separated by tabs, or all fields as JSON.\n");
+        "      folder, separated by tabs, or all fields as JSON.\n"
+        "  sagwerk-cli models\n"
+        "      Lists the speech models and which of them are installed.\n"
+        "  sagwerk-cli download ID [--from URL]\n"
+        "      Downloads a speech model into the models folder and prints its path;\n"
+        "      URL replaces the address of the model repository.\n");
 }
 
 int transcribe(const QStringList &args)

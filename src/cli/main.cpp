@@ -21,6 +21,10 @@ int main(int argc, char **argv)
         return Cli::transcribe(args);
     if (command == QLatin1String("list"))
         return Cli::list(args);
+    if (command == QLatin1String("models"))
+        return Cli::models(args);
+    if (command == QLatin1String("download"))
+        return Cli::download(args);
     if (command == QLatin1String("--version")) {
         std::printf("sagwerk-cli %s\n", SAGWERK_VERSION);
         return 0;
