@@ -11,7 +11,7 @@
 
 namespace {
 
-// How long a transfer may stall before it fails, as with the platform's default session.
+// How long a transfer may stall before it fails.
 constexpr int stallTimeoutMs = 60'000;
 
 // An HTTP error status is an answer like any other: its body is what was downloaded,

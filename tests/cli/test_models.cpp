@@ -55,11 +55,10 @@ TEST_F(CliModels, ListsTheCatalogueWithWhatIsInstalled)
     ASSERT_EQ(run.status, 0) << run.err.toStdString();
     const QList<QByteArray> lines = run.out.trimmed().split('\n');
     ASSERT_EQ(lines.size(), 5);
-    const auto columns = [&](int i) { return lines.at(i).simplified().split(' '); };
-    EXPECT_EQ(columns(1), (QList<QByteArray>{"base-q5_1", "Base", "57", "MB", "-", "-"}));
-    EXPECT_EQ(columns(2), (QList<QByteArray>{"small-q5_1", "Small", "181", "MB", "installed", "-"}));
-    EXPECT_EQ(columns(3), (QList<QByteArray>{"medium-q5_0", "Medium", "514", "MB", "-", "installed"}));
-    EXPECT_TRUE(lines.at(4).startsWith("large-v3-turbo-q5_0"));
+    EXPECT_EQ(lines.at(1).simplified(), "base-q5_1 Base 57 MB - -");
+    EXPECT_EQ(lines.at(2).simplified(), "small-q5_1 Small 181 MB installed -");
+    EXPECT_EQ(lines.at(3).simplified(), "medium-q5_0 Medium 514 MB - installed");
+    EXPECT_EQ(lines.at(4).simplified(), "large-v3-turbo-q5_0 Large v3 Turbo 547 MB - -");
 }
 
 TEST_F(CliModels, DownloadPrintsThePathOrSaysWhyNot)
@@ -87,21 +86,17 @@ TEST_F(CliModels, DownloadPrintsThePathOrSaysWhyNot)
     EXPECT_EQ(interrupted.status, 130);
     EXPECT_EQ(interrupted.err, "Abgebrochen.\n");
 
+    QString gone;
+    {
+        LocalServer closed;
+        gone = closed.base().toString();
+    }
+    const CliRun refused = cli({"download", "small-q5_1", "--from", gone});
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_EQ(refused.err, "Download fehlgeschlagen: Connection refused\n");
+
     EXPECT_EQ(cli({"download", "tiny"}).status, 2);
     EXPECT_EQ(cli({"download"}).status, 2);
     EXPECT_TRUE(Media::temporaryEntries().isEmpty());
 }
 
-TEST_F(CliModels, DownloadFailsClearlyWithoutANetwork)
-{
-    QString from;
-    {
-        LocalServer gone;
-        from = gone.base().toString();
-    }
-    const CliRun run = cli({"download", "base-q5_1", "--from", from});
-    EXPECT_EQ(run.status, 1);
-    EXPECT_EQ(run.err, "Download fehlgeschlagen: Connection refused\n");
-    EXPECT_FALSE(QFile::exists(models + QStringLiteral("/ggml-base-q5_1.bin")));
-    EXPECT_TRUE(Media::temporaryEntries().isEmpty());
-}

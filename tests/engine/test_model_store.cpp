@@ -84,20 +84,17 @@ protected:
 
 TEST(WhisperModelCatalogue, NamesFitTheRepositoryAndTheSpeechLibrary)
 {
-    QStringList ids;
+    const QString repository = WhisperModel::repositoryBase().toString();
+    EXPECT_TRUE(repository.endsWith(QStringLiteral("/resolve/main/")));
     for (const WhisperModel &model : WhisperModel::all()) {
-        ids << model.id;
-        EXPECT_EQ(model.url.toString(), WhisperModel::repositoryBase().toString() + model.fileName);
-        EXPECT_EQ(model.coreMLURL.toString(),
-                  WhisperModel::repositoryBase().toString() + model.coreMLName + QStringLiteral(".zip"));
+        EXPECT_EQ(model.url.toString(), repository + model.fileName);
+        EXPECT_EQ(model.coreMLURL.toString(), repository + model.coreMLName + QStringLiteral(".zip"));
         // The library finds the package by dropping ".bin" and the quantisation suffix.
         QString stem = model.fileName.chopped(4);
         stem.truncate(stem.lastIndexOf(u'-'));
         EXPECT_EQ(model.coreMLName, stem + QStringLiteral("-encoder.mlmodelc"));
+        EXPECT_EQ(WhisperModel::withId(model.id), model);
     }
-    EXPECT_EQ(ids, (QStringList{"base-q5_1", "small-q5_1", "medium-q5_0", "large-v3-turbo-q5_0"}));
-    EXPECT_TRUE(WhisperModel::repositoryBase().toString().endsWith(QStringLiteral("/resolve/main/")));
-    EXPECT_EQ(WhisperModel::withId(QStringLiteral("medium-q5_0")), medium);
     EXPECT_FALSE(WhisperModel::withId(QStringLiteral("tiny")));
 }
 
@@ -121,8 +118,6 @@ TEST_F(ModelStoreTest, FolderStateFollowsSizesAndPackagesIndependently)
     store.refresh();
     EXPECT_EQ(store.installed(), (QSet<QString>{"base-q5_1", "small-q5_1", "large-v3-turbo-q5_0"}));
     EXPECT_EQ(installedSignals, 1);
-    store.refresh();
-    EXPECT_EQ(installedSignals, 1) << "no signal without a change";
 
     // Any item of the package's name counts, even an empty folder, model or not.
     QDir(models).mkdir(medium.coreMLName);
@@ -154,13 +149,8 @@ TEST_F(ModelStoreTest, StartImportsTheDeveloperModelOnceAndStillChecksItsSize)
     }
     // With the target present a second start copies nothing.
     writeFile(source, bound(small) + 1, "bigger copy");
-    {
-        ModelStore store;
-        EXPECT_EQ(QFileInfo(modelPath(small)).size(), 1000);
-    }
-    QFile::remove(modelPath(small));
     ModelStore store;
-    EXPECT_EQ(store.installed(), QSet<QString>{"small-q5_1"});
+    EXPECT_EQ(QFileInfo(modelPath(small)).size(), 1000);
 }
 
 TEST_F(ModelStoreTest, DownloadReplacesTheOldModelOnlyAtTheEnd)
@@ -295,13 +285,6 @@ TEST_F(ModelStoreTest, NeuralEnginePackagesAreUnpackedBesideTheModels)
     EXPECT_EQ(readAll(package + QStringLiteral("/weights/weight.bin")), "w1");
     EXPECT_EQ(store.coreMLInstalled(), QSet<QString>{"base-q5_1"});
     EXPECT_TRUE(store.installed().isEmpty()) << "the model file got an error page";
-    EXPECT_FALSE(store.errorMessage());
-
-    // A new archive overwrites the old package without asking.
-    server.answer(zipPath, {.body = zipArchive({{base.coreMLName + QStringLiteral("/coremldata.bin"), "second"}})});
-    store.downloadCoreML(base);
-    waitForDownloads(store);
-    EXPECT_EQ(readAll(package + QStringLiteral("/coremldata.bin")), "second");
     EXPECT_FALSE(store.errorMessage());
 
     store.downloadCoreML(small);
