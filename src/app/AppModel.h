@@ -107,11 +107,17 @@ public:
     void finishOnboarding();
 
     // --- The transcription job ---
+    // What a scripted job may choose instead of the settings, which it leaves untouched.
+    struct JobOverrides {
+        std::optional<QString> modelId;
+        std::optional<QString> language;
+    };
     void stage(const QString &url, const std::optional<QString> &displayName = std::nullopt);
     void stageRecording();
     void stageInterview();
-    void startPending();
-    void transcribe(const QString &url, const std::optional<QString> &displayName = std::nullopt);
+    void startPending(const JobOverrides &overrides = {});
+    void transcribe(const QString &url, const std::optional<QString> &displayName = std::nullopt,
+                    const JobOverrides &overrides = {});
     void cancelTranscription();
     void reTranscribe(const HistoryItem &item);
     // The speaker job's entry; it arrives with the speaker subsystem and does nothing yet.

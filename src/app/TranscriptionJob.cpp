@@ -58,27 +58,30 @@ void AppModel::stageInterview()
     setPending(PendingItem{QUuid::createUuid(), PendingItem::Interview{}});
 }
 
-void AppModel::startPending()
+void AppModel::startPending(const JobOverrides &overrides)
 {
     if (!m_pending)
         return;
     const PendingItem item = *m_pending;
     setPending(std::nullopt);
     if (const auto *file = std::get_if<PendingItem::File>(&item.kind))
-        transcribe(file->url, file->name);
+        transcribe(file->url, file->name, overrides);
     else if (std::holds_alternative<PendingItem::Recording>(item.kind))
         setShowRecorder(true);
     else
         setInterviewActive(true);
 }
 
-void AppModel::transcribe(const QString &url, const std::optional<QString> &displayName)
+void AppModel::transcribe(const QString &url, const std::optional<QString> &displayName,
+                          const JobOverrides &overrides)
 {
     if (m_isBusy)
         return;
     setErrorMessage(std::nullopt);
 
-    const WhisperModel model = selectedModel();
+    const std::optional<WhisperModel> chosen
+        = overrides.modelId ? WhisperModel::withId(*overrides.modelId) : std::nullopt;
+    const WhisperModel model = chosen.value_or(selectedModel());
     if (!m_modelStore->isInstalled(model)) {
         // Kept German on purpose: it names the model as the catalogue does.
         setErrorMessage(QStringLiteral("Modell ") + model.name
@@ -87,7 +90,7 @@ void AppModel::transcribe(const QString &url, const std::optional<QString> &disp
     }
     // Fixed for this job: later changes of the settings don't reach it.
     const QString modelPath = m_modelStore->modelsDir() + u'/' + model.fileName;
-    const QString language = m_language;
+    const QString language = overrides.language.value_or(m_language);
     const QString name = displayName.value_or(lastComponent(url));
     const QDateTime createdAt = QDateTime::currentDateTime();
 

@@ -18,6 +18,9 @@ int models(const QStringList &args);
 // `download ID [--from URL]`: one model into the models folder; prints its path.
 int download(const QStringList &args);
 
+// `export BUNDLE --format txt|srt [--no-timestamps] [--output FILE]`.
+int exportBundle(const QStringList &args);
+
 // Exit statuses shared by all commands.
 enum Exit { Ok = 0, Failed = 1, Usage = 2, Cancelled = 130 };
 

@@ -3,6 +3,7 @@
 #include "cli/ProgressBar.h"
 
 #include "engine/ModelStore.h"
+#include "engine/TranscribeControl.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -38,7 +39,7 @@ int download(const QStringList &args)
     }
 
     auto control = std::make_shared<TranscribeControl>();
-    Interrupt::cancelOnSignal(control);
+    Interrupt::onSignal([control] { control->cancel(); });
     ModelStore store(base);
     {
         ProgressBar bar("Download");

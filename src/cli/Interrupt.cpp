@@ -16,15 +16,15 @@ extern "C" void onSignal(int)
 }
 } // namespace
 
-void cancelOnSignal(TranscribeControlPtr control)
+void onSignal(std::function<void()> cancel)
 {
     if (::pipe(wakePipe) != 0)
         return;
     // The handler only writes a byte; the watcher does the locking work outside it.
-    std::thread([control = std::move(control)] {
+    std::thread([cancel = std::move(cancel)] {
         char byte;
         while (::read(wakePipe[0], &byte, 1) == 1)
-            control->cancel();
+            cancel();
     }).detach();
     struct sigaction action = {};
     action.sa_handler = onSignal;

@@ -1,9 +1,10 @@
 #pragma once
 
-#include "engine/TranscribeControl.h"
+#include <functional>
 
-// Ctrl-C and SIGTERM cancel the given job through its control instead of killing the
-// process, so that temporary files are cleaned up on the way out.
+// Ctrl-C and SIGTERM cancel the running work instead of killing the process, so that
+// temporary files are cleaned up on the way out. `cancel` runs on a watcher thread, not
+// in the signal handler, so it may lock; it must hop to the main thread where needed.
 namespace Interrupt {
-void cancelOnSignal(TranscribeControlPtr control);
+void onSignal(std::function<void()> cancel);
 }

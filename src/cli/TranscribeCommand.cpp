@@ -2,9 +2,13 @@
 #include "cli/Interrupt.h"
 #include "cli/ProgressBar.h"
 
+#include "app/AppModel.h"
 #include "engine/Engine.h"
 
 #include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QFileInfo>
 #include <QJsonDocument>
 
 #include <cstdio>
@@ -17,6 +21,11 @@ QString usage()
         "Usage:\n"
         "  sagwerk-cli transcribe FILE --model PATH [--language CODE]\n"
         "      Writes the transcription of FILE as JSON to standard output.\n"
+        "  sagwerk-cli transcribe FILE --save [--model ID] [--language CODE]\n"
+        "      Transcribes FILE as the application does and stores it in the history;\n"
+        "      the model and language of the settings unless given. Prints the folder.\n"
+        "  sagwerk-cli export BUNDLE --format txt|srt [--no-timestamps] [--output FILE]\n"
+        "      Writes a stored transcription as text or subtitles, with its corrections.\n"
         "  sagwerk-cli list [--json]\n"
         "      Lists the stored transcriptions, newest first: date, name, language and\n"
         "      folder, separated by tabs, or all fields as JSON.\n"
@@ -27,25 +36,85 @@ QString usage()
         "      URL replaces the address of the model repository.\n");
 }
 
+namespace {
+
+// The application's own road: staging, the model of the settings unless one is named,
+// and a bundle in the history. Prints the bundle's folder.
+int transcribeAndSave(const QString &input, const AppModel::JobOverrides &overrides)
+{
+    AppModel app;
+    ProgressBar bar("Transkription");
+    QObject::connect(&app, &AppModel::busyProgressChanged, [&] { bar.update(app.busyProgress()); });
+    bool cancelled = false;
+    Interrupt::onSignal([&app, &cancelled] {
+        QMetaObject::invokeMethod(&app, [&] {
+            cancelled = true;
+            app.cancelTranscription();
+        });
+    });
+
+    app.stage(QFileInfo(input).absoluteFilePath());
+    app.startPending(overrides);
+    if (app.isBusy()) {
+        QEventLoop loop;
+        QObject::connect(&app, &AppModel::isBusyChanged, &loop, &QEventLoop::quit);
+        loop.exec();
+    }
+    if (app.errorMessage()) {
+        std::fprintf(stderr, "%s\n", qPrintable(*app.errorMessage()));
+        return Failed;
+    }
+    if (cancelled || !app.current()) {
+        std::fprintf(stderr, "%s\n", qPrintable(EngineError::cancelled().errorDescription()));
+        return Cancelled;
+    }
+    const HistoryItem &item = *app.current();
+    std::printf("%s\n", qPrintable(item.bundleURL.value_or(QString())));
+    if (!item.bundleURL)
+        std::fprintf(stderr, "%s\n",
+                     qPrintable(QCoreApplication::translate("Sagwerk", "Die Transkription konnte nicht gespeichert werden.")));
+    return item.bundleURL ? Ok : Failed;
+}
+
+} // namespace
+
 int transcribe(const QStringList &args)
 {
     QCommandLineParser parser;
     parser.addPositionalArgument(QStringLiteral("file"), QStringLiteral("audio or video file"));
-    parser.addOption({QStringLiteral("model"), QStringLiteral("model file"), QStringLiteral("path")});
-    parser.addOption({QStringLiteral("language"), QStringLiteral("language code or auto"), QStringLiteral("code"),
-                      QStringLiteral("auto")});
-    if (!parser.parse(args) || parser.positionalArguments().size() != 1 || !parser.isSet(QStringLiteral("model"))) {
+    parser.addOption({QStringLiteral("model"), QStringLiteral("model file, or with --save a catalogue id"),
+                      QStringLiteral("model")});
+    parser.addOption({QStringLiteral("language"), QStringLiteral("language code or auto"), QStringLiteral("code")});
+    parser.addOption({QStringLiteral("save"), QStringLiteral("store the result in the history")});
+    const bool parsed = parser.parse(args);
+    const bool save = parser.isSet(QStringLiteral("save"));
+    if (!parsed || parser.positionalArguments().size() != 1 || (!save && !parser.isSet(QStringLiteral("model")))) {
         if (!parser.errorText().isEmpty())
             std::fprintf(stderr, "%s\n", qPrintable(parser.errorText()));
         std::fprintf(stderr, "%s", qPrintable(usage()));
         return Usage;
     }
     const QString input = parser.positionalArguments().constFirst();
-    const QString model = parser.value(QStringLiteral("model"));
-    const QString language = parser.value(QStringLiteral("language"));
 
+    if (save) {
+        AppModel::JobOverrides overrides;
+        if (parser.isSet(QStringLiteral("model"))) {
+            overrides.modelId = parser.value(QStringLiteral("model"));
+            if (!WhisperModel::withId(*overrides.modelId)) {
+                std::fprintf(stderr, "Unknown model: %s\n", qPrintable(*overrides.modelId));
+                return Usage;
+            }
+        }
+        if (parser.isSet(QStringLiteral("language")))
+            overrides.language = parser.value(QStringLiteral("language"));
+        return transcribeAndSave(input, overrides);
+    }
+
+    const QString model = parser.value(QStringLiteral("model"));
+    const QString language = parser.isSet(QStringLiteral("language")) ? parser.value(QStringLiteral("language"))
+                                                                      : QStringLiteral("auto");
     auto control = std::make_shared<TranscribeControl>();
-    Interrupt::cancelOnSignal(control);
+    Interrupt::onSignal([control] { control->cancel(); });
     ProgressBar bar("Transkription");
     try {
         const TranscriptionResult result

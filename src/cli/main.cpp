@@ -25,6 +25,8 @@ int main(int argc, char **argv)
         return Cli::models(args);
     if (command == QLatin1String("download"))
         return Cli::download(args);
+    if (command == QLatin1String("export"))
+        return Cli::exportBundle(args);
     if (command == QLatin1String("--version")) {
         std::printf("sagwerk-cli %s\n", SAGWERK_VERSION);
         return 0;

@@ -109,6 +109,20 @@ QString tinyModel()
     return path;
 }
 
+void installTinyModel(const QString &modelsDir, const QString &fileName)
+{
+    // Past the bound of Base, the smallest catalogue model; a link keeps it cheap.
+    const QString padded = folder() + QStringLiteral("/ggml-tiny-padded.bin");
+    if (!QFile::exists(padded)) {
+        TinyModel::Options options;
+        options.padToBytes = 52'000'000;
+        EXPECT_TRUE(TinyModel::write(padded, options));
+    }
+    QDir().mkpath(modelsDir);
+    QFile::remove(modelsDir + u'/' + fileName);
+    EXPECT_TRUE(QFile::link(padded, modelsDir + u'/' + fileName));
+}
+
 QStringList temporaryEntries()
 {
     return QDir(QDir::tempPath()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);

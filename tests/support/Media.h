@@ -22,6 +22,10 @@ QString truncatedMp3();
 // A model made by the tiny-model generator (cached per run).
 QString tinyModel();
 
+// Puts the generated model, grown past the catalogue's size bound, into `modelsDir`
+// under `fileName`, so that the model store counts it as installed.
+void installTinyModel(const QString &modelsDir, const QString &fileName);
+
 // Names in the temporary folder, to check that an operation left nothing behind.
 QStringList temporaryEntries();
 

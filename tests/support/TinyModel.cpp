@@ -80,7 +80,9 @@ bool write(const QString &path, const Options &o)
     // Text tokens; specials and timestamps above them are named by the library itself.
     std::mt19937 words(o.seed + 7);
     const int textTokens = 50256;
-    w.i32(textTokens);
+    const int padToken = 50300; // a language token: always suppressed while decoding
+    const bool padded = o.padToBytes > 0 && o.multilingual;
+    w.i32(padded ? padToken + 1 : textTokens);
     for (int i = 0; i < textTokens; ++i) {
         QByteArray token = (i % 3 == 0 ? "." : "") + syllable(words);
         if (i % 2 == 0)
@@ -89,6 +91,14 @@ bool write(const QString &path, const Options &o)
             token.append(',');
         if (i == 220)
             token = " "; // the library suppresses a leading blank by this token's text
+        w.i32(qint32(token.size()));
+        file.write(token);
+    }
+    for (int i = textTokens; padded && i <= padToken; ++i) {
+        // Placeholders for the specials the library would otherwise name itself.
+        QByteArray token = "[_special_" + QByteArray::number(i) + "]";
+        if (i == padToken)
+            token += QByteArray(o.padToBytes, 'x');
         w.i32(qint32(token.size()));
         file.write(token);
     }

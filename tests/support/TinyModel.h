@@ -13,6 +13,9 @@ struct Options {
     float scale = 0.5f;   // standard deviation: large enough for varied words
     unsigned seed = 1;
     bool multilingual = true;
+    // Grows the file to at least this many bytes, for code that judges a model by its
+    // size. The bytes go into the text of a language token, which the library never emits.
+    qint64 padToBytes = 0;
 };
 
 bool write(const QString &path, const Options &options = {});

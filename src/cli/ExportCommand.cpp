@@ -1,0 +1,70 @@
+#include "cli/Commands.h"
+
+#include "app/AppModel.h"
+#include "review/Corrections.h"
+#include "storage/BundleData.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+#include <cstdio>
+
+namespace Cli {
+
+int exportBundle(const QStringList &args)
+{
+    QCommandLineParser parser;
+    parser.addPositionalArgument(QStringLiteral("bundle"), QStringLiteral("folder of a stored transcription"));
+    parser.addOption({QStringLiteral("format"), QStringLiteral("txt or srt"), QStringLiteral("format")});
+    parser.addOption({QStringLiteral("no-timestamps"), QStringLiteral("plain text without time marks")});
+    parser.addOption({QStringLiteral("output"), QStringLiteral("file to write instead of standard output"),
+                      QStringLiteral("file")});
+    const QString format = parser.parse(args) ? parser.value(QStringLiteral("format")) : QString();
+    if (parser.positionalArguments().size() != 1
+        || (format != QLatin1String("txt") && format != QLatin1String("srt"))) {
+        if (!parser.errorText().isEmpty())
+            std::fprintf(stderr, "%s\n", qPrintable(parser.errorText()));
+        std::fprintf(stderr, "%s", qPrintable(usage()));
+        return Usage;
+    }
+
+    const QString folder = QFileInfo(parser.positionalArguments().constFirst()).absoluteFilePath();
+    QFile document(folder + QStringLiteral("/sagwerk.json"));
+    std::optional<BundleData> data;
+    if (document.open(QIODevice::ReadOnly))
+        data = BundleData::decode(document.readAll());
+    if (!data) {
+        std::fprintf(stderr, "%s\n",
+                     qPrintable(QCoreApplication::translate("Sagwerk", "„%1“ ist keine lesbare Transkription.")
+                                    .arg(QDir::toNativeSeparators(folder))));
+        return Failed;
+    }
+    const HistoryItem item(LoadedBundle{folder, folder, *data});
+
+    // As the result screen hands text out: corrections over the whole plain text, never
+    // over subtitles, which always come from the raw segments.
+    const QString text = format == QLatin1String("srt")
+        ? AppModel::srt(item)
+        : Corrections::apply(item.corrections, AppModel::plainText(item, !parser.isSet(QStringLiteral("no-timestamps"))))
+              .text;
+    const QByteArray bytes = text.toUtf8();
+
+    if (!parser.isSet(QStringLiteral("output"))) {
+        std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout);
+        return Ok;
+    }
+    QSaveFile out(parser.value(QStringLiteral("output")));
+    if (!out.open(QIODevice::WriteOnly) || out.write(bytes) != bytes.size() || !out.commit()) {
+        std::fprintf(stderr, "%s\n",
+                     qPrintable(QCoreApplication::translate("Sagwerk", "Die Datei „%1“ konnte nicht geschrieben werden: %2")
+                                    .arg(out.fileName(), out.errorString())));
+        return Failed;
+    }
+    return Ok;
+}
+
+} // namespace Cli

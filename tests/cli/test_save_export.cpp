@@ -1,0 +1,90 @@
+// The batch road: transcribe into the history, then export with the bundle's corrections.
+#include "Media.h"
+
+#include "app/HistoryItem.h"
+#include "export/TextForms.h"
+#include "review/Corrections.h"
+#include "storage/BundleStore.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QSettings>
+#include <QStandardPaths>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct CliRun {
+    int status = -1;
+    QByteArray out, err;
+};
+
+CliRun cli(const QStringList &args)
+{
+    QProcess p;
+    p.start(QStringLiteral(SAGWERK_CLI), args);
+    p.waitForFinished(-1);
+    return {p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1, p.readAllStandardOutput(),
+            p.readAllStandardError()};
+}
+
+} // namespace
+
+TEST(CliSaveExport, TranscribeIntoTheHistoryAndExportWithCorrections)
+{
+    ASSERT_FALSE(qEnvironmentVariable("SAGWERK_SESSION_DIR").isEmpty());
+    const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + "/Sagwerk";
+    const QString audio = Media::tone(QStringLiteral("mp3"));
+
+    // The settings' model (Small) is not there: the job's own message.
+    const CliRun missing = cli({"transcribe", audio, "--save"});
+    EXPECT_EQ(missing.status, 1);
+    EXPECT_EQ(missing.err, "Modell Small ist nicht installiert. Bitte in den Einstellungen herunterladen.\n");
+
+    Media::installTinyModel(data + "/models", QStringLiteral("ggml-base-q5_1.bin"));
+    const CliRun saved = cli({"transcribe", audio, "--save", "--model", "base-q5_1", "--language", "de"});
+    ASSERT_EQ(saved.status, 0) << saved.err.toStdString();
+    const QString folder = QString::fromUtf8(saved.out).trimmed();
+    EXPECT_TRUE(QFile::exists(folder + "/sagwerk.json"));
+    EXPECT_TRUE(folder.startsWith(BundleStore::root()));
+    // Naming a model for one run leaves the user's choice alone.
+    EXPECT_FALSE(QSettings(QStringLiteral("Morvane"), QStringLiteral("Sagwerk")).contains("selectedModelId"));
+
+    const CliRun listed = cli({"list"});
+    EXPECT_EQ(listed.status, 0);
+    EXPECT_TRUE(listed.out.contains(QFileInfo(audio).fileName().toUtf8()));
+    EXPECT_TRUE(listed.out.contains(folder.toUtf8()));
+
+    const QList<LoadedBundle> bundles = BundleStore::list();
+    ASSERT_EQ(bundles.size(), 1);
+    HistoryItem item(bundles.first());
+    ASSERT_FALSE(item.result.fullText.isEmpty());
+    // A rule for the first word of the transcript, so that it certainly applies.
+    Correction rule;
+    rule.from = item.result.fullText.section(u' ', 0, 0);
+    rule.to = QStringLiteral("ERSETZT");
+    BundleStore::saveCorrections(folder, {rule});
+
+    const CliRun txt = cli({"export", folder, "--format", "txt"});
+    ASSERT_EQ(txt.status, 0) << txt.err.toStdString();
+    const QString expected = Corrections::apply({rule}, TextForms::plainText(item.result, true)).text;
+    EXPECT_EQ(QString::fromUtf8(txt.out), expected);
+    EXPECT_TRUE(txt.out.contains("ERSETZT"));
+    EXPECT_EQ(QString::fromUtf8(cli({"export", folder, "--format", "txt", "--no-timestamps"}).out),
+              Corrections::apply({rule}, item.result.fullText).text);
+    // Subtitles always show the raw words.
+    const QString outFile = QDir::tempPath() + "/../export.srt";
+    EXPECT_EQ(cli({"export", folder, "--format", "srt", "--output", outFile}).status, 0);
+    QFile srt(outFile);
+    ASSERT_TRUE(srt.open(QIODevice::ReadOnly));
+    EXPECT_EQ(QString::fromUtf8(srt.readAll()), TextForms::srt(item.result));
+    srt.remove();
+
+    const CliRun notABundle = cli({"export", QDir::tempPath(), "--format", "txt"});
+    EXPECT_EQ(notABundle.status, 1);
+    EXPECT_TRUE(notABundle.err.contains("keine lesbare Transkription"));
+    EXPECT_EQ(cli({"export", folder, "--format", "pdf"}).status, 2);
+    EXPECT_TRUE(Media::temporaryEntries().isEmpty());
+}
