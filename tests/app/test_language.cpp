@@ -38,7 +38,8 @@ TEST(Language, SwitchesWhileRunning)
     LanguageManager &manager = LanguageManager::instance();
     manager.setLanguage(QStringLiteral("de"));
     int notified = 0;
-    QObject::connect(&manager, &LanguageManager::languageChanged, [&] { ++notified; });
+    QObject receiver; // ends the connection with this test
+    QObject::connect(&manager, &LanguageManager::languageChanged, &receiver, [&] { ++notified; });
     LanguageChanges changes;
 
     const QString cancelled = QStringLiteral("Abgebrochen.");
