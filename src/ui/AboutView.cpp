@@ -92,8 +92,10 @@ QString AboutView::version()
 
 void AboutView::changeEvent(QEvent *event)
 {
-    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange)
-        refresh();
+    // Colours come from the window, and widgets learn of a new palette in no fixed order:
+    // restyle once all have it.
+    if (Look::isLookChange(event))
+        QMetaObject::invokeMethod(this, &AboutView::refresh, Qt::QueuedConnection);
     QWidget::changeEvent(event);
 }
 

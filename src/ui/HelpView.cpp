@@ -188,9 +188,10 @@ void HelpView::select(const QString &id)
 
 void HelpView::changeEvent(QEvent *event)
 {
-    // Icons and text colours are drawn for one palette; a new one redraws them.
-    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange)
-        rebuildList();
+    // Colours come from the window, and widgets learn of a new palette in no fixed order:
+    // restyle once all have it.
+    if (Look::isLookChange(event))
+        QMetaObject::invokeMethod(this, &HelpView::rebuildList, Qt::QueuedConnection);
     QWidget::changeEvent(event);
 }
 

@@ -1,6 +1,7 @@
 #include "ui/Look.h"
 
 #include <QApplication>
+#include <QEvent>
 #include <QLabel>
 #include <QPainter>
 #include <QPalette>
@@ -87,6 +88,11 @@ void setTone(QWidget *widget, Tone tone)
     for (QPalette::ColorRole role : {QPalette::WindowText, QPalette::ButtonText, QPalette::Text})
         p.setColor(role, c);
     widget->setPalette(p);
+}
+
+bool isLookChange(const QEvent *event)
+{
+    return event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange;
 }
 
 QFrame *divider(QWidget *parent)

@@ -4,6 +4,7 @@
 #include <QFont>
 #include <QFrame>
 
+class QEvent;
 class QLabel;
 class QPalette;
 class QWidget;
@@ -29,6 +30,9 @@ QColor wash(const QPalette &palette, double opacity);
 void style(QLabel *label, TextSize size, Tone tone = Tone::text, bool bold = false);
 // Sets the text colour of a button, a label or a check box.
 void setTone(QWidget *widget, Tone tone);
+
+// A change of palette or style, after which colours and pictures are drawn anew.
+bool isLookChange(const QEvent *event);
 
 // A thin horizontal line between sections.
 QFrame *divider(QWidget *parent = nullptr);

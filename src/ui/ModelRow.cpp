@@ -202,8 +202,10 @@ void ModelRow::mouseReleaseEvent(QMouseEvent *event)
 
 void ModelRow::changeEvent(QEvent *event)
 {
-    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange)
-        restyle();
+    // Colours come from the window, and widgets learn of a new palette in no fixed order:
+    // restyle once all have it.
+    if (Look::isLookChange(event))
+        QMetaObject::invokeMethod(this, &ModelRow::restyle, Qt::QueuedConnection);
     QWidget::changeEvent(event);
 }
 

@@ -241,8 +241,10 @@ void OnboardingWizard::closeEvent(QCloseEvent *event)
 
 void OnboardingWizard::changeEvent(QEvent *event)
 {
-    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange)
-        refresh();
+    // Colours come from the window, and widgets learn of a new palette in no fixed order:
+    // restyle once all have it.
+    if (Look::isLookChange(event))
+        QMetaObject::invokeMethod(this, &OnboardingWizard::refresh, Qt::QueuedConnection);
     QDialog::changeEvent(event);
 }
 

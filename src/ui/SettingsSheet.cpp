@@ -171,8 +171,10 @@ void SettingsSheet::save()
 
 void SettingsSheet::changeEvent(QEvent *event)
 {
-    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange)
-        refresh();
+    // Colours come from the window, and widgets learn of a new palette in no fixed order:
+    // restyle once all have it.
+    if (Look::isLookChange(event))
+        QMetaObject::invokeMethod(this, &SettingsSheet::refresh, Qt::QueuedConnection);
     QDialog::changeEvent(event);
 }
 

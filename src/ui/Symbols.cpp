@@ -170,6 +170,17 @@ QPixmap pixmap(const QString &symbol, int size, const QColor &color, qreal dpr)
     painter.setPen(Qt::NoPen);
     painter.setBrush(color);
     painter.drawEllipse(QRectF(0, 0, size, size));
+    if (symbol.startsWith(QLatin1String("checkmark"))) {
+        // The theme's tick is drawn for small sizes; on a large disc it needs weight.
+        QPainterPath tick;
+        tick.moveTo(size * 0.28, size * 0.52);
+        tick.lineTo(size * 0.44, size * 0.68);
+        tick.lineTo(size * 0.73, size * 0.36);
+        painter.setPen(QPen(Qt::white, size * 0.09, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawPath(tick);
+        return out;
+    }
     const int inner = qRound(size * 0.56);
     const QPixmap mark = tinted(icon, inner, Qt::white, dpr);
     const qreal offset = (size - inner) / 2.0;

@@ -15,6 +15,7 @@
 #include "ui/ModelRow.h"
 #include "ui/OnboardingWizard.h"
 #include "ui/SettingsSheet.h"
+#include "ui/Symbols.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -152,6 +153,7 @@ private slots:
         LocalServer server;
         const QByteArray body = randomBytes(qint64(base.approxSizeMB) * 900'000 + 4096);
         server.answer(QLatin1Char('/') + base.fileName, {.body = body, .holdAfter = 1024});
+        server.answer(QLatin1Char('/') + medium.fileName, {.body = randomBytes(100'000), .dropAfter = 1000});
         server.answer(QLatin1Char('/') + small.coreMLName + QStringLiteral(".zip"),
                       {.body = packageZip(small), .holdAfter = 10});
         AppModel app(nullptr, new ModelStore(server.base()));
@@ -212,7 +214,15 @@ private slots:
         QTest::mouseClick(child<QToolButton>(baseRow, QStringLiteral("trash")), Qt::LeftButton);
         QVERIFY(!QFile::exists(modelsDir() + u'/' + base.fileName));
         QCOMPARE(app.selectedModelId(), small.id);
-        rowOf(&list, medium)->choose();
+        // A model fetched anew shows its bar and stays choosable; a cut download keeps it.
+        ModelRow *mediumRow = rowOf(&list, medium);
+        store.download(medium);
+        QVERIFY(mediumRow->state() == ModelRow::State::downloading);
+        QVERIFY(shows(mediumRow, QStringLiteral("progress")) && !shows(mediumRow, QStringLiteral("trash")));
+        clickRow(mediumRow);
+        QCOMPARE(app.selectedModelId(), medium.id);
+        QVERIFY(waitFor([&] { return store.downloading().isEmpty(); }));
+        QVERIFY(mediumRow->state() == ModelRow::State::installed);
         smallRow->deleteModel();
         QCOMPARE(app.selectedModelId(), medium.id);
         rowOf(&list, medium)->deleteModel();
@@ -431,6 +441,55 @@ private slots:
         QCOMPARE(html("[Seite](https://example.org/?a=1&b=2)"),
                  QStringLiteral("<a href=\"https://example.org/?a=1&amp;b=2\">Seite</a>"));
         QCOMPARE(html("# kein Titel\n1. keine Liste"), QStringLiteral("# kein Titel<br>1. keine Liste"));
+    }
+
+    void everySymbolHasAPicture()
+    {
+        QStringList symbols{"trash", "cpu", "checkmark.seal", "checkmark.circle.fill", "arrow.down.circle",
+                            "waveform.circle.fill", "mic.fill", "lightbulb"};
+        for (const HelpSection &section : HelpContent::english())
+            symbols << section.icon;
+        for (const QString &symbol : symbols) {
+            const QImage image = Symbols::pixmap(symbol, 22, Qt::black).toImage();
+            QVERIFY2(!image.isNull(), qPrintable(symbol));
+            int ink = 0;
+            for (int y = 0; y < image.height(); ++y)
+                for (int x = 0; x < image.width(); ++x)
+                    ink += qAlpha(image.pixel(x, y)) > 128;
+            // Drawn, and not a filled square: a one-colour symbol leaves space free.
+            QVERIFY2(ink > 10 && ink < 22 * 22 * 9 / 10, qPrintable(symbol + u' ' + QString::number(ink)));
+        }
+    }
+
+    void openScreensFollowPaletteAndLanguage()
+    {
+        install(small);
+        AppModel app;
+        SettingsSheet sheet(app);
+        OnboardingWizard wizard(app);
+        sheet.show();
+        wizard.show();
+        auto *note = child<QLabel>(rowOf(&sheet, small), QStringLiteral("note"));
+        const QPalette light = QApplication::palette();
+        QPalette dark = light;
+        for (QPalette::ColorRole role : {QPalette::Window, QPalette::Base, QPalette::Button})
+            dark.setColor(role, QColor(0x20, 0x20, 0x22));
+        for (QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+            dark.setColor(role, QColor(0xee, 0xee, 0xee));
+        QVERIFY(note->palette().color(QPalette::WindowText).lightness() < 160);
+        QApplication::setPalette(dark);
+        QTRY_VERIFY(note->palette().color(QPalette::WindowText).lightness() > 120);
+        QApplication::setPalette(light);
+        QTRY_VERIFY(note->palette().color(QPalette::WindowText).lightness() < 160);
+
+        app.setAppLanguage(QStringLiteral("sv"));
+        QCOMPARE(textOf(rowOf(&sheet, WhisperModel::all().at(3)), QStringLiteral("load")), QStringLiteral("Ladda ned"));
+        QCOMPARE(note->text(), QStringLiteral("Ett bra standardval."));
+        QCOMPARE(textOf(&wizard, QStringLiteral("next")), QStringLiteral("Sätt igång"));
+        QCOMPARE(textOf(child<KeyField>(&wizard, QStringLiteral("openaiKey")), QStringLiteral("title")),
+                 QStringLiteral("OpenAI API-nyckel"));
+        app.setAppLanguage(QStringLiteral("system"));
+        QCOMPARE(textOf(&wizard, QStringLiteral("next")), QStringLiteral("Los geht's"));
     }
 
     void aboutShowsLogoAndVersion()
