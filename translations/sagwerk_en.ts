@@ -59,5 +59,221 @@
         <source>Die Transkription konnte nicht gespeichert werden.</source>
         <translation>The transcription could not be saved.</translation>
     </message>
+    <message>
+        <source>Claude Opus 5 (genau)</source>
+        <translation>Claude Opus 5 (accurate)</translation>
+    </message>
+    <message>
+        <source>Claude Sonnet 5 (schneller)</source>
+        <translation>Claude Sonnet 5 (faster)</translation>
+    </message>
+    <message>
+        <source>Claude Haiku 4.5 (am schnellsten)</source>
+        <translation>Claude Haiku 4.5 (fastest)</translation>
+    </message>
+    <message>
+        <source>OpenAI GPT-4o (genau)</source>
+        <translation>OpenAI GPT-4o (accurate)</translation>
+    </message>
+    <message>
+        <source>OpenAI GPT-4o mini (schneller)</source>
+        <translation>OpenAI GPT-4o mini (faster)</translation>
+    </message>
+    <message>
+        <source>Über Morvane</source>
+        <translation>About Morvane</translation>
+    </message>
+    <message>
+        <source>Lokale Transkription mit whisper.cpp (CPU / GPU)</source>
+        <translation>Local transcription with whisper.cpp (CPU / GPU)</translation>
+    </message>
+    <message>
+        <source>Version %1</source>
+        <translation>Version %1</translation>
+    </message>
+    <message>
+        <source>Hilfe</source>
+        <translation>Help</translation>
+    </message>
+    <message>
+        <source>Anthropic API-Key</source>
+        <translation>Anthropic API key</translation>
+    </message>
+    <message>
+        <source>OpenAI API-Key</source>
+        <translation>OpenAI API key</translation>
+    </message>
+    <message>
+        <source>hinterlegt</source>
+        <translation>stored</translation>
+    </message>
+    <message>
+        <source>Entfernen</source>
+        <translation>Remove</translation>
+    </message>
+    <message>
+        <source>%1 · %2 MB</source>
+        <translation>%1 · %2 MB</translation>
+    </message>
+    <message>
+        <source>Modell löschen</source>
+        <translation>Delete model</translation>
+    </message>
+    <message>
+        <source>Laden</source>
+        <translation>Download</translation>
+    </message>
+    <message>
+        <source>Neural Engine aktiv</source>
+        <translation>Neural Engine active</translation>
+    </message>
+    <message>
+        <source>entfernen</source>
+        <translation>remove</translation>
+    </message>
+    <message>
+        <source>Neural Engine lädt…</source>
+        <translation>Neural Engine downloading…</translation>
+    </message>
+    <message>
+        <source>Neural Engine laden (%1 MB)</source>
+        <translation>Download Neural Engine (%1 MB)</translation>
+    </message>
+    <message>
+        <source>Beschleunigt den Encoder über die Neural Engine und spart Strom.</source>
+        <translation>Speeds up the encoder through the Neural Engine and saves power.</translation>
+    </message>
+    <message>
+        <source>Willkommen bei Sagwerk</source>
+        <translation>Welcome to Sagwerk</translation>
+    </message>
+    <message>
+        <source>Sprache aus Audio- und Videodateien in Text – vollständig lokal auf deinem Rechner.</source>
+        <translation>Speech from audio and video files into text – entirely on your own computer.</translation>
+    </message>
+    <message>
+        <source>Aufnehmen oder Dateien ziehen – auch WhatsApp-Sprachnachrichten.</source>
+        <translation>Record, or drag files in – WhatsApp voice messages too.</translation>
+    </message>
+    <message>
+        <source>Läuft über CPU/GPU – nichts wird hochgeladen.</source>
+        <translation>Runs on CPU/GPU – nothing is uploaded.</translation>
+    </message>
+    <message>
+        <source>Sprechererkennung und mitlaufender Wort-Cursor.</source>
+        <translation>Speaker detection and a word cursor that follows along.</translation>
+    </message>
+    <message>
+        <source>Optionale KI-Textüberarbeitung.</source>
+        <translation>Optional AI text refinement.</translation>
+    </message>
+    <message>
+        <source>Sprachmodell laden</source>
+        <translation>Download a speech model</translation>
+    </message>
+    <message>
+        <source>Zum Transkribieren braucht die App mindestens ein Modell. Empfohlen ist **Small** – ein guter Kompromiss aus Tempo und Genauigkeit. Alles wird nur einmal geladen und läuft dann lokal.</source>
+        <translation>To transcribe, the app needs at least one model. **Small** is recommended – a good balance of speed and accuracy. Everything is downloaded once and then runs locally.</translation>
+    </message>
+    <message>
+        <source>Bereit – du kannst fortfahren.</source>
+        <translation>Ready – you can continue.</translation>
+    </message>
+    <message>
+        <source>Lade mindestens ein Modell, um fortzufahren.</source>
+        <translation>Download at least one model to continue.</translation>
+    </message>
+    <message>
+        <source>KI aktivieren (optional)</source>
+        <translation>Enable AI (optional)</translation>
+    </message>
+    <message>
+        <source>Für die optionale Textüberarbeitung und Sprechernamen kannst du einen Key von **Anthropic** und/oder **OpenAI** hinterlegen und das aktive Modell wählen. Transkribieren funktioniert auch ganz ohne KI.</source>
+        <translation>For the optional text refinement and speaker names you can store a key from **Anthropic** and/or **OpenAI** and choose the active model. Transcribing works without any AI at all.</translation>
+    </message>
+    <message>
+        <source>Aktives Modell</source>
+        <translation>Active model</translation>
+    </message>
+    <message>
+        <source>Alles bereit!</source>
+        <translation>All set!</translation>
+    </message>
+    <message>
+        <source>Zieh eine Audio- oder Videodatei ins Fenster oder nimm etwas auf. Weitere Modelle, die Neural Engine und einen KI-Key findest du jederzeit unter „Modelle &amp; Einstellungen“.</source>
+        <translation>Drag an audio or video file into the window, or record something. More models, the Neural Engine and an AI key are always there under “Models &amp; Settings”.</translation>
+    </message>
+    <message>
+        <source>Zurück</source>
+        <translation>Back</translation>
+    </message>
+    <message>
+        <source>Später</source>
+        <translation>Later</translation>
+    </message>
+    <message>
+        <source>Los geht&apos;s</source>
+        <translation>Let’s go</translation>
+    </message>
+    <message>
+        <source>Fertig</source>
+        <translation>Done</translation>
+    </message>
+    <message>
+        <source>Weiter</source>
+        <translation>Continue</translation>
+    </message>
+    <message>
+        <source>Einstellungen</source>
+        <translation>Settings</translation>
+    </message>
+    <message>
+        <source>Modelle</source>
+        <translation>Models</translation>
+    </message>
+    <message>
+        <source>Für die Transkription – lokal, einmalig herunterladen. Größere Modelle sind genauer, aber langsamer. Optional die Neural Engine pro Modell laden.</source>
+        <translation>For transcription – downloaded once, run locally. Larger models are more accurate but slower. Optionally download the Neural Engine package for each model.</translation>
+    </message>
+    <message>
+        <source>KI-Textüberarbeitung &amp; Sprechernamen</source>
+        <translation>AI text refinement &amp; speaker names</translation>
+    </message>
+    <message>
+        <source>Optional. Für die KI-Überarbeitung und die Namensergänzung bei der Sprechererkennung. Du kannst beide Anbieter pflegen und das aktive Modell wählen. Keys liegen sicher im Schlüsselbund und gehen nur an den jeweiligen Anbieter.</source>
+        <translation>Optional. For AI refinement and for adding names in speaker detection. You can keep keys for both providers and choose the active model. Keys are kept safely in the keyring and go only to their own provider.</translation>
+    </message>
+    <message>
+        <source>Für das aktive Modell ist noch kein %1-Key hinterlegt.</source>
+        <translation>No %1 key is stored for the active model yet.</translation>
+    </message>
+    <message>
+        <source>App-Sprache</source>
+        <translation>App language</translation>
+    </message>
+    <message>
+        <source>System</source>
+        <translation>System</translation>
+    </message>
+    <message>
+        <source>Beta-Funktionen</source>
+        <translation>Beta features</translation>
+    </message>
+    <message>
+        <source>Interview: Live-Sprechererkennung</source>
+        <translation>Interview: live speaker detection</translation>
+    </message>
+    <message>
+        <source>Diarisiert während des Interviews periodisch – Sprecher-Labels erscheinen und verschieben sich noch. Experimentell, kostet Rechenleistung. Ohne diese Option kannst du Sprecher nach der Aufnahme wie gewohnt erkennen.</source>
+        <translation>Separates speakers at intervals during the interview – speaker labels appear and may still shift. Experimental, and it costs computing power. Without this option you can detect speakers after the recording as usual.</translation>
+    </message>
+    <message>
+        <source>Schließen</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>Speichern</source>
+        <translation>Save</translation>
+    </message>
 </context>
 </TS>

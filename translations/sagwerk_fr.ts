@@ -59,5 +59,221 @@
         <source>Die Transkription konnte nicht gespeichert werden.</source>
         <translation>La transcription n’a pas pu être enregistrée.</translation>
     </message>
+    <message>
+        <source>Claude Opus 5 (genau)</source>
+        <translation>Claude Opus 5 (précis)</translation>
+    </message>
+    <message>
+        <source>Claude Sonnet 5 (schneller)</source>
+        <translation>Claude Sonnet 5 (plus rapide)</translation>
+    </message>
+    <message>
+        <source>Claude Haiku 4.5 (am schnellsten)</source>
+        <translation>Claude Haiku 4.5 (le plus rapide)</translation>
+    </message>
+    <message>
+        <source>OpenAI GPT-4o (genau)</source>
+        <translation>OpenAI GPT-4o (précis)</translation>
+    </message>
+    <message>
+        <source>OpenAI GPT-4o mini (schneller)</source>
+        <translation>OpenAI GPT-4o mini (plus rapide)</translation>
+    </message>
+    <message>
+        <source>Über Morvane</source>
+        <translation>À propos de Morvane</translation>
+    </message>
+    <message>
+        <source>Lokale Transkription mit whisper.cpp (CPU / GPU)</source>
+        <translation>Transcription locale avec whisper.cpp (CPU / GPU)</translation>
+    </message>
+    <message>
+        <source>Version %1</source>
+        <translation>Version %1</translation>
+    </message>
+    <message>
+        <source>Hilfe</source>
+        <translation>Aide</translation>
+    </message>
+    <message>
+        <source>Anthropic API-Key</source>
+        <translation>Clé API Anthropic</translation>
+    </message>
+    <message>
+        <source>OpenAI API-Key</source>
+        <translation>Clé API OpenAI</translation>
+    </message>
+    <message>
+        <source>hinterlegt</source>
+        <translation>enregistrée</translation>
+    </message>
+    <message>
+        <source>Entfernen</source>
+        <translation>Supprimer</translation>
+    </message>
+    <message>
+        <source>%1 · %2 MB</source>
+        <translation>%1 · %2 Mo</translation>
+    </message>
+    <message>
+        <source>Modell löschen</source>
+        <translation>Supprimer le modèle</translation>
+    </message>
+    <message>
+        <source>Laden</source>
+        <translation>Télécharger</translation>
+    </message>
+    <message>
+        <source>Neural Engine aktiv</source>
+        <translation>Neural Engine actif</translation>
+    </message>
+    <message>
+        <source>entfernen</source>
+        <translation>supprimer</translation>
+    </message>
+    <message>
+        <source>Neural Engine lädt…</source>
+        <translation>Téléchargement du Neural Engine…</translation>
+    </message>
+    <message>
+        <source>Neural Engine laden (%1 MB)</source>
+        <translation>Télécharger le Neural Engine (%1 Mo)</translation>
+    </message>
+    <message>
+        <source>Beschleunigt den Encoder über die Neural Engine und spart Strom.</source>
+        <translation>Accélère l’encodeur grâce au Neural Engine et économise l’énergie.</translation>
+    </message>
+    <message>
+        <source>Willkommen bei Sagwerk</source>
+        <translation>Bienvenue dans Sagwerk</translation>
+    </message>
+    <message>
+        <source>Sprache aus Audio- und Videodateien in Text – vollständig lokal auf deinem Rechner.</source>
+        <translation>La parole de vos fichiers audio et vidéo en texte – entièrement en local sur votre ordinateur.</translation>
+    </message>
+    <message>
+        <source>Aufnehmen oder Dateien ziehen – auch WhatsApp-Sprachnachrichten.</source>
+        <translation>Enregistrez ou glissez des fichiers – même des messages vocaux WhatsApp.</translation>
+    </message>
+    <message>
+        <source>Läuft über CPU/GPU – nichts wird hochgeladen.</source>
+        <translation>Fonctionne sur CPU/GPU – rien n’est envoyé en ligne.</translation>
+    </message>
+    <message>
+        <source>Sprechererkennung und mitlaufender Wort-Cursor.</source>
+        <translation>Détection des locuteurs et curseur qui suit chaque mot.</translation>
+    </message>
+    <message>
+        <source>Optionale KI-Textüberarbeitung.</source>
+        <translation>Révision du texte par IA en option.</translation>
+    </message>
+    <message>
+        <source>Sprachmodell laden</source>
+        <translation>Télécharger un modèle vocal</translation>
+    </message>
+    <message>
+        <source>Zum Transkribieren braucht die App mindestens ein Modell. Empfohlen ist **Small** – ein guter Kompromiss aus Tempo und Genauigkeit. Alles wird nur einmal geladen und läuft dann lokal.</source>
+        <translation>Pour transcrire, l’application a besoin d’au moins un modèle. Nous recommandons **Small** – un bon compromis entre vitesse et précision. Tout est téléchargé une seule fois, puis fonctionne en local.</translation>
+    </message>
+    <message>
+        <source>Bereit – du kannst fortfahren.</source>
+        <translation>Prêt – vous pouvez continuer.</translation>
+    </message>
+    <message>
+        <source>Lade mindestens ein Modell, um fortzufahren.</source>
+        <translation>Téléchargez au moins un modèle pour continuer.</translation>
+    </message>
+    <message>
+        <source>KI aktivieren (optional)</source>
+        <translation>Activer l’IA (facultatif)</translation>
+    </message>
+    <message>
+        <source>Für die optionale Textüberarbeitung und Sprechernamen kannst du einen Key von **Anthropic** und/oder **OpenAI** hinterlegen und das aktive Modell wählen. Transkribieren funktioniert auch ganz ohne KI.</source>
+        <translation>Pour la révision facultative du texte et les noms des locuteurs, vous pouvez enregistrer une clé **Anthropic** et/ou **OpenAI** et choisir le modèle actif. La transcription fonctionne aussi entièrement sans IA.</translation>
+    </message>
+    <message>
+        <source>Aktives Modell</source>
+        <translation>Modèle actif</translation>
+    </message>
+    <message>
+        <source>Alles bereit!</source>
+        <translation>Tout est prêt !</translation>
+    </message>
+    <message>
+        <source>Zieh eine Audio- oder Videodatei ins Fenster oder nimm etwas auf. Weitere Modelle, die Neural Engine und einen KI-Key findest du jederzeit unter „Modelle &amp; Einstellungen“.</source>
+        <translation>Glissez un fichier audio ou vidéo dans la fenêtre, ou enregistrez quelque chose. D’autres modèles, le Neural Engine et une clé d’IA vous attendent à tout moment sous « Modèles et paramètres ».</translation>
+    </message>
+    <message>
+        <source>Zurück</source>
+        <translation>Retour</translation>
+    </message>
+    <message>
+        <source>Später</source>
+        <translation>Plus tard</translation>
+    </message>
+    <message>
+        <source>Los geht&apos;s</source>
+        <translation>C’est parti</translation>
+    </message>
+    <message>
+        <source>Fertig</source>
+        <translation>Terminé</translation>
+    </message>
+    <message>
+        <source>Weiter</source>
+        <translation>Continuer</translation>
+    </message>
+    <message>
+        <source>Einstellungen</source>
+        <translation>Paramètres</translation>
+    </message>
+    <message>
+        <source>Modelle</source>
+        <translation>Modèles</translation>
+    </message>
+    <message>
+        <source>Für die Transkription – lokal, einmalig herunterladen. Größere Modelle sind genauer, aber langsamer. Optional die Neural Engine pro Modell laden.</source>
+        <translation>Pour la transcription – téléchargés une seule fois, utilisés en local. Les modèles plus grands sont plus précis, mais plus lents. Le Neural Engine peut être téléchargé en option pour chaque modèle.</translation>
+    </message>
+    <message>
+        <source>KI-Textüberarbeitung &amp; Sprechernamen</source>
+        <translation>Révision par IA et noms des locuteurs</translation>
+    </message>
+    <message>
+        <source>Optional. Für die KI-Überarbeitung und die Namensergänzung bei der Sprechererkennung. Du kannst beide Anbieter pflegen und das aktive Modell wählen. Keys liegen sicher im Schlüsselbund und gehen nur an den jeweiligen Anbieter.</source>
+        <translation>Facultatif. Pour la révision par IA et l’ajout des noms lors de la détection des locuteurs. Vous pouvez gérer les deux fournisseurs et choisir le modèle actif. Les clés sont conservées en sécurité dans le trousseau et ne sont envoyées qu’à leur fournisseur.</translation>
+    </message>
+    <message>
+        <source>Für das aktive Modell ist noch kein %1-Key hinterlegt.</source>
+        <translation>Aucune clé %1 n’est encore enregistrée pour le modèle actif.</translation>
+    </message>
+    <message>
+        <source>App-Sprache</source>
+        <translation>Langue de l’application</translation>
+    </message>
+    <message>
+        <source>System</source>
+        <translation>Système</translation>
+    </message>
+    <message>
+        <source>Beta-Funktionen</source>
+        <translation>Fonctions bêta</translation>
+    </message>
+    <message>
+        <source>Interview: Live-Sprechererkennung</source>
+        <translation>Interview : détection des locuteurs en direct</translation>
+    </message>
+    <message>
+        <source>Diarisiert während des Interviews periodisch – Sprecher-Labels erscheinen und verschieben sich noch. Experimentell, kostet Rechenleistung. Ohne diese Option kannst du Sprecher nach der Aufnahme wie gewohnt erkennen.</source>
+        <translation>Sépare périodiquement les locuteurs pendant l’interview – les étiquettes apparaissent et peuvent encore bouger. Expérimental, consomme de la puissance de calcul. Sans cette option, vous pouvez détecter les locuteurs après l’enregistrement, comme d’habitude.</translation>
+    </message>
+    <message>
+        <source>Schließen</source>
+        <translation>Fermer</translation>
+    </message>
+    <message>
+        <source>Speichern</source>
+        <translation>Enregistrer</translation>
+    </message>
 </context>
 </TS>

@@ -59,5 +59,221 @@
         <source>Die Transkription konnte nicht gespeichert werden.</source>
         <translation>Transkriptionen kunde inte sparas.</translation>
     </message>
+    <message>
+        <source>Claude Opus 5 (genau)</source>
+        <translation>Claude Opus 5 (noggrann)</translation>
+    </message>
+    <message>
+        <source>Claude Sonnet 5 (schneller)</source>
+        <translation>Claude Sonnet 5 (snabbare)</translation>
+    </message>
+    <message>
+        <source>Claude Haiku 4.5 (am schnellsten)</source>
+        <translation>Claude Haiku 4.5 (snabbast)</translation>
+    </message>
+    <message>
+        <source>OpenAI GPT-4o (genau)</source>
+        <translation>OpenAI GPT-4o (noggrann)</translation>
+    </message>
+    <message>
+        <source>OpenAI GPT-4o mini (schneller)</source>
+        <translation>OpenAI GPT-4o mini (snabbare)</translation>
+    </message>
+    <message>
+        <source>Über Morvane</source>
+        <translation>Om Morvane</translation>
+    </message>
+    <message>
+        <source>Lokale Transkription mit whisper.cpp (CPU / GPU)</source>
+        <translation>Lokal transkribering med whisper.cpp (CPU / GPU)</translation>
+    </message>
+    <message>
+        <source>Version %1</source>
+        <translation>Version %1</translation>
+    </message>
+    <message>
+        <source>Hilfe</source>
+        <translation>Hjälp</translation>
+    </message>
+    <message>
+        <source>Anthropic API-Key</source>
+        <translation>Anthropic API-nyckel</translation>
+    </message>
+    <message>
+        <source>OpenAI API-Key</source>
+        <translation>OpenAI API-nyckel</translation>
+    </message>
+    <message>
+        <source>hinterlegt</source>
+        <translation>sparad</translation>
+    </message>
+    <message>
+        <source>Entfernen</source>
+        <translation>Ta bort</translation>
+    </message>
+    <message>
+        <source>%1 · %2 MB</source>
+        <translation>%1 · %2 MB</translation>
+    </message>
+    <message>
+        <source>Modell löschen</source>
+        <translation>Ta bort modellen</translation>
+    </message>
+    <message>
+        <source>Laden</source>
+        <translation>Ladda ned</translation>
+    </message>
+    <message>
+        <source>Neural Engine aktiv</source>
+        <translation>Neural Engine aktiv</translation>
+    </message>
+    <message>
+        <source>entfernen</source>
+        <translation>ta bort</translation>
+    </message>
+    <message>
+        <source>Neural Engine lädt…</source>
+        <translation>Neural Engine laddas ned…</translation>
+    </message>
+    <message>
+        <source>Neural Engine laden (%1 MB)</source>
+        <translation>Ladda ned Neural Engine (%1 MB)</translation>
+    </message>
+    <message>
+        <source>Beschleunigt den Encoder über die Neural Engine und spart Strom.</source>
+        <translation>Snabbar upp kodaren via Neural Engine och sparar ström.</translation>
+    </message>
+    <message>
+        <source>Willkommen bei Sagwerk</source>
+        <translation>Välkommen till Sagwerk</translation>
+    </message>
+    <message>
+        <source>Sprache aus Audio- und Videodateien in Text – vollständig lokal auf deinem Rechner.</source>
+        <translation>Tal från ljud- och videofiler till text – helt lokalt på din dator.</translation>
+    </message>
+    <message>
+        <source>Aufnehmen oder Dateien ziehen – auch WhatsApp-Sprachnachrichten.</source>
+        <translation>Spela in eller dra in filer – även röstmeddelanden från WhatsApp.</translation>
+    </message>
+    <message>
+        <source>Läuft über CPU/GPU – nichts wird hochgeladen.</source>
+        <translation>Körs på CPU/GPU – inget laddas upp.</translation>
+    </message>
+    <message>
+        <source>Sprechererkennung und mitlaufender Wort-Cursor.</source>
+        <translation>Talaridentifiering och en ordmarkör som följer med.</translation>
+    </message>
+    <message>
+        <source>Optionale KI-Textüberarbeitung.</source>
+        <translation>Valfri AI-bearbetning av texten.</translation>
+    </message>
+    <message>
+        <source>Sprachmodell laden</source>
+        <translation>Ladda ned en talmodell</translation>
+    </message>
+    <message>
+        <source>Zum Transkribieren braucht die App mindestens ein Modell. Empfohlen ist **Small** – ein guter Kompromiss aus Tempo und Genauigkeit. Alles wird nur einmal geladen und läuft dann lokal.</source>
+        <translation>För att transkribera behöver appen minst en modell. Vi rekommenderar **Small** – en bra balans mellan hastighet och noggrannhet. Allt laddas ned en gång och körs sedan lokalt.</translation>
+    </message>
+    <message>
+        <source>Bereit – du kannst fortfahren.</source>
+        <translation>Klart – du kan fortsätta.</translation>
+    </message>
+    <message>
+        <source>Lade mindestens ein Modell, um fortzufahren.</source>
+        <translation>Ladda ned minst en modell för att fortsätta.</translation>
+    </message>
+    <message>
+        <source>KI aktivieren (optional)</source>
+        <translation>Aktivera AI (valfritt)</translation>
+    </message>
+    <message>
+        <source>Für die optionale Textüberarbeitung und Sprechernamen kannst du einen Key von **Anthropic** und/oder **OpenAI** hinterlegen und das aktive Modell wählen. Transkribieren funktioniert auch ganz ohne KI.</source>
+        <translation>För den valfria textbearbetningen och talarnamnen kan du spara en nyckel från **Anthropic** och/eller **OpenAI** och välja den aktiva modellen. Transkribering fungerar helt utan AI.</translation>
+    </message>
+    <message>
+        <source>Aktives Modell</source>
+        <translation>Aktiv modell</translation>
+    </message>
+    <message>
+        <source>Alles bereit!</source>
+        <translation>Allt är klart!</translation>
+    </message>
+    <message>
+        <source>Zieh eine Audio- oder Videodatei ins Fenster oder nimm etwas auf. Weitere Modelle, die Neural Engine und einen KI-Key findest du jederzeit unter „Modelle &amp; Einstellungen“.</source>
+        <translation>Dra in en ljud- eller videofil i fönstret eller spela in något. Fler modeller, Neural Engine och en AI-nyckel hittar du alltid under ”Modeller och inställningar”.</translation>
+    </message>
+    <message>
+        <source>Zurück</source>
+        <translation>Tillbaka</translation>
+    </message>
+    <message>
+        <source>Später</source>
+        <translation>Senare</translation>
+    </message>
+    <message>
+        <source>Los geht&apos;s</source>
+        <translation>Sätt igång</translation>
+    </message>
+    <message>
+        <source>Fertig</source>
+        <translation>Klar</translation>
+    </message>
+    <message>
+        <source>Weiter</source>
+        <translation>Fortsätt</translation>
+    </message>
+    <message>
+        <source>Einstellungen</source>
+        <translation>Inställningar</translation>
+    </message>
+    <message>
+        <source>Modelle</source>
+        <translation>Modeller</translation>
+    </message>
+    <message>
+        <source>Für die Transkription – lokal, einmalig herunterladen. Größere Modelle sind genauer, aber langsamer. Optional die Neural Engine pro Modell laden.</source>
+        <translation>För transkribering – laddas ned en gång och körs lokalt. Större modeller är noggrannare men långsammare. Neural Engine kan laddas ned som tillval för varje modell.</translation>
+    </message>
+    <message>
+        <source>KI-Textüberarbeitung &amp; Sprechernamen</source>
+        <translation>AI-textbearbetning och talarnamn</translation>
+    </message>
+    <message>
+        <source>Optional. Für die KI-Überarbeitung und die Namensergänzung bei der Sprechererkennung. Du kannst beide Anbieter pflegen und das aktive Modell wählen. Keys liegen sicher im Schlüsselbund und gehen nur an den jeweiligen Anbieter.</source>
+        <translation>Valfritt. För AI-bearbetning och namn vid talaridentifiering. Du kan spara nycklar för båda leverantörerna och välja den aktiva modellen. Nycklarna förvaras säkert i nyckelringen och skickas bara till respektive leverantör.</translation>
+    </message>
+    <message>
+        <source>Für das aktive Modell ist noch kein %1-Key hinterlegt.</source>
+        <translation>Ingen %1-nyckel är sparad för den aktiva modellen än.</translation>
+    </message>
+    <message>
+        <source>App-Sprache</source>
+        <translation>Appens språk</translation>
+    </message>
+    <message>
+        <source>System</source>
+        <translation>System</translation>
+    </message>
+    <message>
+        <source>Beta-Funktionen</source>
+        <translation>Betafunktioner</translation>
+    </message>
+    <message>
+        <source>Interview: Live-Sprechererkennung</source>
+        <translation>Intervju: talaridentifiering i realtid</translation>
+    </message>
+    <message>
+        <source>Diarisiert während des Interviews periodisch – Sprecher-Labels erscheinen und verschieben sich noch. Experimentell, kostet Rechenleistung. Ohne diese Option kannst du Sprecher nach der Aufnahme wie gewohnt erkennen.</source>
+        <translation>Separerar talare med jämna mellanrum under intervjun – talaretiketter dyker upp och kan fortfarande flytta sig. Experimentellt och kräver datorkraft. Utan det här alternativet kan du identifiera talare efter inspelningen som vanligt.</translation>
+    </message>
+    <message>
+        <source>Schließen</source>
+        <translation>Stäng</translation>
+    </message>
+    <message>
+        <source>Speichern</source>
+        <translation>Spara</translation>
+    </message>
 </context>
 </TS>

@@ -84,6 +84,8 @@ public:
 
     // The catalogue entry of `selectedModelId`, or the second entry when it names none.
     WhisperModel selectedModel() const;
+    // The key of the active AI model's provider; empty when none is stored for it.
+    QString activeKey() const;
 
     // --- Settings: each change is stored at once ---
     void setSelectedModelId(const QString &id);

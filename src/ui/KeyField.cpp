@@ -1,0 +1,127 @@
+#include "ui/KeyField.h"
+
+#include "app/AppModel.h"
+#include "app/LanguageManager.h"
+#include "ui/Look.h"
+#include "ui/Symbols.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+KeyField::KeyField(AppModel &app, AIProvider provider, bool removable, QWidget *parent)
+    : QWidget(parent), m_app(app), m_provider(provider)
+{
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(4);
+
+    auto *row = new QHBoxLayout;
+    row->setSpacing(8);
+    m_title = new QLabel(this);
+    m_title->setObjectName(QStringLiteral("title"));
+    m_storedIcon = new QLabel(this);
+    m_stored = new QLabel(this);
+    m_stored->setObjectName(QStringLiteral("stored"));
+    row->addWidget(m_title);
+    // The mark and its word sit together, as one label.
+    auto *mark = new QHBoxLayout;
+    mark->setSpacing(3);
+    mark->addWidget(m_storedIcon);
+    mark->addWidget(m_stored);
+    row->addLayout(mark);
+    if (removable) {
+        m_remove = new QPushButton(this);
+        m_remove->setObjectName(QStringLiteral("remove"));
+        m_remove->setAutoDefault(false);
+        connect(m_remove, &QPushButton::clicked, this, &KeyField::remove);
+        row->addWidget(m_remove);
+    }
+    row->addStretch(1);
+    column->addLayout(row);
+
+    m_field = new QLineEdit(this);
+    m_field->setObjectName(QStringLiteral("field"));
+    m_field->setEchoMode(QLineEdit::Password);
+    // The providers' usual key prefixes; never an example key.
+    m_field->setPlaceholderText(provider == AIProvider::anthropic ? QStringLiteral("sk-ant-…")
+                                                                  : QStringLiteral("sk-…"));
+    column->addWidget(m_field);
+
+    const auto changed = provider == AIProvider::anthropic ? &AppModel::anthropicKeyChanged
+                                                           : &AppModel::openaiKeyChanged;
+    connect(&app, changed, this, &KeyField::refresh);
+    connect(&LanguageManager::instance(), &LanguageManager::languageChanged, this, &KeyField::refresh);
+    refresh();
+}
+
+QString KeyField::draft() const
+{
+    return m_field->text();
+}
+
+void KeyField::clearDraft()
+{
+    m_field->clear();
+}
+
+void KeyField::saveDraft()
+{
+    const QString text = draft();
+    if (text.isEmpty())
+        return;
+    if (m_provider == AIProvider::anthropic)
+        m_app.saveAnthropicKey(text);
+    else
+        m_app.saveOpenAIKey(text);
+}
+
+bool KeyField::hasStoredKey() const
+{
+    return !(m_provider == AIProvider::anthropic ? m_app.anthropicKey() : m_app.openaiKey()).isEmpty();
+}
+
+void KeyField::remove()
+{
+    if (m_provider == AIProvider::anthropic)
+        m_app.saveAnthropicKey(QString());
+    else
+        m_app.saveOpenAIKey(QString());
+    clearDraft();
+}
+
+void KeyField::changeEvent(QEvent *event)
+{
+    // Colours come from the window, and widgets learn of a new palette in no fixed order:
+    // restyle once all have it.
+    if (Look::isLookChange(event))
+        QMetaObject::invokeMethod(this, &KeyField::refresh, Qt::QueuedConnection);
+    QWidget::changeEvent(event);
+}
+
+void KeyField::refresh()
+{
+    m_title->setText(m_provider == AIProvider::anthropic
+                         ? QCoreApplication::translate("Sagwerk", "Anthropic API-Key")
+                         : QCoreApplication::translate("Sagwerk", "OpenAI API-Key"));
+    Look::style(m_title, Look::TextSize::subheadline, Look::Tone::text, true);
+
+    const bool stored = hasStoredKey();
+    m_stored->setText(QCoreApplication::translate("Sagwerk", "hinterlegt"));
+    Look::style(m_stored, Look::TextSize::caption, Look::Tone::green);
+    const int iconSize = QFontMetrics(m_stored->font()).height();
+    m_storedIcon->setPixmap(Symbols::pixmap(QStringLiteral("checkmark.seal"), iconSize,
+                                            Look::color(palette(), Look::Tone::green), devicePixelRatioF()));
+    m_stored->setVisible(stored);
+    m_storedIcon->setVisible(stored);
+
+    if (m_remove) {
+        m_remove->setText(QCoreApplication::translate("Sagwerk", "Entfernen"));
+        m_remove->setFont(Look::font(Look::TextSize::caption));
+        m_remove->setEnabled(stored);
+    }
+}

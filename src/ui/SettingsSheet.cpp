@@ -1,0 +1,235 @@
+#include "ui/SettingsSheet.h"
+
+#include "ai/AIModel.h"
+#include "app/AppModel.h"
+#include "app/LanguageManager.h"
+#include "ui/AIModelPicker.h"
+#include "ui/KeyField.h"
+#include "ui/Look.h"
+#include "ui/ModelRow.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QCoreApplication>
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QVBoxLayout>
+
+namespace {
+
+QLabel *wrapping(QWidget *parent, const char *name = nullptr)
+{
+    auto *label = new QLabel(parent);
+    label->setWordWrap(true);
+    if (name)
+        label->setObjectName(QString::fromLatin1(name));
+    return label;
+}
+
+QVBoxLayout *section(QVBoxLayout *body, int spacing)
+{
+    auto *column = new QVBoxLayout;
+    column->setSpacing(spacing);
+    body->addLayout(column);
+    return column;
+}
+
+} // namespace
+
+SettingsSheet::SettingsSheet(AppModel &app, QWidget *parent) : QDialog(parent), m_app(app)
+{
+    setObjectName(QStringLiteral("SettingsSheet"));
+    resize(560, 720);
+    setMinimumSize(560, 420);
+
+    auto *outer = new QVBoxLayout(this);
+    outer->setContentsMargins(0, 0, 0, 0);
+    outer->setSpacing(0);
+
+    m_title = new QLabel(this);
+    auto *titleRow = new QHBoxLayout;
+    titleRow->setContentsMargins(24, 24, 24, 12);
+    titleRow->addWidget(m_title);
+    outer->addLayout(titleRow);
+
+    auto *scroll = new QScrollArea(this);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setWidgetResizable(true);
+    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    auto *content = new QWidget(scroll);
+    content->setObjectName(QStringLiteral("body"));
+    scroll->setWidget(content);
+    // The scrolled page shows the window's background, not a view's.
+    scroll->viewport()->setAutoFillBackground(false);
+    content->setAutoFillBackground(false);
+    auto *body = new QVBoxLayout(content);
+    body->setContentsMargins(24, 0, 24, 16);
+    body->setSpacing(20);
+    outer->addWidget(scroll, 1);
+
+    // Speech models.
+    QVBoxLayout *models = section(body, 8);
+    m_modelsHeading = new QLabel(content);
+    m_modelsText = wrapping(content);
+    m_models = new ModelList(app, content);
+    models->addWidget(m_modelsHeading);
+    models->addWidget(m_modelsText);
+    models->addWidget(m_models);
+
+    body->addWidget(Look::divider(content));
+
+    // AI keys and the active model.
+    QVBoxLayout *ai = section(body, 10);
+    m_aiHeading = new QLabel(content);
+    m_aiText = wrapping(content);
+    m_anthropic = new KeyField(app, AIProvider::anthropic, true, content);
+    m_anthropic->setObjectName(QStringLiteral("anthropicKey"));
+    m_openai = new KeyField(app, AIProvider::openai, true, content);
+    m_openai->setObjectName(QStringLiteral("openaiKey"));
+    ai->addWidget(m_aiHeading);
+    ai->addWidget(m_aiText);
+    ai->addWidget(m_anthropic);
+    ai->addWidget(m_openai);
+    auto *active = new QVBoxLayout;
+    active->setSpacing(4);
+    m_activeHeading = new QLabel(content);
+    auto *picker = new AIModelPicker(app, content);
+    picker->setObjectName(QStringLiteral("aiModel"));
+    picker->setMaximumWidth(320);
+    m_keyWarning = wrapping(content, "keyWarning");
+    active->addWidget(m_activeHeading);
+    active->addWidget(picker, 0, Qt::AlignLeft);
+    active->addWidget(m_keyWarning);
+    ai->addLayout(active);
+
+    // Interface language.
+    QVBoxLayout *language = section(body, 6);
+    m_languageHeading = new QLabel(content);
+    m_language = new QComboBox(content);
+    m_language->setObjectName(QStringLiteral("appLanguage"));
+    m_language->setMaximumWidth(280);
+    m_language->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    // The languages carry their own names; the first entry is translated.
+    m_language->addItem(QString(), QStringLiteral("system"));
+    m_language->addItem(QStringLiteral("Deutsch"), QStringLiteral("de"));
+    m_language->addItem(QStringLiteral("English"), QStringLiteral("en"));
+    m_language->addItem(QStringLiteral("Français"), QStringLiteral("fr"));
+    m_language->addItem(QStringLiteral("Svenska"), QStringLiteral("sv"));
+    connect(m_language, &QComboBox::activated, this,
+            [this](int index) { m_app.setAppLanguage(m_language->itemData(index).toString()); });
+    language->addWidget(m_languageHeading);
+    language->addWidget(m_language, 0, Qt::AlignLeft);
+
+    body->addWidget(Look::divider(content));
+
+    // Beta.
+    QVBoxLayout *beta = section(body, 8);
+    m_betaHeading = new QLabel(content);
+    m_liveSpeakers = new QCheckBox(content);
+    m_liveSpeakers->setObjectName(QStringLiteral("liveSpeakers"));
+    connect(m_liveSpeakers, &QCheckBox::toggled, &app, &AppModel::setInterviewLiveSpeakers);
+    m_betaText = wrapping(content);
+    beta->addWidget(m_betaHeading);
+    beta->addWidget(m_liveSpeakers);
+    beta->addWidget(m_betaText);
+    body->addStretch(1);
+
+    outer->addWidget(Look::divider(this));
+    auto *buttons = new QHBoxLayout;
+    buttons->setContentsMargins(16, 16, 16, 16);
+    buttons->addStretch(1);
+    m_close = new QPushButton(this);
+    m_close->setObjectName(QStringLiteral("close"));
+    m_close->setAutoDefault(false);
+    m_save = new QPushButton(this);
+    m_save->setObjectName(QStringLiteral("save"));
+    m_save->setDefault(true);
+    connect(m_close, &QPushButton::clicked, this, &QDialog::reject);
+    connect(m_save, &QPushButton::clicked, this, &SettingsSheet::save);
+    buttons->addWidget(m_close);
+    buttons->addWidget(m_save);
+    outer->addLayout(buttons);
+
+    connect(this, &QDialog::finished, &app, [&app] { app.setShowSettings(false); });
+    for (auto changed : {&AppModel::activeModelIdChanged, &AppModel::anthropicKeyChanged,
+                         &AppModel::openaiKeyChanged, &AppModel::appLanguageChanged,
+                         &AppModel::interviewLiveSpeakersChanged})
+        connect(&app, changed, this, &SettingsSheet::refresh);
+    connect(&LanguageManager::instance(), &LanguageManager::languageChanged, this, &SettingsSheet::refresh);
+    refresh();
+}
+
+void SettingsSheet::save()
+{
+    m_anthropic->saveDraft();
+    m_openai->saveDraft();
+    accept();
+}
+
+void SettingsSheet::changeEvent(QEvent *event)
+{
+    // Colours come from the window, and widgets learn of a new palette in no fixed order:
+    // restyle once all have it.
+    if (Look::isLookChange(event))
+        QMetaObject::invokeMethod(this, &SettingsSheet::refresh, Qt::QueuedConnection);
+    QDialog::changeEvent(event);
+}
+
+void SettingsSheet::refresh()
+{
+    using Look::TextSize;
+    using Look::Tone;
+    setWindowTitle(QCoreApplication::translate("Sagwerk", "Einstellungen"));
+    m_title->setText(QCoreApplication::translate("Sagwerk", "Einstellungen"));
+    Look::style(m_title, TextSize::title2, Tone::text, true);
+
+    m_modelsHeading->setText(QCoreApplication::translate("Sagwerk", "Modelle"));
+    Look::style(m_modelsHeading, TextSize::headline);
+    m_modelsText->setText(QCoreApplication::translate(
+        "Sagwerk", "Für die Transkription – lokal, einmalig herunterladen. Größere Modelle sind genauer, aber "
+                   "langsamer. Optional die Neural Engine pro Modell laden."));
+    Look::style(m_modelsText, TextSize::caption, Tone::secondary);
+
+    m_aiHeading->setText(QCoreApplication::translate("Sagwerk", "KI-Textüberarbeitung & Sprechernamen"));
+    Look::style(m_aiHeading, TextSize::headline);
+    m_aiText->setText(QCoreApplication::translate(
+        "Sagwerk", "Optional. Für die KI-Überarbeitung und die Namensergänzung bei der Sprechererkennung. Du kannst "
+                   "beide Anbieter pflegen und das aktive Modell wählen. Keys liegen sicher im Schlüsselbund und "
+                   "gehen nur an den jeweiligen Anbieter."));
+    Look::style(m_aiText, TextSize::caption, Tone::secondary);
+    m_activeHeading->setText(QCoreApplication::translate("Sagwerk", "Aktives Modell"));
+    Look::style(m_activeHeading, TextSize::subheadline, Tone::text, true);
+
+    const bool openai = AIModel::by(m_app.activeModelId()).provider == AIProvider::openai;
+    m_keyWarning->setText(QCoreApplication::translate("Sagwerk", "Für das aktive Modell ist noch kein %1-Key hinterlegt.")
+                              .arg(openai ? QStringLiteral("OpenAI") : QStringLiteral("Anthropic")));
+    Look::style(m_keyWarning, TextSize::caption, Tone::orange);
+    m_keyWarning->setVisible(m_app.activeKey().isEmpty());
+
+    m_languageHeading->setText(QCoreApplication::translate("Sagwerk", "App-Sprache"));
+    Look::style(m_languageHeading, TextSize::headline);
+    {
+        const QSignalBlocker blocker(m_language);
+        m_language->setItemText(0, QCoreApplication::translate("Sagwerk", "System"));
+        m_language->setCurrentIndex(m_language->findData(m_app.appLanguage()));
+    }
+
+    m_betaHeading->setText(QCoreApplication::translate("Sagwerk", "Beta-Funktionen"));
+    Look::style(m_betaHeading, TextSize::headline);
+    {
+        const QSignalBlocker blocker(m_liveSpeakers);
+        m_liveSpeakers->setText(QCoreApplication::translate("Sagwerk", "Interview: Live-Sprechererkennung"));
+        m_liveSpeakers->setChecked(m_app.interviewLiveSpeakers());
+    }
+    m_betaText->setText(QCoreApplication::translate(
+        "Sagwerk", "Diarisiert während des Interviews periodisch – Sprecher-Labels erscheinen und verschieben sich "
+                   "noch. Experimentell, kostet Rechenleistung. Ohne diese Option kannst du Sprecher nach der "
+                   "Aufnahme wie gewohnt erkennen."));
+    Look::style(m_betaText, TextSize::caption, Tone::secondary);
+
+    m_close->setText(QCoreApplication::translate("Sagwerk", "Schließen"));
+    m_save->setText(QCoreApplication::translate("Sagwerk", "Speichern"));
+}

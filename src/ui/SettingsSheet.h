@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QDialog>
+
+class AppModel;
+class KeyField;
+class ModelList;
+class QCheckBox;
+class QComboBox;
+class QLabel;
+class QPushButton;
+
+// Speech models, API keys, the active AI model, the interface language and the beta
+// switches. Everything but the key drafts takes effect at once; "Speichern" stores the
+// drafts that were typed, "Schließen" drops them.
+class SettingsSheet : public QDialog {
+    Q_OBJECT
+
+public:
+    explicit SettingsSheet(AppModel &app, QWidget *parent = nullptr);
+
+    // Stores the non-empty key drafts and closes.
+    void save();
+
+protected:
+    void changeEvent(QEvent *event) override;
+
+private:
+    void refresh();
+
+    AppModel &m_app;
+    QLabel *m_title = nullptr;
+    QLabel *m_modelsHeading = nullptr;
+    QLabel *m_modelsText = nullptr;
+    ModelList *m_models = nullptr;
+    QLabel *m_aiHeading = nullptr;
+    QLabel *m_aiText = nullptr;
+    KeyField *m_anthropic = nullptr;
+    KeyField *m_openai = nullptr;
+    QLabel *m_activeHeading = nullptr;
+    QLabel *m_keyWarning = nullptr;
+    QLabel *m_languageHeading = nullptr;
+    QComboBox *m_language = nullptr;
+    QLabel *m_betaHeading = nullptr;
+    QCheckBox *m_liveSpeakers = nullptr;
+    QLabel *m_betaText = nullptr;
+    QPushButton *m_close = nullptr;
+    QPushButton *m_save = nullptr;
+};
