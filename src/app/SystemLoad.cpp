@@ -1,8 +1,9 @@
 #include "app/SystemLoad.h"
 
+#include "app/Nvml.h"
+
 #include <QDir>
 #include <QFile>
-#include <QLibrary>
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -87,63 +88,9 @@ std::optional<double> drmBusyPercent(const QString &drmDir)
     return std::nullopt;
 }
 
-namespace {
-
-// The few entry points of the NVIDIA management library, declared as its C interface
-// has them; 0 is success.
-struct NvmlUtilization {
-    unsigned int gpu;
-    unsigned int memory;
-};
-using NvmlDevice = void *;
-
-struct Nvml {
-    int (*deviceCount)(unsigned int *) = nullptr;
-    int (*deviceHandle)(unsigned int, NvmlDevice *) = nullptr;
-    int (*utilization)(NvmlDevice, NvmlUtilization *) = nullptr;
-    bool ready = false;
-};
-
-// Loaded and initialised once, on first use, and kept for the life of the process.
-const Nvml &nvml()
-{
-    static const Nvml loaded = [] {
-        Nvml n;
-        QLibrary library(QStringLiteral("nvidia-ml"), 1);
-        if (!library.load())
-            return n;
-        auto init = reinterpret_cast<int (*)()>(library.resolve("nvmlInit_v2"));
-        n.deviceCount = reinterpret_cast<decltype(n.deviceCount)>(library.resolve("nvmlDeviceGetCount_v2"));
-        n.deviceHandle = reinterpret_cast<decltype(n.deviceHandle)>(library.resolve("nvmlDeviceGetHandleByIndex_v2"));
-        n.utilization = reinterpret_cast<decltype(n.utilization)>(library.resolve("nvmlDeviceGetUtilizationRates"));
-        n.ready = init && n.deviceCount && n.deviceHandle && n.utilization && init() == 0;
-        return n;
-    }();
-    return loaded;
-}
-
-} // namespace
-
-std::optional<double> nvmlUtilization()
-{
-    const Nvml &n = nvml();
-    if (!n.ready)
-        return std::nullopt;
-    unsigned int count = 0;
-    if (n.deviceCount(&count) != 0)
-        return std::nullopt;
-    for (unsigned int i = 0; i < count; ++i) {
-        NvmlDevice device = nullptr;
-        NvmlUtilization rates{};
-        if (n.deviceHandle(i, &device) == 0 && n.utilization(device, &rates) == 0)
-            return std::clamp(double(rates.gpu), 0.0, 100.0);
-    }
-    return std::nullopt;
-}
-
 std::optional<double> gpuUtilization()
 {
-    if (const std::optional<double> percent = nvmlUtilization())
+    if (const std::optional<double> percent = Nvml::utilization())
         return percent;
     return drmBusyPercent();
 }

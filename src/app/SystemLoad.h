@@ -33,10 +33,8 @@ QList<double> coreLoads(const QList<CoreTicks> &previous, const QList<CoreTicks>
 // GPU utilisation in percent, 0 to 100, from the first card under `drmDir` ("card0",
 // "card1", ... in number order) whose driver reports device/gpu_busy_percent.
 std::optional<double> drmBusyPercent(const QString &drmDir = QStringLiteral("/sys/class/drm"));
-// From the NVIDIA management library, when libnvidia-ml.so.1 loads: the first device
-// that answers.
-std::optional<double> nvmlUtilization();
-// NVML, else the kernel's counter, else nothing.
+// The NVIDIA management library's figure (Nvml::utilization), else the kernel's
+// counter, else nothing.
 std::optional<double> gpuUtilization();
 
 } // namespace SystemLoad

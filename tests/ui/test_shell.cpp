@@ -10,6 +10,8 @@
 #include "ui/ContentView.h"
 #include "ui/DetailPane.h"
 #include "ui/DropZone.h"
+#include "ui/MainWindow.h"
+#include "ui/SagwerkApp.h"
 #include "ui/Sidebar.h"
 #include "ui/TranscribeSetupView.h"
 
@@ -312,4 +314,50 @@ TEST_F(ShellTest, OpenPanelAndDropStageTheFirstFile)
     EXPECT_FALSE(zone->targeted());
     ASSERT_TRUE(waitFor([&] { return app.pending().has_value(); }));
     EXPECT_EQ(std::get<PendingItem::File>(app.pending()->kind).url, QStringLiteral("/x/notes.txt"));
+}
+
+TEST_F(ShellTest, WindowsOpenOnceAndSheetsFollowTheirFlags)
+{
+    // A first start without a model: the wizard covers the window at once.
+    QSettings(QStringLiteral("Morvane"), QStringLiteral("Sagwerk")).remove(Settings::onboardingDone);
+    SagwerkApp sagwerk;
+    AppModel &app = sagwerk.model();
+    MainWindow *window = sagwerk.mainWindow();
+    window->show();
+    ContentView &view = *window->content();
+    ASSERT_TRUE(app.showOnboarding());
+    ASSERT_TRUE(waitFor([&] { return view.onboardingSheet() != nullptr; }));
+    view.onboardingSheet()->reject();
+    EXPECT_FALSE(app.showOnboarding());
+
+    // "help" and "about" open once each; asking again brings back the same window.
+    EXPECT_EQ(window->helpAction()->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_Question));
+    window->helpAction()->trigger();
+    QWidget *help = sagwerk.window(QStringLiteral("help"));
+    ASSERT_TRUE(help);
+    EXPECT_TRUE(help->isVisible());
+    help->close();
+    view.detailPane()->helpAction()->trigger();
+    EXPECT_EQ(sagwerk.window(QStringLiteral("help")), help);
+    EXPECT_TRUE(help->isVisible());
+    window->aboutAction()->trigger();
+    QWidget *about = sagwerk.window(QStringLiteral("about"));
+    ASSERT_TRUE(about);
+    EXPECT_NE(about, help);
+    EXPECT_EQ(about->minimumSize(), about->maximumSize()) << "the about window keeps its size";
+
+    // A sheet opens with its flag and closes when the flag is cleared elsewhere.
+    app.setShowRecorder(true);
+    ASSERT_TRUE(view.recordSheet());
+    EXPECT_TRUE(view.recordSheet()->isVisible());
+    app.setShowRecorder(false);
+    EXPECT_TRUE(waitFor([&] { return view.recordSheet() == nullptr; }));
+
+    // Windows follow the interface language too.
+    app.setAppLanguage(QStringLiteral("sv"));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(help->windowTitle(), QStringLiteral("Hjälp"));
+    EXPECT_EQ(help->locale().language(), QLocale::Swedish);
+    EXPECT_EQ(window->aboutAction()->text(), QStringLiteral("Om Morvane…"));
+    app.setAppLanguage(QStringLiteral("de"));
 }
