@@ -69,9 +69,11 @@ void ContentView::updateSheet(Sheet &sheet)
         });
         dialog->open();
     } else if (sheet.dialog) {
+        // Cleared elsewhere (the sheet's own work is done): it goes whatever it would
+        // say to a close.
         QDialog *dialog = sheet.dialog;
         sheet.dialog = nullptr;
-        dialog->close();
+        dialog->done(QDialog::Rejected);
     }
 }
 
