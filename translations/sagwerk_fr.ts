@@ -92,6 +92,38 @@
         <translation>Version %1</translation>
     </message>
     <message>
+        <source>Transkription löschen?</source>
+        <translation>Supprimer la transcription ?</translation>
+    </message>
+    <message>
+        <source>Aufnahme und Sagwerk werden dauerhaft entfernt.</source>
+        <translation>L’enregistrement et sa transcription seront supprimés définitivement.</translation>
+    </message>
+    <message>
+        <source>Löschen</source>
+        <translation>Supprimer</translation>
+    </message>
+    <message>
+        <source>Neu</source>
+        <translation>Nouveau</translation>
+    </message>
+    <message>
+        <source>Neue Transkription</source>
+        <translation>Nouvelle transcription</translation>
+    </message>
+    <message>
+        <source>Diese Transkription löschen</source>
+        <translation>Supprimer cette transcription</translation>
+    </message>
+    <message>
+        <source>Interview</source>
+        <translation>Entretien</translation>
+    </message>
+    <message>
+        <source>Datei öffnen</source>
+        <translation>Ouvrir un fichier</translation>
+    </message>
+    <message>
         <source>Hilfe</source>
         <translation>Aide</translation>
     </message>
@@ -274,6 +306,162 @@
     <message>
         <source>Speichern</source>
         <translation>Enregistrer</translation>
+    </message>
+    <message>
+        <source>Deutsch</source>
+        <translation>Allemand</translation>
+    </message>
+    <message>
+        <source>Automatisch</source>
+        <translation>Automatique</translation>
+    </message>
+    <message>
+        <source>Englisch</source>
+        <translation>Anglais</translation>
+    </message>
+    <message>
+        <source>Französisch</source>
+        <translation>Français</translation>
+    </message>
+    <message>
+        <source>Schwedisch</source>
+        <translation>Suédois</translation>
+    </message>
+    <message>
+        <source>Transkribiere… %1 %      %2 s</source>
+        <translation>Transcription… %1 %      %2 s</translation>
+    </message>
+    <message>
+        <source>Abbrechen</source>
+        <translation>Annuler</translation>
+    </message>
+    <message>
+        <source>Fehler</source>
+        <translation>Erreur</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Lade zuerst ein Modell in den Einstellungen.</source>
+        <translation>Téléchargez d’abord un modèle dans les réglages.</translation>
+    </message>
+    <message>
+        <source>Audio- oder Videodatei hierher ziehen</source>
+        <translation>Glissez un fichier audio ou vidéo ici</translation>
+    </message>
+    <message>
+        <source>Bei Videos wird die Tonspur transkribiert. Alles bleibt lokal auf diesem Mac.</source>
+        <translation>Pour les vidéos, c’est la piste audio qui est transcrite. Tout reste sur cet ordinateur.</translation>
+    </message>
+    <message>
+        <source>Datei öffnen…</source>
+        <translation>Ouvrir un fichier…</translation>
+    </message>
+    <message>
+        <source>Datei</source>
+        <translation>Fichier</translation>
+    </message>
+    <message>
+        <source>Beenden</source>
+        <translation>Quitter</translation>
+    </message>
+    <message>
+        <source>Sagwerk-Hilfe</source>
+        <translation>Aide de Sagwerk</translation>
+    </message>
+    <message>
+        <source>Über Morvane…</source>
+        <translation>À propos de Morvane…</translation>
+    </message>
+    <message>
+        <source>Quelle</source>
+        <translation>Source</translation>
+    </message>
+    <message>
+        <source>aktiv</source>
+        <translation>actif</translation>
+    </message>
+    <message>
+        <source>aus</source>
+        <translation>désactivé</translation>
+    </message>
+    <message>
+        <source>Audio- und Videodateien</source>
+        <translation>Fichiers audio et vidéo</translation>
+    </message>
+    <message>
+        <source>Modelle &amp; Einstellungen</source>
+        <translation>Modèles et réglages</translation>
+    </message>
+    <message>
+        <source>Verlauf</source>
+        <translation>Historique</translation>
+    </message>
+    <message>
+        <source>Modell</source>
+        <translation>Modèle</translation>
+    </message>
+    <message>
+        <source>Sprache</source>
+        <translation>Langue</translation>
+    </message>
+    <message>
+        <source>Live-Sprecher (Beta)</source>
+        <translation>Locuteurs en direct (bêta)</translation>
+    </message>
+    <message>
+        <source>Sprechererkennung</source>
+        <translation>Reconnaissance des locuteurs</translation>
+    </message>
+    <message>
+        <source>Anzahl Sprecher</source>
+        <translation>Nombre de locuteurs</translation>
+    </message>
+    <message>
+        <source>Bereit zum Transkribieren</source>
+        <translation>Prêt à transcrire</translation>
+    </message>
+    <message>
+        <source>Transkription starten</source>
+        <translation>Lancer la transcription</translation>
+    </message>
+    <message>
+        <source>Aufnahme vorbereiten</source>
+        <translation>Préparer l’enregistrement</translation>
+    </message>
+    <message>
+        <source>Neue Aufnahme über das Mikrofon.</source>
+        <translation>Nouvel enregistrement avec le micro.</translation>
+    </message>
+    <message>
+        <source>Aufnahme starten</source>
+        <translation>Démarrer l’enregistrement</translation>
+    </message>
+    <message>
+        <source>Interview vorbereiten</source>
+        <translation>Préparer l’entretien</translation>
+    </message>
+    <message>
+        <source>Live-Transkription während der Aufnahme.</source>
+        <translation>Transcription en direct pendant l’enregistrement.</translation>
+    </message>
+    <message>
+        <source>Interview starten</source>
+        <translation>Démarrer l’entretien</translation>
+    </message>
+    <message>
+        <source>Kein Modell installiert</source>
+        <translation>Aucun modèle installé</translation>
+    </message>
+    <message>
+        <source>Wenn du die Anzahl kennst (z. B. Interview = 2), verbessert das die Trennung deutlich.</source>
+        <translation>Si vous connaissez le nombre (p. ex. entretien = 2), la séparation est nettement meilleure.</translation>
+    </message>
+    <message>
+        <source>Audio aufnehmen</source>
+        <translation>Enregistrer de l’audio</translation>
     </message>
 </context>
 </TS>

@@ -26,11 +26,11 @@ bool assign(T &field, const T &value)
 const QList<AppModel::LanguageOption> &AppModel::languages()
 {
     static const QList<LanguageOption> list = {
-        {QStringLiteral("de"), QStringLiteral("Deutsch")},
-        {QStringLiteral("auto"), QStringLiteral("Automatisch")},
-        {QStringLiteral("en"), QStringLiteral("Englisch")},
-        {QStringLiteral("fr"), QStringLiteral("Französisch")},
-        {QStringLiteral("sv"), QStringLiteral("Schwedisch")},
+        {QStringLiteral("de"), QString::fromUtf8(QT_TRANSLATE_NOOP("Sagwerk", "Deutsch"))},
+        {QStringLiteral("auto"), QString::fromUtf8(QT_TRANSLATE_NOOP("Sagwerk", "Automatisch"))},
+        {QStringLiteral("en"), QString::fromUtf8(QT_TRANSLATE_NOOP("Sagwerk", "Englisch"))},
+        {QStringLiteral("fr"), QString::fromUtf8(QT_TRANSLATE_NOOP("Sagwerk", "Französisch"))},
+        {QStringLiteral("sv"), QString::fromUtf8(QT_TRANSLATE_NOOP("Sagwerk", "Schwedisch"))},
     };
     return list;
 }
@@ -164,6 +164,12 @@ void AppModel::setPending(const std::optional<PendingItem> &item)
 {
     m_pending = item;
     emit pendingChanged();
+}
+
+void AppModel::setShowOnboarding(bool show)
+{
+    if (assign(m_showOnboarding, show))
+        emit showOnboardingChanged();
 }
 
 void AppModel::setHistory(const QList<HistoryItem> &history)

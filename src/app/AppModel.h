@@ -101,6 +101,7 @@ public:
     void setErrorMessage(const std::optional<QString> &message);
     void setCurrent(const std::optional<HistoryItem> &item);
     void setPending(const std::optional<PendingItem> &item);
+    void setShowOnboarding(bool show);
 
     // --- History and keys ---
     void deleteItem(const HistoryItem &item);
@@ -122,6 +123,13 @@ public:
                     const JobOverrides &overrides = {});
     void cancelTranscription();
     void reTranscribe(const HistoryItem &item);
+
+    // The file chooser: one audio or video file, or nothing when the user cancels. The
+    // desktop application installs a dialog; without one, openPanel does nothing.
+    using FilePanel = std::function<std::optional<QString>()>;
+    void setFilePanel(FilePanel panel);
+    // Asks the chooser for a file and stages it under its own name.
+    void openPanel();
     // The speaker job's entry; it arrives with the speaker subsystem and does nothing yet.
     void detectSpeakers(const HistoryItem &item);
 
@@ -205,4 +213,5 @@ private:
     QTimer *m_timer = nullptr;
     std::optional<QFuture<void>> m_transcribeTask;
     TranscribeControlPtr m_control;
+    FilePanel m_filePanel;
 };

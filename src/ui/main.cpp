@@ -1,5 +1,7 @@
+#include "ui/MainWindow.h"
+#include "ui/SagwerkApp.h"
+
 #include <QApplication>
-#include <QMainWindow>
 
 int main(int argc, char **argv)
 {
@@ -8,9 +10,7 @@ int main(int argc, char **argv)
     QApplication::setApplicationName(QStringLiteral("Sagwerk"));
     QApplication::setApplicationVersion(QStringLiteral(SAGWERK_VERSION));
 
-    QMainWindow window;
-    window.setWindowTitle(QStringLiteral("Sagwerk"));
-    window.resize(1100, 720);
-    window.show();
+    SagwerkApp sagwerk;
+    sagwerk.mainWindow()->show();
     return app.exec();
 }

@@ -1,0 +1,105 @@
+#include "ui/BusyView.h"
+
+#include "app/AppModel.h"
+#include "engine/ModelStore.h"
+#include "ui/ProcessingVisualizer.h"
+#include "ui/ShellStyle.h"
+#include "ui/SystemMonitor.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include <cmath>
+
+BusyView::BusyView(AppModel &app, QWidget *parent) : QWidget(parent), m_app(app)
+{
+    m_monitor = new SystemMonitor(this);
+
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(30, 30, 30, 30);
+    layout->setSpacing(20);
+    layout->addStretch(1);
+
+    m_visualizer = new ProcessingVisualizer(this);
+    m_visualizer->setMaximumSize(660, 300);
+    layout->addWidget(m_visualizer, 10, Qt::AlignHCenter);
+
+    m_status = new QLabel(this);
+    m_status->setFont(ShellStyle::withTabularDigits(ShellStyle::font(ShellStyle::TextSize::title3)));
+    m_status->setAlignment(Qt::AlignCenter);
+    ShellStyle::setTextColor(m_status, ShellStyle::secondary(palette()));
+    layout->addWidget(m_status, 0, Qt::AlignHCenter);
+
+    m_cancel = new QPushButton(this);
+    m_cancel->setIcon(ShellStyle::symbolIcon(QStringLiteral("xmark.circle"), palette()));
+    connect(m_cancel, &QPushButton::clicked, &app, &AppModel::cancelTranscription);
+    layout->addWidget(m_cancel, 0, Qt::AlignHCenter);
+    layout->addStretch(1);
+
+    connect(&app, &AppModel::busyProgressChanged, this, [this] {
+        updateStatus();
+        updateScene();
+    });
+    connect(&app, &AppModel::busyElapsedChanged, this, &BusyView::updateStatus);
+    connect(&app, &AppModel::selectedModelIdChanged, this, &BusyView::updateScene);
+    connect(app.modelStore(), &ModelStore::coreMLInstalledChanged, this, &BusyView::updateScene);
+    connect(m_monitor, &SystemMonitor::coreUsageChanged, this, &BusyView::updateScene);
+    connect(m_monitor, &SystemMonitor::gpuUtilizationChanged, this, &BusyView::updateScene);
+
+    retranslate();
+    updateScene();
+}
+
+QString BusyView::statusText() const
+{
+    return m_status->text();
+}
+
+void BusyView::updateStatus()
+{
+    const qint64 percent = qint64(std::trunc(m_app.busyProgress() * 100));
+    m_status->setText(QCoreApplication::translate("Sagwerk", "Transkribiere… %1 %      %2 s")
+                          .arg(QString::number(percent), QString::number(m_app.busyElapsed(), 'f', 1)));
+}
+
+void BusyView::updateScene()
+{
+    m_visualizer->setProgress(m_app.busyProgress());
+    m_visualizer->setCores(m_monitor->coreUsage());
+    m_visualizer->setGpu(m_monitor->gpuUtilization().value_or(0.0) / 100.0);
+    m_visualizer->setNeuralEngineActive(m_app.modelStore()->coreMLInstalled().contains(m_app.selectedModelId()));
+    m_visualizer->updateGeometry();
+}
+
+void BusyView::retranslate()
+{
+    m_cancel->setText(QCoreApplication::translate("Sagwerk", "Abbrechen"));
+    updateStatus();
+}
+
+void BusyView::showEvent(QShowEvent *event)
+{
+    // The machine is sampled only while the screen shows.
+    m_monitor->start();
+    QWidget::showEvent(event);
+}
+
+void BusyView::hideEvent(QHideEvent *event)
+{
+    m_monitor->stop();
+    QWidget::hideEvent(event);
+}
+
+void BusyView::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::LanguageChange) {
+        retranslate();
+    } else if (event->type() == QEvent::ApplicationPaletteChange) {
+        ShellStyle::setTextColor(m_status, ShellStyle::secondary(QApplication::palette()));
+        m_cancel->setIcon(ShellStyle::symbolIcon(QStringLiteral("xmark.circle"), QApplication::palette()));
+    }
+    QWidget::changeEvent(event);
+}

@@ -1,0 +1,191 @@
+#include "ui/DetailPane.h"
+
+#include "app/AppModel.h"
+#include "ui/BusyView.h"
+#include "ui/DropZone.h"
+#include "ui/ShellStyle.h"
+#include "ui/TranscribeSetupView.h"
+#include "ui/Windows.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QEvent>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QToolBar>
+#include <QVBoxLayout>
+
+DetailPane::Screen DetailPane::screenFor(bool interviewActive, bool isBusy, bool hasPending, bool hasCurrent)
+{
+    if (interviewActive)
+        return Screen::interview;
+    if (isBusy)
+        return Screen::busy;
+    if (hasPending)
+        return Screen::setup;
+    if (hasCurrent)
+        return Screen::result;
+    return Screen::drop;
+}
+
+DetailPane::Screen DetailPane::screenFor(const AppModel &app)
+{
+    return screenFor(app.interviewActive(), app.isBusy(), app.pending().has_value(), app.current().has_value());
+}
+
+DetailPane::DetailPane(AppModel &app, QWidget *parent) : QWidget(parent), m_app(app)
+{
+    setBackgroundRole(QPalette::Base);
+    setAutoFillBackground(true);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+
+    // Placed by the window; hidden until then.
+    m_toolbar = new QToolBar(this);
+    m_toolbar->hide();
+    m_toolbar->setObjectName(QStringLiteral("detail-toolbar"));
+    m_toolbar->setMovable(false);
+    m_toolbar->setFloatable(false);
+    m_toolbar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    m_toolbar->setIconSize(QSize(18, 18));
+    m_toolbar->setContextMenuPolicy(Qt::PreventContextMenu);
+
+    // Navigation.
+    m_new = m_toolbar->addAction(QString());
+    connect(m_new, &QAction::triggered, &app, [&app] {
+        app.setCurrent(std::nullopt);
+        app.setPending(std::nullopt);
+    });
+    m_delete = m_toolbar->addAction(QString());
+    connect(m_delete, &QAction::triggered, this, [this] { setShowDeleteConfirm(true); });
+
+    auto *spacer = new QWidget(m_toolbar);
+    spacer->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    m_toolbar->addWidget(spacer);
+
+    // Primary actions.
+    m_interview = m_toolbar->addAction(QString());
+    connect(m_interview, &QAction::triggered, &app, &AppModel::stageInterview);
+    m_open = m_toolbar->addAction(QString());
+    connect(m_open, &QAction::triggered, &app, &AppModel::openPanel);
+    m_toolbar->addSeparator();
+
+    // Always there.
+    m_settings = m_toolbar->addAction(QString());
+    connect(m_settings, &QAction::triggered, &app, [&app] { app.setShowSettings(true); });
+    m_help = m_toolbar->addAction(QString());
+    connect(m_help, &QAction::triggered, this, &DetailPane::helpRequested);
+
+    for (auto signal : {&AppModel::interviewActiveChanged, &AppModel::isBusyChanged, &AppModel::pendingChanged,
+                        &AppModel::currentChanged})
+        connect(&app, signal, this, &DetailPane::refresh);
+
+    retranslate();
+    restyle();
+    refresh();
+}
+
+void DetailPane::refresh()
+{
+    const Screen screen = screenFor(m_app);
+    QString identity;
+    if (screen == Screen::setup)
+        identity = m_app.pending()->id.toString();
+    else if (screen == Screen::result)
+        identity = m_app.current()->id;
+
+    updateActions();
+    if (m_widget && screen == m_screen && identity == m_identity)
+        return;
+
+    // A new screen starts afresh: the old one and its local state go.
+    if (m_widget) {
+        m_widget->hide();
+        m_widget->deleteLater();
+    }
+    m_screen = screen;
+    m_identity = identity;
+    switch (screen) {
+    case Screen::interview: m_widget = makeInterviewView(m_app, this); break;
+    case Screen::busy: m_widget = new BusyView(m_app, this); break;
+    case Screen::setup: m_widget = new TranscribeSetupView(m_app, *m_app.pending(), this); break;
+    case Screen::result: m_widget = makeResultView(m_app, this); break;
+    case Screen::drop: m_widget = new DropZone(m_app, this); break;
+    }
+    layout()->addWidget(m_widget);
+    m_widget->show();
+}
+
+void DetailPane::updateActions()
+{
+    const bool busy = m_app.isBusy();
+    m_new->setEnabled(!busy && (m_app.current() || m_app.pending()));
+    m_delete->setEnabled(!busy && m_app.current());
+    m_interview->setEnabled(!busy);
+    m_open->setEnabled(!busy);
+}
+
+void DetailPane::setShowDeleteConfirm(bool show)
+{
+    if (!show) {
+        if (m_confirm)
+            m_confirm->done(QMessageBox::Cancel);
+        return;
+    }
+    if (m_confirm)
+        return;
+    m_confirm = new QMessageBox(window());
+    m_confirm->setAttribute(Qt::WA_DeleteOnClose);
+    m_confirm->setIcon(QMessageBox::Warning);
+    m_confirm->setWindowTitle(QCoreApplication::translate("Sagwerk", "Transkription löschen?"));
+    m_confirm->setText(QCoreApplication::translate("Sagwerk", "Transkription löschen?"));
+    m_confirm->setInformativeText(
+        QCoreApplication::translate("Sagwerk", "Aufnahme und Sagwerk werden dauerhaft entfernt."));
+    QPushButton *remove
+        = m_confirm->addButton(QCoreApplication::translate("Sagwerk", "Löschen"), QMessageBox::DestructiveRole);
+    QPushButton *cancel
+        = m_confirm->addButton(QCoreApplication::translate("Sagwerk", "Abbrechen"), QMessageBox::RejectRole);
+    m_confirm->setDefaultButton(cancel);
+    m_confirm->setEscapeButton(cancel);
+    ShellStyle::styleAlert(m_confirm);
+    connect(m_confirm, &QMessageBox::finished, this, [this, remove] {
+        const bool confirmed = m_confirm && m_confirm->clickedButton() == remove;
+        m_confirm = nullptr;
+        if (confirmed && m_app.current())
+            m_app.deleteItem(*m_app.current());
+    });
+    m_confirm->open();
+}
+
+void DetailPane::retranslate()
+{
+    m_new->setText(QCoreApplication::translate("Sagwerk", "Neu"));
+    m_new->setToolTip(QCoreApplication::translate("Sagwerk", "Neue Transkription"));
+    m_delete->setText(QCoreApplication::translate("Sagwerk", "Löschen"));
+    m_delete->setToolTip(QCoreApplication::translate("Sagwerk", "Diese Transkription löschen"));
+    m_interview->setText(QCoreApplication::translate("Sagwerk", "Interview"));
+    m_open->setText(QCoreApplication::translate("Sagwerk", "Datei öffnen"));
+    m_settings->setText(QCoreApplication::translate("Sagwerk", "Einstellungen"));
+    m_help->setText(QCoreApplication::translate("Sagwerk", "Hilfe"));
+}
+
+void DetailPane::restyle()
+{
+    const QPalette &pal = QApplication::palette();
+    m_new->setIcon(ShellStyle::symbolIcon(QStringLiteral("square.and.pencil"), pal));
+    m_delete->setIcon(ShellStyle::symbolIcon(QStringLiteral("trash"), pal));
+    m_interview->setIcon(ShellStyle::symbolIcon(QStringLiteral("person.2.wave.2"), pal));
+    m_open->setIcon(ShellStyle::symbolIcon(QStringLiteral("folder"), pal));
+    m_settings->setIcon(ShellStyle::symbolIcon(QStringLiteral("gearshape"), pal));
+    m_help->setIcon(ShellStyle::symbolIcon(QStringLiteral("questionmark.circle"), pal));
+}
+
+void DetailPane::changeEvent(QEvent *event)
+{
+    // The toolbar lives in the window's toolbar area, but belongs here.
+    if (event->type() == QEvent::LanguageChange)
+        retranslate();
+    else if (event->type() == QEvent::ApplicationPaletteChange)
+        restyle();
+    QWidget::changeEvent(event);
+}

@@ -1,0 +1,200 @@
+#include "ui/DropZone.h"
+
+#include "app/AppModel.h"
+#include "engine/ModelStore.h"
+#include "ui/ShellStyle.h"
+#include "ui/Windows.h"
+
+#include <QApplication>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMimeData>
+#include <QPainter>
+#include <QPushButton>
+#include <QStyle>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int inset = 24; // of the dashed frame from the pane's edges
+
+QPushButton *largeButton(QWidget *parent)
+{
+    auto *button = new QPushButton(parent);
+    button->setIconSize(QSize(18, 18));
+    button->setMinimumHeight(34);
+    button->setFont(ShellStyle::font(ShellStyle::TextSize::body));
+    return button;
+}
+
+} // namespace
+
+QPushButton *makeModelHint(AppModel &app, QWidget *parent)
+{
+    auto *hint = new QPushButton(parent);
+    hint->setFlat(true);
+    hint->setCursor(Qt::PointingHandCursor);
+    hint->setFont(ShellStyle::font(ShellStyle::TextSize::callout));
+    QObject::connect(hint, &QPushButton::clicked, &app, [&app] { app.setShowSettings(true); });
+    retranslateModelHint(hint);
+    restyleModelHint(hint);
+    return hint;
+}
+
+void retranslateModelHint(QPushButton *hint)
+{
+    hint->setText(QCoreApplication::translate("Sagwerk", "Lade zuerst ein Modell in den Einstellungen."));
+}
+
+void restyleModelHint(QPushButton *hint)
+{
+    const QColor orange = ShellStyle::orange(QApplication::palette());
+    ShellStyle::setTextColor(hint, orange);
+    hint->setIcon(ShellStyle::symbolIcon(QStringLiteral("exclamationmark.circle"), orange));
+}
+
+DropZone::DropZone(AppModel &app, QWidget *parent) : QWidget(parent), m_app(app)
+{
+    setAcceptDrops(true);
+
+    auto *layout = new QVBoxLayout(this);
+    // 40 points of padding inside a frame that is inset by 24.
+    layout->setContentsMargins(inset + 40, inset + 40, inset + 40, inset + 40);
+    layout->setSpacing(16);
+    layout->addStretch(1);
+
+    m_icon = new QLabel(this);
+    m_icon->setAlignment(Qt::AlignCenter);
+    layout->addWidget(m_icon);
+
+    m_heading = new QLabel(this);
+    m_heading->setFont(ShellStyle::font(ShellStyle::TextSize::title3, QFont::Medium));
+    m_heading->setAlignment(Qt::AlignCenter);
+    m_heading->setWordWrap(true);
+    layout->addWidget(m_heading);
+
+    m_text = new QLabel(this);
+    m_text->setFont(ShellStyle::font(ShellStyle::TextSize::callout));
+    m_text->setAlignment(Qt::AlignCenter);
+    m_text->setWordWrap(true);
+    layout->addWidget(m_text);
+
+    auto *buttons = new QHBoxLayout;
+    buttons->setSpacing(10);
+    buttons->addStretch(1);
+    m_open = largeButton(this);
+    connect(m_open, &QPushButton::clicked, &app, &AppModel::openPanel);
+    buttons->addWidget(m_open);
+    m_interview = largeButton(this);
+    connect(m_interview, &QPushButton::clicked, &app, &AppModel::stageInterview);
+    buttons->addWidget(m_interview);
+    buttons->addStretch(1);
+    layout->addSpacing(2);
+    layout->addLayout(buttons);
+
+    if (QWidget *link = makeLinkField(app, this)) {
+        link->setMaximumWidth(540);
+        layout->addWidget(link, 0, Qt::AlignHCenter);
+    }
+
+    m_hint = makeModelHint(app, this);
+    layout->addWidget(m_hint, 0, Qt::AlignHCenter);
+    layout->addStretch(1);
+
+    connect(app.modelStore(), &ModelStore::installedChanged, this, &DropZone::updateHint);
+
+    retranslate();
+    restyle();
+    updateHint();
+}
+
+void DropZone::updateHint()
+{
+    m_hint->setVisible(m_app.modelStore()->installed().isEmpty());
+}
+
+void DropZone::retranslate()
+{
+    m_heading->setText(QCoreApplication::translate("Sagwerk", "Audio- oder Videodatei hierher ziehen"));
+    m_text->setText(QCoreApplication::translate(
+        "Sagwerk", "Bei Videos wird die Tonspur transkribiert. Alles bleibt lokal auf diesem Mac."));
+    m_open->setText(QCoreApplication::translate("Sagwerk", "Datei öffnen…"));
+    m_interview->setText(QCoreApplication::translate("Sagwerk", "Interview"));
+    retranslateModelHint(m_hint);
+}
+
+void DropZone::restyle()
+{
+    const QPalette &pal = QApplication::palette();
+    const QColor iconColor = m_targeted ? ShellStyle::accent(pal) : ShellStyle::secondary(pal);
+    m_icon->setPixmap(ShellStyle::symbolPixmap(QStringLiteral("waveform"), 52, iconColor, devicePixelRatioF()));
+    ShellStyle::setTextColor(m_text, ShellStyle::secondary(pal));
+    m_open->setIcon(ShellStyle::symbolIcon(QStringLiteral("folder"), pal));
+    m_interview->setIcon(ShellStyle::symbolIcon(QStringLiteral("person.2.wave.2"), pal));
+    restyleModelHint(m_hint);
+}
+
+void DropZone::setTargeted(bool targeted)
+{
+    if (m_targeted == targeted)
+        return;
+    m_targeted = targeted;
+    restyle();
+    update();
+}
+
+void DropZone::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QPalette &pal = QApplication::palette();
+    const QColor color
+        = m_targeted ? ShellStyle::accent(pal) : ShellStyle::withAlpha(ShellStyle::secondary(pal), 0.4);
+    QPen pen(color, 2);
+    // Dashes of 10 points: the pattern counts in line widths.
+    pen.setDashPattern({5, 5});
+    painter.setPen(pen);
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(QRectF(rect()).adjusted(inset + 1, inset + 1, -inset - 1, -inset - 1), 16, 16);
+}
+
+void DropZone::dragEnterEvent(QDragEnterEvent *event)
+{
+    if (!event->mimeData()->hasUrls())
+        return;
+    event->acceptProposedAction();
+    setTargeted(true);
+}
+
+void DropZone::dragLeaveEvent(QDragLeaveEvent *event)
+{
+    setTargeted(false);
+    QWidget::dragLeaveEvent(event);
+}
+
+void DropZone::dropEvent(QDropEvent *event)
+{
+    setTargeted(false);
+    const QList<QUrl> urls = event->mimeData()->urls();
+    if (urls.isEmpty())
+        return;
+    // The drop counts as taken at once; the first file is staged whatever its type, and
+    // one that cannot be read fails in the job.
+    event->acceptProposedAction();
+    const QUrl first = urls.first();
+    if (!first.isLocalFile())
+        return;
+    const QString path = first.toLocalFile();
+    QMetaObject::invokeMethod(&m_app, [app = &m_app, path] { app->stage(path); }, Qt::QueuedConnection);
+}
+
+void DropZone::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        retranslate();
+    else if (event->type() == QEvent::ApplicationPaletteChange)
+        restyle();
+    QWidget::changeEvent(event);
+}

@@ -1,0 +1,55 @@
+#include "ui/MainWindow.h"
+
+#include "ui/ContentView.h"
+#include "ui/DetailPane.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QMenu>
+#include <QMenuBar>
+#include <QToolBar>
+
+MainWindow::MainWindow(AppModel &app, QWidget *parent) : QMainWindow(parent)
+{
+    setWindowTitle(QStringLiteral("Sagwerk"));
+    setUnifiedTitleAndToolBarOnMac(true);
+    m_content = new ContentView(app, this);
+    setCentralWidget(m_content);
+    addToolBar(Qt::TopToolBarArea, m_content->detailPane()->toolbar());
+    m_content->detailPane()->toolbar()->show();
+    connect(m_content->detailPane(), &DetailPane::helpRequested, this, &MainWindow::helpRequested);
+
+    m_fileMenu = menuBar()->addMenu(QString());
+    m_quit = m_fileMenu->addAction(QString());
+    m_quit->setShortcut(QKeySequence::Quit);
+    m_quit->setMenuRole(QAction::QuitRole);
+    connect(m_quit, &QAction::triggered, qApp, &QApplication::closeAllWindows);
+
+    m_helpMenu = menuBar()->addMenu(QString());
+    m_help = m_helpMenu->addAction(QString());
+    m_help->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_Question), QKeySequence::HelpContents});
+    connect(m_help, &QAction::triggered, this, &MainWindow::helpRequested);
+    m_helpMenu->addSeparator();
+    m_about = m_helpMenu->addAction(QString());
+    m_about->setMenuRole(QAction::AboutRole);
+    connect(m_about, &QAction::triggered, this, &MainWindow::aboutRequested);
+
+    resize(1100, 720);
+    retranslate();
+}
+
+void MainWindow::retranslate()
+{
+    m_fileMenu->setTitle(QCoreApplication::translate("Sagwerk", "Datei"));
+    m_quit->setText(QCoreApplication::translate("Sagwerk", "Beenden"));
+    m_helpMenu->setTitle(QCoreApplication::translate("Sagwerk", "Hilfe"));
+    m_help->setText(QCoreApplication::translate("Sagwerk", "Sagwerk-Hilfe"));
+    m_about->setText(QCoreApplication::translate("Sagwerk", "Über Morvane…"));
+}
+
+void MainWindow::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        retranslate();
+    QMainWindow::changeEvent(event);
+}

@@ -1,0 +1,106 @@
+#include "ui/SagwerkApp.h"
+
+#include "app/AppModel.h"
+#include "app/LanguageManager.h"
+#include "app/MediaTypes.h"
+#include "ui/MainWindow.h"
+#include "ui/ShellStyle.h"
+#include "ui/Windows.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QLayout>
+
+namespace {
+
+// The desktop's file chooser for one audio or video file.
+std::optional<QString> chooseMediaFile(QWidget *parent)
+{
+    const QString filter = QCoreApplication::translate("Sagwerk", "Audio- und Videodateien") + QStringLiteral(" (")
+        + MediaTypes::patterns().join(u' ') + u')';
+    const QString path = QFileDialog::getOpenFileName(parent, QCoreApplication::translate("Sagwerk", "Datei öffnen"),
+                                                      QString(), filter, nullptr,
+                                                      QFileDialog::HideNameFilterDetails);
+    if (path.isEmpty())
+        return std::nullopt;
+    return path;
+}
+
+} // namespace
+
+SagwerkApp::SagwerkApp(QObject *parent) : QObject(parent)
+{
+    ShellStyle::useIconTheme();
+    m_model = std::make_unique<AppModel>();
+    m_main = new MainWindow(*m_model);
+    m_main->setAttribute(Qt::WA_DeleteOnClose, false);
+    m_model->setFilePanel([this] { return chooseMediaFile(m_main); });
+    connect(m_main, &MainWindow::aboutRequested, this, [this] { openWindow(QStringLiteral("about")); });
+    connect(m_main, &MainWindow::helpRequested, this, [this] { openWindow(QStringLiteral("help")); });
+    connect(&LanguageManager::instance(), &LanguageManager::languageChanged, this, [this] {
+        applyLocale();
+        retranslate();
+    });
+    applyLocale();
+}
+
+SagwerkApp::~SagwerkApp()
+{
+    // The windows go before the state they show.
+    delete m_about;
+    delete m_help;
+    delete m_main;
+}
+
+QWidget *SagwerkApp::window(const QString &id) const
+{
+    if (id == QLatin1String("about"))
+        return m_about;
+    if (id == QLatin1String("help"))
+        return m_help;
+    return nullptr;
+}
+
+void SagwerkApp::openWindow(const QString &id)
+{
+    const bool about = id == QLatin1String("about");
+    QPointer<QWidget> &slot = about ? m_about : m_help;
+    if (!slot) {
+        QWidget *window = about ? makeAboutView(*m_model, nullptr) : makeHelpView(*m_model, nullptr);
+        window->setWindowFlag(Qt::Window);
+        window->setObjectName(id);
+        window->setAttribute(Qt::WA_DeleteOnClose, false);
+        window->setLocale(LanguageManager::instance().appLocale());
+        if (about) {
+            // Takes the size of its content and keeps it.
+            if (window->layout())
+                window->layout()->setSizeConstraint(QLayout::SetFixedSize);
+            else
+                window->setFixedSize(window->sizeHint());
+        } else {
+            window->resize(760, 620);
+        }
+        slot = window;
+        retranslate();
+    }
+    slot->show();
+    slot->raise();
+    slot->activateWindow();
+}
+
+void SagwerkApp::retranslate()
+{
+    if (m_about)
+        m_about->setWindowTitle(QCoreApplication::translate("Sagwerk", "Über Morvane"));
+    if (m_help)
+        m_help->setWindowTitle(QCoreApplication::translate("Sagwerk", "Hilfe"));
+}
+
+void SagwerkApp::applyLocale()
+{
+    const QLocale locale = LanguageManager::instance().appLocale();
+    for (QWidget *window : {static_cast<QWidget *>(m_main), m_about.data(), m_help.data()}) {
+        if (window)
+            window->setLocale(locale);
+    }
+}

@@ -1,0 +1,222 @@
+#include "ui/Sidebar.h"
+
+#include "app/AppModel.h"
+#include "export/Format.h"
+#include "ui/ShellStyle.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QLabel>
+#include <QListWidget>
+#include <QMenu>
+#include <QPainter>
+#include <QPushButton>
+#include <QStyledItemDelegate>
+#include <QVBoxLayout>
+
+namespace {
+
+enum Role { IdRole = Qt::UserRole, NameRole, DateRole, HasAudioRole };
+
+constexpr int rowPadding = 6;
+constexpr int sidePadding = 8;
+
+// A history row: the waveform when the item has audio, its name, and its date below.
+class RowDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &) const override
+    {
+        const int height = QFontMetrics(nameFont()).height() + 2 + QFontMetrics(dateFont()).height();
+        return {option.rect.width(), height + 2 * rowPadding};
+    }
+
+    void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override
+    {
+        QStyleOptionViewItem panel = option;
+        initStyleOption(&panel, index);
+        panel.text.clear();
+        panel.icon = QIcon();
+        const QWidget *widget = option.widget;
+        QStyle *style = widget ? widget->style() : QApplication::style();
+        style->drawPrimitive(QStyle::PE_PanelItemViewItem, &panel, painter, widget);
+
+        const bool selected = option.state & QStyle::State_Selected;
+        const QPalette &pal = option.palette;
+        const QColor primary = selected ? pal.color(QPalette::HighlightedText) : pal.color(QPalette::Text);
+        const QColor secondary = selected ? ShellStyle::withAlpha(primary, 0.75) : ShellStyle::secondary(pal);
+
+        QRect area = option.rect.adjusted(sidePadding, rowPadding, -sidePadding, -rowPadding);
+        painter->save();
+        if (index.data(HasAudioRole).toBool()) {
+            const int side = QFontMetrics(dateFont()).height() - 2;
+            const QPixmap symbol = ShellStyle::symbolPixmap(QStringLiteral("waveform"), side, secondary,
+                                                            painter->device()->devicePixelRatioF());
+            painter->drawPixmap(QPoint(area.left(), area.center().y() - side / 2), symbol);
+            area.setLeft(area.left() + side + 6);
+        }
+        const QFontMetrics nameMetrics(nameFont());
+        painter->setFont(nameFont());
+        painter->setPen(primary);
+        painter->drawText(QRect(area.left(), area.top(), area.width(), nameMetrics.height()),
+                          Qt::AlignLeft | Qt::AlignVCenter,
+                          nameMetrics.elidedText(index.data(NameRole).toString(), Qt::ElideRight, area.width()));
+        painter->setFont(dateFont());
+        painter->setPen(secondary);
+        painter->drawText(
+            QRect(area.left(), area.top() + nameMetrics.height() + 2, area.width(), QFontMetrics(dateFont()).height()),
+            Qt::AlignLeft | Qt::AlignVCenter, index.data(DateRole).toString());
+        painter->restore();
+    }
+
+private:
+    static QFont nameFont() { return ShellStyle::font(ShellStyle::TextSize::body); }
+    static QFont dateFont() { return ShellStyle::font(ShellStyle::TextSize::caption); }
+};
+
+} // namespace
+
+Sidebar::Sidebar(AppModel &app, QWidget *parent) : QWidget(parent), m_app(app)
+{
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(8, 10, 8, 8);
+    layout->setSpacing(4);
+
+    m_settings = new QPushButton(this);
+    m_settings->setFlat(true);
+    m_settings->setCursor(Qt::PointingHandCursor);
+    m_settings->setStyleSheet(QStringLiteral(
+        "QPushButton { text-align: left; padding: 6px 8px; border: none; border-radius: 6px; }"
+        "QPushButton:hover { background: palette(midlight); }"));
+    connect(m_settings, &QPushButton::clicked, &app, [&app] { app.setShowSettings(true); });
+    layout->addWidget(m_settings);
+    layout->addSpacing(10);
+
+    m_heading = new QLabel(this);
+    m_heading->setFont(ShellStyle::font(ShellStyle::TextSize::caption, QFont::Bold));
+    m_heading->setContentsMargins(sidePadding, 0, 0, 2);
+    layout->addWidget(m_heading);
+
+    m_list = new QListWidget(this);
+    m_list->setFrameShape(QFrame::NoFrame);
+    m_list->setItemDelegate(new RowDelegate(m_list));
+    m_list->setUniformItemSizes(true);
+    m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_list->setSelectionMode(QAbstractItemView::SingleSelection);
+    m_list->setContextMenuPolicy(Qt::CustomContextMenu);
+    m_list->viewport()->setAutoFillBackground(false);
+    m_list->setAutoFillBackground(false);
+    layout->addWidget(m_list, 1);
+    layout->addStretch(0); // takes the room while the history is empty
+
+    connect(m_list, &QListWidget::itemSelectionChanged, this, [this] {
+        if (m_syncing)
+            return;
+        const int row = m_list->currentRow();
+        const QList<QListWidgetItem *> selected = m_list->selectedItems();
+        if (selected.isEmpty() || row < 0 || row >= m_app.history().size())
+            return;
+        m_app.setCurrent(m_app.history().at(row));
+    });
+    // A click on the row on show shows it again (after "Neu", for one).
+    connect(m_list, &QListWidget::itemClicked, this, [this](QListWidgetItem *item) {
+        const int row = m_list->row(item);
+        if (row >= 0 && row < m_app.history().size()
+            && (!m_app.current() || m_app.current()->id != m_app.history().at(row).id))
+            m_app.setCurrent(m_app.history().at(row));
+    });
+    connect(m_list, &QWidget::customContextMenuRequested, this, [this](const QPoint &at) {
+        const int row = m_list->indexAt(at).row();
+        if (row < 0)
+            return;
+        QMenu *menu = contextMenu(row);
+        menu->popup(m_list->viewport()->mapToGlobal(at));
+    });
+
+    connect(&app, &AppModel::historyChanged, this, &Sidebar::rebuild);
+    connect(&app, &AppModel::currentChanged, this, &Sidebar::selectCurrent);
+
+    setMinimumWidth(240);
+    setMaximumWidth(320);
+    retranslate();
+    restyle();
+    rebuild();
+}
+
+QMenu *Sidebar::contextMenu(int row)
+{
+    auto *menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    if (row < 0 || row >= m_app.history().size())
+        return menu;
+    const HistoryItem item = m_app.history().at(row);
+    QAction *remove = menu->addAction(ShellStyle::symbolIcon(QStringLiteral("trash"), palette()),
+                                      QCoreApplication::translate("Sagwerk", "Löschen"));
+    // From the list no question is asked.
+    connect(remove, &QAction::triggered, &m_app, [app = &m_app, item] { app->deleteItem(item); });
+    return menu;
+}
+
+void Sidebar::rebuild()
+{
+    const QSignalBlocker block(m_list);
+    m_syncing = true;
+    m_list->clear();
+    for (const HistoryItem &item : m_app.history()) {
+        auto *row = new QListWidgetItem(m_list);
+        row->setData(IdRole, item.id);
+        row->setData(NameRole, item.fileName);
+        row->setData(DateRole, Format::date(item.date));
+        row->setData(HasAudioRole, item.audioURL.has_value());
+        row->setToolTip(item.fileName);
+    }
+    m_syncing = false;
+    const bool any = !m_app.history().isEmpty();
+    m_heading->setVisible(any);
+    m_list->setVisible(any);
+    selectCurrent();
+}
+
+void Sidebar::selectCurrent()
+{
+    m_syncing = true;
+    int found = -1;
+    if (const auto &current = m_app.current()) {
+        for (int i = 0; i < m_app.history().size(); ++i) {
+            if (m_app.history().at(i).id == current->id) {
+                found = i;
+                break;
+            }
+        }
+    }
+    if (found >= 0)
+        m_list->setCurrentRow(found);
+    else
+        m_list->clearSelection();
+    m_syncing = false;
+}
+
+void Sidebar::retranslate()
+{
+    // A lone "&" would mark a mnemonic.
+    m_settings->setText(QCoreApplication::translate("Sagwerk", "Modelle & Einstellungen").replace(u'&', QStringLiteral("&&")));
+    m_heading->setText(QCoreApplication::translate("Sagwerk", "Verlauf"));
+}
+
+void Sidebar::restyle()
+{
+    const QPalette &pal = QApplication::palette();
+    m_settings->setIcon(ShellStyle::symbolIcon(QStringLiteral("gearshape"), pal));
+    ShellStyle::setTextColor(m_heading, ShellStyle::secondary(pal));
+    m_list->viewport()->update();
+}
+
+void Sidebar::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        retranslate();
+    else if (event->type() == QEvent::ApplicationPaletteChange)
+        restyle();
+    QWidget::changeEvent(event);
+}

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QWidget>
+
+class AppModel;
+class QLabel;
+class QListWidget;
+class QMenu;
+class QPushButton;
+struct HistoryItem;
+
+// The left column: the way to the settings, and the history, newest first. A click shows
+// an item; its context menu deletes it at once.
+class Sidebar : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit Sidebar(AppModel &app, QWidget *parent = nullptr);
+
+    QPushButton *settingsButton() const { return m_settings; }
+    QLabel *historyHeading() const { return m_heading; }
+    QListWidget *historyList() const { return m_list; }
+    // The context menu of a row, as it opens on a right click.
+    QMenu *contextMenu(int row);
+
+protected:
+    void changeEvent(QEvent *event) override;
+
+private:
+    void rebuild();
+    void selectCurrent();
+    void retranslate();
+    void restyle();
+
+    AppModel &m_app;
+    QPushButton *m_settings = nullptr;
+    QLabel *m_heading = nullptr;
+    QListWidget *m_list = nullptr;
+    bool m_syncing = false;
+};

@@ -1,0 +1,181 @@
+// The windows, sheets and screens the shell opens, one factory each. Those still to come
+// are stand-ins that show their title and close, so the window works around them.
+#include "ui/Windows.h"
+
+#include "app/AppModel.h"
+#include "export/Format.h"
+#include "ui/AboutView.h"
+#include "ui/HelpView.h"
+#include "ui/OnboardingWizard.h"
+#include "ui/SettingsSheet.h"
+#include "ui/ShellStyle.h"
+
+#include <QCoreApplication>
+#include <QDialog>
+#include <QEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QTextBrowser>
+#include <QVBoxLayout>
+
+#include <functional>
+
+namespace {
+
+using Title = const char *;
+
+// A dialog with its title as heading and one button that closes it.
+class StandInSheet : public QDialog {
+public:
+    StandInSheet(Title title, QWidget *parent) : QDialog(parent), m_title(title)
+    {
+        auto *layout = new QVBoxLayout(this);
+        layout->setContentsMargins(24, 24, 24, 24);
+        layout->setSpacing(16);
+        m_heading = new QLabel(this);
+        m_heading->setFont(ShellStyle::font(ShellStyle::TextSize::title2, QFont::Bold));
+        layout->addWidget(m_heading);
+        m_close = new QPushButton(this);
+        m_close->setDefault(true);
+        connect(m_close, &QPushButton::clicked, this, &QDialog::reject);
+        layout->addWidget(m_close, 0, Qt::AlignRight);
+        setMinimumWidth(420);
+        retranslate();
+    }
+
+protected:
+    void changeEvent(QEvent *event) override
+    {
+        if (event->type() == QEvent::LanguageChange)
+            retranslate();
+        QDialog::changeEvent(event);
+    }
+
+private:
+    void retranslate()
+    {
+        const QString title = QCoreApplication::translate("Sagwerk", m_title);
+        setWindowTitle(title);
+        m_heading->setText(title);
+        m_close->setText(QCoreApplication::translate("Sagwerk", "Schließen"));
+    }
+
+    Title m_title;
+    QLabel *m_heading = nullptr;
+    QPushButton *m_close = nullptr;
+};
+
+// A window's content or a screen that only names itself; with `close`, it has a button
+// that calls it.
+class StandInView : public QWidget {
+public:
+    StandInView(Title title, QWidget *parent, std::function<void()> close = {}) : QWidget(parent), m_title(title)
+    {
+        auto *layout = new QVBoxLayout(this);
+        layout->setContentsMargins(32, 32, 32, 32);
+        layout->setSpacing(16);
+        layout->addStretch();
+        m_heading = new QLabel(this);
+        m_heading->setFont(ShellStyle::font(ShellStyle::TextSize::title2, QFont::Bold));
+        m_heading->setAlignment(Qt::AlignCenter);
+        layout->addWidget(m_heading);
+        if (close) {
+            m_close = new QPushButton(this);
+            connect(m_close, &QPushButton::clicked, this, std::move(close));
+            layout->addWidget(m_close, 0, Qt::AlignCenter);
+        }
+        layout->addStretch();
+        retranslate();
+    }
+
+protected:
+    void changeEvent(QEvent *event) override
+    {
+        if (event->type() == QEvent::LanguageChange)
+            retranslate();
+        QWidget::changeEvent(event);
+    }
+
+private:
+    void retranslate()
+    {
+        m_heading->setText(QCoreApplication::translate("Sagwerk", m_title));
+        if (m_close)
+            m_close->setText(QCoreApplication::translate("Sagwerk", "Schließen"));
+    }
+
+    Title m_title;
+    QLabel *m_heading = nullptr;
+    QPushButton *m_close = nullptr;
+};
+
+// The item on show: its name, its date and its plain text.
+class StandInResult : public QWidget {
+public:
+    StandInResult(AppModel &app, QWidget *parent) : QWidget(parent)
+    {
+        auto *layout = new QVBoxLayout(this);
+        layout->setContentsMargins(28, 28, 28, 28);
+        layout->setSpacing(6);
+        auto *name = new QLabel(this);
+        name->setFont(ShellStyle::font(ShellStyle::TextSize::title2, QFont::Bold));
+        name->setTextFormat(Qt::PlainText);
+        auto *date = new QLabel(this);
+        date->setFont(ShellStyle::font(ShellStyle::TextSize::callout));
+        ShellStyle::setTextColor(date, ShellStyle::secondary(palette()));
+        auto *body = new QTextBrowser(this);
+        body->setFrameShape(QFrame::NoFrame);
+        layout->addWidget(name);
+        layout->addWidget(date);
+        layout->addSpacing(10);
+        layout->addWidget(body, 1);
+        if (const auto &item = app.current()) {
+            name->setText(item->fileName);
+            date->setText(Format::date(item->date));
+            body->setPlainText(AppModel::plainText(*item, false));
+        }
+    }
+};
+
+} // namespace
+
+QDialog *makeSettingsSheet(AppModel &app, QWidget *parent)
+{
+    return new SettingsSheet(app, parent);
+}
+
+QDialog *makeRecordSheet(AppModel &, QWidget *parent)
+{
+    return new StandInSheet(QT_TRANSLATE_NOOP("Sagwerk", "Audio aufnehmen"), parent);
+}
+
+QDialog *makeOnboardingWizard(AppModel &app, QWidget *parent)
+{
+    return new OnboardingWizard(app, parent);
+}
+
+QWidget *makeAboutView(AppModel &, QWidget *parent)
+{
+    return new AboutView(parent);
+}
+
+QWidget *makeHelpView(AppModel &app, QWidget *parent)
+{
+    return new HelpView(app, parent);
+}
+
+QWidget *makeResultView(AppModel &app, QWidget *parent)
+{
+    return new StandInResult(app, parent);
+}
+
+QWidget *makeInterviewView(AppModel &app, QWidget *parent)
+{
+    return new StandInView(QT_TRANSLATE_NOOP("Sagwerk", "Interview"), parent,
+                           [&app] { app.setInterviewActive(false); });
+}
+
+QWidget *makeLinkField(AppModel &, QWidget *)
+{
+    return nullptr;
+}

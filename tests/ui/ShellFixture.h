@@ -1,0 +1,63 @@
+#pragma once
+
+#include "Media.h"
+
+#include "app/AppModel.h"
+#include "app/Settings.h"
+#include "engine/TranscriptionResult.h"
+#include "storage/BundleStore.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QSettings>
+#include <QStandardPaths>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+// Each test starts from nothing in the throw-away session: no settings (but the
+// first-run wizard done), no models, no bundles.
+class ShellTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        ASSERT_FALSE(qEnvironmentVariable("SAGWERK_SESSION_DIR").isEmpty()) << "run under with-secret-service.sh";
+        QSettings settings(QStringLiteral("Morvane"), QStringLiteral("Sagwerk"));
+        settings.clear();
+        settings.setValue(Settings::onboardingDone, true);
+        QDir(dataDir()).removeRecursively();
+    }
+
+    static QString dataDir()
+    {
+        return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/Sagwerk");
+    }
+
+    // Makes the generated model count as Base, and chooses it.
+    static void installBase()
+    {
+        Media::installTinyModel(dataDir() + QStringLiteral("/models"), QStringLiteral("ggml-base-q5_1.bin"));
+        QSettings(QStringLiteral("Morvane"), QStringLiteral("Sagwerk"))
+            .setValue(Settings::selectedModelId, QStringLiteral("base-q5_1"));
+    }
+
+    // A stored transcription with a copy of a short tone as its audio.
+    static QString addBundle(const QString &name, const QDateTime &date)
+    {
+        TranscriptionResult result;
+        result.fullText = QStringLiteral("Hallo.");
+        result.language = QStringLiteral("de");
+        return BundleStore::create(name, date, Media::tone(QStringLiteral("m4a")), result).url;
+    }
+
+    // Runs the event loop until `done` holds or `ms` have passed.
+    template <typename Condition>
+    static bool waitFor(Condition done, int ms = 5000)
+    {
+        QElapsedTimer clock;
+        clock.start();
+        while (!done() && clock.elapsed() < ms)
+            QTest::qWait(10);
+        return done();
+    }
+};

@@ -1,0 +1,366 @@
+// The main window offscreen, against the real application state: which screen the detail
+// area shows, the enabled rules of the toolbar and the setup, deleting, the sidebar, the
+// alert, the open panel, a drop, and a change of the interface language.
+#include "ShellFixture.h"
+
+#include "app/LanguageManager.h"
+#include "app/MediaTypes.h"
+#include "engine/ModelStore.h"
+#include "export/Format.h"
+#include "ui/ContentView.h"
+#include "ui/DetailPane.h"
+#include "ui/DropZone.h"
+#include "ui/MainWindow.h"
+#include "ui/SagwerkApp.h"
+#include "ui/Sidebar.h"
+#include "ui/TranscribeSetupView.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialog>
+#include <QLabel>
+#include <QListWidget>
+#include <QMenu>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QPushButton>
+#include <QToolBar>
+
+namespace {
+
+using Screen = DetailPane::Screen;
+
+QPushButton *buttonLabelled(QMessageBox *box, const QString &text)
+{
+    for (QAbstractButton *button : box->buttons()) {
+        if (button->text() == text)
+            return qobject_cast<QPushButton *>(button);
+    }
+    return nullptr;
+}
+
+TranscribeSetupView *setupOf(ContentView &view)
+{
+    return qobject_cast<TranscribeSetupView *>(view.detailPane()->screenWidget());
+}
+
+} // namespace
+
+TEST_F(ShellTest, DetailAreaShowsTheFirstScreenWhoseConditionHolds)
+{
+    // interviewActive, isBusy, pending, current: each beats everything after it.
+    EXPECT_EQ(DetailPane::screenFor(true, true, true, true), Screen::interview);
+    EXPECT_EQ(DetailPane::screenFor(false, true, true, true), Screen::busy);
+    EXPECT_EQ(DetailPane::screenFor(false, false, true, true), Screen::setup);
+    EXPECT_EQ(DetailPane::screenFor(false, false, false, true), Screen::result);
+    EXPECT_EQ(DetailPane::screenFor(false, false, false, false), Screen::drop);
+
+    addBundle(QStringLiteral("a.m4a"), QDateTime::currentDateTime().addDays(-1));
+    addBundle(QStringLiteral("b.m4a"), QDateTime::currentDateTime());
+    AppModel app;
+    ContentView view(app);
+    view.show();
+    DetailPane &pane = *view.detailPane();
+    ASSERT_EQ(app.history().size(), 2);
+    EXPECT_EQ(pane.screen(), Screen::drop);
+    EXPECT_TRUE(qobject_cast<DropZone *>(pane.screenWidget()));
+
+    app.setCurrent(app.history().at(0));
+    EXPECT_EQ(pane.screen(), Screen::result);
+    QWidget *first = pane.screenWidget();
+    // Another item is a new screen; the same item changed keeps it.
+    app.setCurrent(app.history().at(1));
+    QWidget *second = pane.screenWidget();
+    EXPECT_NE(second, first);
+    app.addCorrection(app.history().at(1).id, QStringLiteral("Hallo"), QStringLiteral("Hi"), false, false);
+    EXPECT_EQ(pane.screenWidget(), second);
+
+    // Staging while a result is on show: the setup wins.
+    app.stage(QStringLiteral("/x/c.mp3"));
+    EXPECT_EQ(pane.screen(), Screen::setup);
+    ASSERT_TRUE(setupOf(view));
+    app.setCurrent(app.history().at(0));
+    EXPECT_EQ(pane.screen(), Screen::setup) << "pending wins over current";
+
+    // "Neu" goes back to the drop zone and leaves the history alone.
+    pane.newAction()->trigger();
+    EXPECT_EQ(pane.screen(), Screen::drop);
+    EXPECT_FALSE(app.pending() || app.current());
+    EXPECT_EQ(app.history().size(), 2);
+
+    // The interview screen, with the toolbar still active.
+    app.stageInterview();
+    app.startPending();
+    EXPECT_EQ(pane.screen(), Screen::interview);
+    for (QAction *action : {pane.interviewAction(), pane.openAction(), pane.settingsAction(), pane.helpAction()})
+        EXPECT_TRUE(action->isEnabled()) << action->text().toStdString();
+}
+
+TEST_F(ShellTest, ToolbarAndSetupFollowTheirEnabledRules)
+{
+    addBundle(QStringLiteral("a.m4a"), QDateTime::currentDateTime());
+    AppModel app;
+    ContentView view(app);
+    view.show();
+    DetailPane &pane = *view.detailPane();
+
+    EXPECT_FALSE(pane.newAction()->isEnabled()) << "nothing to leave";
+    EXPECT_FALSE(pane.deleteAction()->isEnabled());
+    EXPECT_TRUE(pane.openAction()->isEnabled());
+    app.setCurrent(app.history().at(0));
+    EXPECT_TRUE(pane.newAction()->isEnabled());
+    EXPECT_TRUE(pane.deleteAction()->isEnabled());
+
+    // No model: the drop zone and the setup point to the settings, and nothing starts.
+    pane.newAction()->trigger();
+    auto *zone = qobject_cast<DropZone *>(pane.screenWidget());
+    ASSERT_TRUE(zone);
+    EXPECT_TRUE(zone->hintButton()->isVisible());
+    app.stage(QStringLiteral("/x/Gespräch.m4a"));
+    EXPECT_TRUE(pane.newAction()->isEnabled());
+    EXPECT_FALSE(pane.deleteAction()->isEnabled()) << "a staged file is nothing to delete";
+    TranscribeSetupView *setup = setupOf(view);
+    ASSERT_TRUE(setup);
+    EXPECT_FALSE(setup->startButton()->isEnabled());
+    EXPECT_TRUE(setup->hintButton()->isVisible());
+    EXPECT_TRUE(setup->noModelText()->isVisible());
+    EXPECT_FALSE(setup->modelPicker()->isVisible());
+    setup->hintButton()->click();
+    EXPECT_TRUE(app.showSettings());
+    ASSERT_TRUE(waitFor([&] { return view.settingsSheet() != nullptr; }));
+    view.settingsSheet()->reject();
+    EXPECT_FALSE(app.showSettings()) << "closing the sheet clears its flag";
+
+    // A model arrives while the setup shows; the stored choice names another model, and
+    // starting picks the installed one.
+    installBase();
+    app.setSelectedModelId(QStringLiteral("small-q5_1"));
+    app.modelStore()->refresh();
+    EXPECT_TRUE(setup->startButton()->isEnabled());
+    EXPECT_FALSE(setup->hintButton()->isVisible());
+    ASSERT_EQ(setup->modelPicker()->count(), 1);
+    EXPECT_EQ(setup->modelPicker()->itemText(0), QStringLiteral("Base · 57 MB"));
+    TranscribeSetupView::ensureValidModel(app);
+    EXPECT_EQ(app.selectedModelId(), QStringLiteral("base-q5_1"));
+    EXPECT_EQ(setup->modelPicker()->currentIndex(), 0);
+    app.setSelectedModelId(QStringLiteral("gone"));
+    app.stage(QStringLiteral("/x/Gespräch.m4a"));
+    EXPECT_EQ(app.selectedModelId(), QStringLiteral("base-q5_1")) << "the setup corrects it when it appears";
+    setup = setupOf(view);
+
+    // Speaker options bind to the settings; the count row shows only with detection on,
+    // and its value stays while it is hidden.
+    EXPECT_TRUE(setup->rowShown(QStringLiteral("Sprechererkennung")));
+    EXPECT_FALSE(setup->rowShown(QStringLiteral("Anzahl Sprecher")));
+    setup->speakerSwitch()->click();
+    EXPECT_TRUE(app.speakerDetection());
+    EXPECT_TRUE(setup->rowShown(QStringLiteral("Anzahl Sprecher")));
+    QComboBox *count = setup->speakerCountPicker();
+    ASSERT_EQ(count->count(), 6);
+    EXPECT_EQ(count->itemText(0), QStringLiteral("Automatisch"));
+    count->setCurrentIndex(1);
+    emit count->activated(1);
+    EXPECT_EQ(app.speakerCount(), 2);
+    app.setSpeakerDetection(false);
+    EXPECT_FALSE(setup->rowShown(QStringLiteral("Anzahl Sprecher")));
+    EXPECT_EQ(app.speakerCount(), 2);
+
+    // An interview has its own speaker switch and no count.
+    app.stageInterview();
+    setup = setupOf(view);
+    ASSERT_TRUE(setup);
+    EXPECT_TRUE(setup->rowShown(QStringLiteral("Live-Sprecher (Beta)")));
+    EXPECT_FALSE(setup->rowShown(QStringLiteral("Sprechererkennung")));
+    EXPECT_FALSE(setup->rowShown(QStringLiteral("Anzahl Sprecher")));
+    EXPECT_EQ(setup->startButton()->text(), QStringLiteral("Interview starten"));
+    setup->cancelButton()->click();
+    EXPECT_FALSE(app.pending().has_value());
+    EXPECT_EQ(pane.screen(), Screen::drop);
+}
+
+TEST_F(ShellTest, ToolbarDeleteAsksFirstAndTheRowMenuDoesNot)
+{
+    const QString older = addBundle(QStringLiteral("older.m4a"), QDateTime::currentDateTime().addDays(-1));
+    const QString newer = addBundle(QStringLiteral("newer.m4a"), QDateTime::currentDateTime());
+    AppModel app;
+    ContentView view(app);
+    view.show();
+    DetailPane &pane = *view.detailPane();
+    app.setCurrent(app.history().at(0));
+
+    pane.deleteAction()->trigger();
+    QMessageBox *confirm = pane.deleteConfirmation();
+    ASSERT_TRUE(confirm);
+    EXPECT_EQ(confirm->text(), QStringLiteral("Transkription löschen?"));
+    EXPECT_EQ(confirm->informativeText(), QStringLiteral("Aufnahme und Sagwerk werden dauerhaft entfernt."));
+    buttonLabelled(confirm, QStringLiteral("Abbrechen"))->click();
+    EXPECT_FALSE(pane.showDeleteConfirm());
+    EXPECT_EQ(app.history().size(), 2);
+    EXPECT_TRUE(QDir(newer).exists());
+
+    pane.deleteAction()->trigger();
+    buttonLabelled(pane.deleteConfirmation(), QStringLiteral("Löschen"))->click();
+    ASSERT_EQ(app.history().size(), 1);
+    EXPECT_FALSE(QDir(newer).exists());
+    EXPECT_FALSE(app.current().has_value());
+    EXPECT_EQ(pane.screen(), Screen::drop);
+
+    // From the row's context menu it goes at once.
+    QListWidget *list = view.sidebar()->historyList();
+    ASSERT_EQ(list->count(), 1);
+    QMenu *menu = view.sidebar()->contextMenu(0);
+    ASSERT_EQ(menu->actions().size(), 1);
+    EXPECT_EQ(menu->actions().first()->text(), QStringLiteral("Löschen"));
+    menu->actions().first()->trigger();
+    menu->close();
+    EXPECT_TRUE(app.history().isEmpty());
+    EXPECT_FALSE(QDir(older).exists());
+    EXPECT_FALSE(pane.showDeleteConfirm());
+    // With the history empty, its section is gone.
+    EXPECT_FALSE(view.sidebar()->historyHeading()->isVisible());
+    EXPECT_FALSE(list->isVisible());
+}
+
+TEST_F(ShellTest, SidebarAlertAndLanguage)
+{
+    const QDateTime date(QDate(2026, 3, 7), QTime(9, 5));
+    addBundle(QStringLiteral("Interview.m4a"), date);
+    AppModel app;
+    ContentView view(app);
+    view.show();
+    Sidebar &sidebar = *view.sidebar();
+    QListWidget *list = sidebar.historyList();
+    ASSERT_EQ(list->count(), 1);
+    EXPECT_TRUE(sidebar.historyHeading()->isVisible());
+
+    // A click shows the item; during a job it still does (the busy screen stays).
+    list->setCurrentRow(0);
+    ASSERT_TRUE(app.current().has_value());
+    EXPECT_EQ(app.current()->fileName, QStringLiteral("Interview.m4a"));
+    app.setCurrent(std::nullopt);
+    EXPECT_TRUE(list->selectedItems().isEmpty());
+
+    // The alert shows the message and clears it when dismissed.
+    app.setErrorMessage(QStringLiteral("Etwas ging schief."));
+    ASSERT_TRUE(waitFor([&] { return view.errorAlert() != nullptr; }));
+    EXPECT_EQ(view.errorAlert()->text(), QStringLiteral("Fehler"));
+    EXPECT_EQ(view.errorAlert()->informativeText(), QStringLiteral("Etwas ging schief."));
+    buttonLabelled(view.errorAlert(), QStringLiteral("OK"))->click();
+    EXPECT_FALSE(app.errorMessage().has_value());
+
+    // Another language reaches the open window at once; the date keeps its German form.
+    app.setAppLanguage(QStringLiteral("en"));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(view.detailPane()->newAction()->text(), QStringLiteral("New"));
+    EXPECT_EQ(sidebar.settingsButton()->text(), QStringLiteral("Models && Settings"));
+    EXPECT_EQ(sidebar.historyHeading()->text(), QStringLiteral("History"));
+    auto *zone = qobject_cast<DropZone *>(view.detailPane()->screenWidget());
+    ASSERT_TRUE(zone);
+    EXPECT_EQ(zone->openButton()->text(), QStringLiteral("Open File…"));
+    EXPECT_EQ(list->item(0)->data(Qt::UserRole + 2).toString(), QStringLiteral("07.03.2026 09:05"));
+    app.stage(QStringLiteral("/x/a.wav"));
+    EXPECT_EQ(setupOf(view)->languagePicker()->itemText(0), QStringLiteral("German"));
+    app.setAppLanguage(QStringLiteral("de"));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(view.detailPane()->newAction()->text(), QStringLiteral("Neu"));
+    EXPECT_EQ(setupOf(view)->languagePicker()->itemText(0), QStringLiteral("Deutsch"));
+}
+
+TEST_F(ShellTest, OpenPanelAndDropStageTheFirstFile)
+{
+    // The chooser offers audio and video, and at least these extensions.
+    ASSERT_EQ(MediaTypes::extensions().size(), 21);
+    const QStringList patterns = MediaTypes::patterns();
+    for (const char *ext : {"m4a", "mp3", "wav", "flac", "ogg", "opus", "mp4", "mov", "mkv", "webm", "avi", "3gp"})
+        EXPECT_TRUE(patterns.contains(QStringLiteral("*.") + QLatin1String(ext))) << ext;
+    EXPECT_FALSE(patterns.contains(QStringLiteral("*.txt")));
+    EXPECT_EQ(patterns.size(), QSet<QString>(patterns.begin(), patterns.end()).size());
+
+    AppModel app;
+    ContentView view(app);
+    view.show();
+    std::optional<QString> answer;
+    int asked = 0;
+    app.setFilePanel([&] {
+        ++asked;
+        return answer;
+    });
+    view.detailPane()->openAction()->trigger(); // cancelled: nothing happens
+    EXPECT_EQ(asked, 1);
+    EXPECT_FALSE(app.pending().has_value());
+    answer = QStringLiteral("/x/Vortrag.mkv");
+    auto *zone = qobject_cast<DropZone *>(view.detailPane()->screenWidget());
+    ASSERT_TRUE(zone);
+    zone->openButton()->click();
+    ASSERT_TRUE(app.pending().has_value());
+    EXPECT_EQ(std::get<PendingItem::File>(app.pending()->kind).name, QStringLiteral("Vortrag.mkv"));
+
+    // A drop: the zone lights up while the drag hovers, and the first file is staged
+    // whatever its type.
+    app.setPending(std::nullopt);
+    zone = qobject_cast<DropZone *>(view.detailPane()->screenWidget());
+    ASSERT_TRUE(zone);
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(QStringLiteral("/x/notes.txt")), QUrl::fromLocalFile(QStringLiteral("/x/b.mp3"))});
+    const QPoint at = zone->rect().center();
+    QDragEnterEvent enter(at, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(zone, &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    EXPECT_TRUE(zone->targeted());
+    QDropEvent drop(QPointF(at), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(zone, &drop);
+    EXPECT_TRUE(drop.isAccepted()) << "taken at once";
+    EXPECT_FALSE(zone->targeted());
+    ASSERT_TRUE(waitFor([&] { return app.pending().has_value(); }));
+    EXPECT_EQ(std::get<PendingItem::File>(app.pending()->kind).url, QStringLiteral("/x/notes.txt"));
+}
+
+TEST_F(ShellTest, WindowsOpenOnceAndSheetsFollowTheirFlags)
+{
+    // A first start without a model: the wizard covers the window at once.
+    QSettings(QStringLiteral("Morvane"), QStringLiteral("Sagwerk")).remove(Settings::onboardingDone);
+    SagwerkApp sagwerk;
+    AppModel &app = sagwerk.model();
+    MainWindow *window = sagwerk.mainWindow();
+    window->show();
+    ContentView &view = *window->content();
+    ASSERT_TRUE(app.showOnboarding());
+    ASSERT_TRUE(waitFor([&] { return view.onboardingSheet() != nullptr; }));
+    // The wizard cannot be dismissed; finishing it closes the sheet.
+    view.onboardingSheet()->reject();
+    EXPECT_TRUE(app.showOnboarding());
+    app.finishOnboarding();
+    EXPECT_TRUE(waitFor([&] { return view.onboardingSheet() == nullptr; }));
+
+    // "help" and "about" open once each; asking again brings back the same window.
+    EXPECT_EQ(window->helpAction()->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_Question));
+    window->helpAction()->trigger();
+    QWidget *help = sagwerk.window(QStringLiteral("help"));
+    ASSERT_TRUE(help);
+    EXPECT_TRUE(help->isVisible());
+    help->close();
+    view.detailPane()->helpAction()->trigger();
+    EXPECT_EQ(sagwerk.window(QStringLiteral("help")), help);
+    EXPECT_TRUE(help->isVisible());
+    window->aboutAction()->trigger();
+    QWidget *about = sagwerk.window(QStringLiteral("about"));
+    ASSERT_TRUE(about);
+    EXPECT_NE(about, help);
+    EXPECT_EQ(about->minimumSize(), about->maximumSize()) << "the about window keeps its size";
+
+    // A sheet opens with its flag and closes when the flag is cleared elsewhere.
+    app.setShowRecorder(true);
+    ASSERT_TRUE(view.recordSheet());
+    EXPECT_TRUE(view.recordSheet()->isVisible());
+    app.setShowRecorder(false);
+    EXPECT_TRUE(waitFor([&] { return view.recordSheet() == nullptr; }));
+
+    // Windows follow the interface language too.
+    app.setAppLanguage(QStringLiteral("sv"));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(help->windowTitle(), QStringLiteral("Hjälp"));
+    EXPECT_EQ(help->locale().language(), QLocale::Swedish);
+    EXPECT_EQ(window->aboutAction()->text(), QStringLiteral("Om Morvane…"));
+    app.setAppLanguage(QStringLiteral("de"));
+}
