@@ -16,7 +16,10 @@ QString usage()
     return QStringLiteral(
         "Usage:\n"
         "  sagwerk-cli transcribe FILE --model PATH [--language CODE]\n"
-        "      Writes the transcription of FILE as JSON to standard output.\n");
+        "      Writes the transcription of FILE as JSON to standard output.\n"
+        "  sagwerk-cli import-model SOURCE\n"
+        "      Installs a Whisper model (a whisper.cpp model file, or a CTranslate2 model\n"
+        "      folder as faster-whisper uses it) as the catalogue model of its size.\n");
 }
 
 int transcribe(const QStringList &args)

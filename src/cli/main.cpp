@@ -19,6 +19,8 @@ int main(int argc, char **argv)
 
     if (command == QLatin1String("transcribe"))
         return Cli::transcribe(args);
+    if (command == QLatin1String("import-model"))
+        return Cli::importModel(args);
     if (command == QLatin1String("--version")) {
         std::printf("sagwerk-cli %s\n", SAGWERK_VERSION);
         return 0;
