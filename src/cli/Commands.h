@@ -9,6 +9,12 @@ QString usage();
 // `transcribe FILE --model PATH [--language CODE]`; args[0] is the command name.
 int transcribe(const QStringList &args);
 
+// `models`: the catalogue with what lies in the models folder.
+int models(const QStringList &args);
+
+// `download ID [--from URL]`: one model into the models folder; prints its path.
+int download(const QStringList &args);
+
 // `import-model SOURCE`: a Whisper model on disk becomes a model of the catalogue.
 int importModel(const QStringList &args);
 

@@ -3,24 +3,14 @@
 #include "cli/ProgressBar.h"
 
 #include "engine/ModelImport.h"
+#include "engine/ModelStore.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
-#include <QStandardPaths>
 
 #include <cstdio>
 
 namespace Cli {
-
-namespace {
-
-// Where the application looks for its speech models.
-QString modelsFolder()
-{
-    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/Sagwerk/models");
-}
-
-} // namespace
 
 int importModel(const QStringList &args)
 {
@@ -36,12 +26,22 @@ int importModel(const QStringList &args)
 
     auto control = std::make_shared<TranscribeControl>();
     Interrupt::cancelOnSignal(control);
-    ProgressBar bar("Import");
+    ModelStore store;
     try {
-        const ModelImport::Result result = ModelImport::importModel(
-            parser.positionalArguments().constFirst(), modelsFolder(), control, [&bar](double f) { bar.update(f); });
+        ModelImport::Result result;
+        {
+            ProgressBar bar("Import");
+            result = ModelImport::importModel(parser.positionalArguments().constFirst(), store.modelsDir(), control,
+                                              [&bar](double f) { bar.update(f); });
+        }
+        store.refresh();
+        if (!store.isInstalled(result.model)) {
+            std::fprintf(stderr, "%s is in the models folder, but the store does not count it installed\n",
+                         qPrintable(result.path));
+            return Failed;
+        }
         std::printf("%s\n", qPrintable(QCoreApplication::translate("Sagwerk", "Modell „%1“ importiert: %2")
-                                           .arg(result.modelName, result.path)));
+                                           .arg(result.model.name, result.path)));
         return Ok;
     } catch (const ModelImportError &error) {
         std::fprintf(stderr, "%s\n", qPrintable(error.errorDescription()));

@@ -19,6 +19,10 @@ int main(int argc, char **argv)
 
     if (command == QLatin1String("transcribe"))
         return Cli::transcribe(args);
+    if (command == QLatin1String("models"))
+        return Cli::models(args);
+    if (command == QLatin1String("download"))
+        return Cli::download(args);
     if (command == QLatin1String("import-model"))
         return Cli::importModel(args);
     if (command == QLatin1String("--version")) {

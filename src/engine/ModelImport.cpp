@@ -16,6 +16,18 @@
 
 using GgmlFormat::Hparams;
 
+namespace {
+
+QString catalogueNames()
+{
+    QStringList names;
+    for (const WhisperModel &model : WhisperModel::all())
+        names << model.name;
+    return names.join(QStringLiteral(", "));
+}
+
+} // namespace
+
 QString ModelImportError::errorDescription() const
 {
     switch (m_case) {
@@ -31,7 +43,7 @@ QString ModelImportError::errorDescription() const
             .arg(m_subject);
     case Case::notInCatalogue:
         return QCoreApplication::translate("Sagwerk", "Das Modell „%1“ passt zu keinem Modell des Katalogs: %2.")
-            .arg(m_subject, ModelImport::catalogueNames().join(QStringLiteral(", ")));
+            .arg(m_subject, catalogueNames());
     case Case::writeFailed:
         return QCoreApplication::translate("Sagwerk", "Das Modell konnte nicht im Modellordner gespeichert werden: %1")
             .arg(m_subject);
@@ -54,24 +66,10 @@ namespace {
 using Error = ModelImportError;
 using Case = ModelImportError::Case;
 
-// The catalogue entries an import can fill, by the kind of model that fills them.
-// The one place that knows the catalogue's file names and sizes.
-const QList<std::pair<QString, Slot>> &catalogue()
-{
-    static const QList<std::pair<QString, Slot>> entries{
-        {QStringLiteral("base"), {QStringLiteral("Base"), QStringLiteral("ggml-base-q5_1.bin"), 57}},
-        {QStringLiteral("small"), {QStringLiteral("Small"), QStringLiteral("ggml-small-q5_1.bin"), 181}},
-        {QStringLiteral("medium"), {QStringLiteral("Medium"), QStringLiteral("ggml-medium-q5_0.bin"), 514}},
-        {QStringLiteral("large-v3-turbo"),
-         {QStringLiteral("Large v3 Turbo"), QStringLiteral("ggml-large-v3-turbo-q5_0.bin"), 547}},
-    };
-    return entries;
-}
-
 // The catalogue counts a file as installed only above 90 % of its listed size.
-bool countsAsInstalled(qint64 bytes, const Slot &slot)
+bool countsAsInstalled(qint64 bytes, const WhisperModel &model)
 {
-    return bytes > qint64(slot.approxSizeMB) * 900000;
+    return bytes > qint64(model.approxSizeMB) * 900000;
 }
 
 void checkCancel(const TranscribeControlPtr &control)
@@ -80,16 +78,16 @@ void checkCancel(const TranscribeControlPtr &control)
         throw Error(Case::cancelled, {});
 }
 
-// The slot of a model of this shape, or the reason why there is none.
-Slot slotOrRefusal(const Hparams &h)
+// The catalogue entry of a model of this shape, or the reason why there is none.
+WhisperModel entryOrRefusal(const Hparams &h)
 {
     const QString kind = kindOf(h);
     if (isEnglishOnly(h))
         throw Error(Case::englishOnly, kind);
-    const std::optional<Slot> slot = slotFor(kind);
-    if (!slot)
+    const std::optional<WhisperModel> entry = catalogueEntry(kind);
+    if (!entry)
         throw Error(Case::notInCatalogue, kind);
-    return *slot;
+    return *entry;
 }
 
 bool plausible(const Hparams &h)
@@ -397,20 +395,13 @@ bool isEnglishOnly(const Hparams &h)
     return h.nVocab == 51864;
 }
 
-std::optional<Slot> slotFor(const QString &kind)
+std::optional<WhisperModel> catalogueEntry(const QString &kind)
 {
-    for (const auto &[k, slot] : catalogue())
-        if (k == kind)
-            return slot;
+    // A catalogue id is the model's kind followed by its quantisation, "base-q5_1".
+    for (const WhisperModel &model : WhisperModel::all())
+        if (model.id.left(model.id.lastIndexOf(QLatin1String("-q"))) == kind)
+            return model;
     return std::nullopt;
-}
-
-QStringList catalogueNames()
-{
-    QStringList names;
-    for (const auto &entry : catalogue())
-        names << entry.second.name;
-    return names;
 }
 
 GgmlFormat::Hparams ctranslate2Hparams(const QString &folder)
@@ -467,19 +458,19 @@ Result importModel(const QString &source, const QString &modelsDir, const Transc
             throw Error(Case::broken, from, QString::fromStdString(e.what()));
         }
     }
-    const Slot slot = slotOrRefusal(h);
+    const WhisperModel entry = entryOrRefusal(h);
     const QString kind = kindOf(h);
-    const QString target = QDir(modelsDir).filePath(slot.fileName);
+    const QString target = QDir(modelsDir).filePath(entry.fileName);
 
     if (type == SourceType::ggml) {
-        if (!countsAsInstalled(QFileInfo(from).size(), slot))
+        if (!countsAsInstalled(QFileInfo(from).size(), entry))
             throw Error(Case::notInCatalogue,
                         kind + QStringLiteral(", %1 MB").arg(QString::number(QFileInfo(from).size() / 1e6, 'f', 0)));
         if (!loads(from))
             throw Error(Case::broken, from);
         // Importing the installed file onto itself leaves it as it is.
         if (QFileInfo(from).canonicalFilePath() == QFileInfo(target).canonicalFilePath())
-            return {slot.name, kind, target};
+            return {entry, kind, target};
     }
 
     PendingFile pending(modelsDir);
@@ -508,13 +499,13 @@ Result importModel(const QString &source, const QString &modelsDir, const Transc
     if (type == SourceType::ctranslate2) {
         if (!loads(pending.path))
             throw Error(Case::broken, from, QStringLiteral("whisper.cpp does not load the conversion"));
-        if (!countsAsInstalled(QFileInfo(pending.path).size(), slot))
+        if (!countsAsInstalled(QFileInfo(pending.path).size(), entry))
             throw Error(Case::notInCatalogue, kind);
     }
     pending.commit(target);
     if (progress)
         progress(1.0);
-    return {slot.name, kind, target};
+    return {entry, kind, target};
 }
 
 } // namespace ModelImport

@@ -2,6 +2,7 @@
 
 #include "engine/GgmlFormat.h"
 #include "engine/TranscribeControl.h"
+#include "engine/WhisperModel.h"
 
 #include <QIODevice>
 #include <QString>
@@ -36,9 +37,9 @@ private:
 namespace ModelImport {
 
 struct Result {
-    QString modelName; // the catalogue name, such as "Base"
-    QString kind;      // what the source is, such as "base"
-    QString path;      // the model file in the models folder
+    WhisperModel model; // the catalogue entry the import filled
+    QString kind;       // what the source is, such as "base"
+    QString path;       // the model file in the models folder
 };
 
 // Blocks for the whole import. Throws ModelImportError.
@@ -52,14 +53,8 @@ Result importModel(const QString &source, const QString &modelsDir, const Transc
 QString kindOf(const GgmlFormat::Hparams &h);
 bool isEnglishOnly(const GgmlFormat::Hparams &h);
 
-// The catalogue entry a model of `kind` fills: its name, file name and size.
-struct Slot {
-    QString name;
-    QString fileName;
-    int approxSizeMB = 0;
-};
-std::optional<Slot> slotFor(const QString &kind);
-QStringList catalogueNames();
+// The catalogue entry a model of `kind` fills.
+std::optional<WhisperModel> catalogueEntry(const QString &kind);
 
 // The shape of the CTranslate2 model in `folder`. Throws ModelImportError.
 GgmlFormat::Hparams ctranslate2Hparams(const QString &folder);

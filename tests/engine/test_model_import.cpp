@@ -209,13 +209,14 @@ TEST(ModelImport, KindsFollowTheReleasedShapes)
     EXPECT_EQ(ModelImport::kindOf(h(51866, 32, 1280, 32, 128)), QStringLiteral("large-v3"));
     EXPECT_EQ(ModelImport::kindOf(h(51865, 6, 512, 6, 128)), QStringLiteral("whisper 6+6×512, 128 mel, 51865 tokens"));
 
-    EXPECT_EQ(ModelImport::slotFor(QStringLiteral("base"))->fileName, QStringLiteral("ggml-base-q5_1.bin"));
-    EXPECT_EQ(ModelImport::slotFor(QStringLiteral("small"))->fileName, QStringLiteral("ggml-small-q5_1.bin"));
-    EXPECT_EQ(ModelImport::slotFor(QStringLiteral("medium"))->fileName, QStringLiteral("ggml-medium-q5_0.bin"));
-    EXPECT_EQ(ModelImport::slotFor(QStringLiteral("large-v3-turbo"))->fileName,
-              QStringLiteral("ggml-large-v3-turbo-q5_0.bin"));
-    EXPECT_FALSE(ModelImport::slotFor(QStringLiteral("large-v3")));
-    EXPECT_FALSE(ModelImport::slotFor(QStringLiteral("base.en")));
+    // Each catalogue entry is filled by the kind its id names.
+    EXPECT_EQ(ModelImport::catalogueEntry(QStringLiteral("base"))->id, QStringLiteral("base-q5_1"));
+    EXPECT_EQ(ModelImport::catalogueEntry(QStringLiteral("small"))->id, QStringLiteral("small-q5_1"));
+    EXPECT_EQ(ModelImport::catalogueEntry(QStringLiteral("medium"))->id, QStringLiteral("medium-q5_0"));
+    EXPECT_EQ(ModelImport::catalogueEntry(QStringLiteral("large-v3-turbo"))->id, QStringLiteral("large-v3-turbo-q5_0"));
+    EXPECT_FALSE(ModelImport::catalogueEntry(QStringLiteral("large-v3")));
+    EXPECT_FALSE(ModelImport::catalogueEntry(QStringLiteral("base.en")));
+    EXPECT_FALSE(ModelImport::catalogueEntry(QStringLiteral("tiny")));
 }
 
 TEST(ModelImport, SplitModelBecomesTheCatalogueFileAndCopiesAreChecked)
@@ -223,7 +224,7 @@ TEST(ModelImport, SplitModelBecomesTheCatalogueFileAndCopiesAreChecked)
     QTemporaryDir dir;
     const QString models = dir.filePath(QStringLiteral("models"));
     const ModelImport::Result result = ModelImport::importModel(baseSource(), models);
-    EXPECT_EQ(result.modelName, QStringLiteral("Base"));
+    EXPECT_EQ(result.model, *WhisperModel::withId(QStringLiteral("base-q5_1")));
     EXPECT_EQ(result.kind, QStringLiteral("base"));
     EXPECT_EQ(result.path, models + QStringLiteral("/ggml-base-q5_1.bin"));
     EXPECT_EQ(entries(models), QStringList{"ggml-base-q5_1.bin"});

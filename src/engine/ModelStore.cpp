@@ -1,0 +1,177 @@
+#include "engine/ModelStore.h"
+
+#include "engine/DownloadDelegate.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+#include <QStandardPaths>
+
+namespace {
+
+QString defaultModelsDir()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/Sagwerk/models");
+}
+
+} // namespace
+
+ModelStore::ModelStore(QObject *parent) : ModelStore(WhisperModel::repositoryBase(), parent) {}
+
+ModelStore::ModelStore(const QUrl &repositoryBase, QObject *parent)
+    : QObject(parent), m_repositoryBase(repositoryBase), m_modelsDir(defaultModelsDir())
+{
+    QDir().mkpath(m_modelsDir);
+    refresh();
+    importBundledOrDevModel();
+}
+
+QString ModelStore::pathOf(const QString &name) const
+{
+    return m_modelsDir + u'/' + name;
+}
+
+void ModelStore::refresh()
+{
+    QSet<QString> installed, coreML;
+    for (const WhisperModel &model : WhisperModel::all()) {
+        if (isInstalled(model))
+            installed.insert(model.id);
+        if (QFileInfo::exists(pathOf(model.coreMLName)))
+            coreML.insert(model.id);
+    }
+    if (installed != m_installed) {
+        m_installed = installed;
+        emit installedChanged();
+    }
+    if (coreML != m_coreMLInstalled) {
+        m_coreMLInstalled = coreML;
+        emit coreMLInstalledChanged();
+    }
+}
+
+bool ModelStore::isInstalled(const WhisperModel &model) const
+{
+    const QFileInfo info(pathOf(model.fileName));
+    return info.exists() && info.size() > qint64(model.approxSizeMB) * 900'000;
+}
+
+void ModelStore::download(const WhisperModel &model)
+{
+    if (m_downloading.contains(model.id))
+        return;
+    const QString id = model.id;
+    const QString target = pathOf(model.fileName);
+    setFraction(m_downloading, &ModelStore::downloadingChanged, id, 0.0);
+
+    auto *delegate = new DownloadDelegate(this);
+    delegate->onProgress = [this, id](double fraction) {
+        setFraction(m_downloading, &ModelStore::downloadingChanged, id, fraction);
+    };
+    delegate->onFinish = [this, id, target, delegate](const std::optional<QString> &file,
+                                                      const std::optional<QString> &error) {
+        if (error) {
+            setErrorMessage(*error);
+        } else if (file) {
+            // The old model stays usable until this moment.
+            QFile::remove(target);
+            QFile downloaded(*file);
+            if (downloaded.rename(target)) {
+                refresh();
+            } else {
+                setErrorMessage(downloaded.errorString());
+                QFile::remove(*file);
+            }
+        }
+        endDownload(m_downloading, &ModelStore::downloadingChanged, id);
+        delegate->deleteLater();
+    };
+    delegate->start(WhisperModel::fileURL(m_repositoryBase, model.fileName));
+}
+
+void ModelStore::downloadCoreML(const WhisperModel &model)
+{
+    if (m_coreMLDownloading.contains(model.id))
+        return;
+    const QString id = model.id;
+    setFraction(m_coreMLDownloading, &ModelStore::coreMLDownloadingChanged, id, 0.0);
+
+    auto *delegate = new DownloadDelegate(this);
+    delegate->onProgress = [this, id](double fraction) {
+        setFraction(m_coreMLDownloading, &ModelStore::coreMLDownloadingChanged, id, fraction);
+    };
+    delegate->onFinish = [this, id, delegate](const std::optional<QString> &file, const std::optional<QString> &error) {
+        if (error)
+            setErrorMessage(*error);
+        else if (file)
+            unpackCoreML(*file);
+        endDownload(m_coreMLDownloading, &ModelStore::coreMLDownloadingChanged, id);
+        delegate->deleteLater();
+    };
+    delegate->start(WhisperModel::fileURL(m_repositoryBase, model.coreMLName + QStringLiteral(".zip")));
+}
+
+void ModelStore::unpackCoreML(const QString &archive)
+{
+    // Each archive holds the package folder at its top level, so it lands beside the
+    // model file; "-o" replaces an earlier package without asking. Blocks until done.
+    QProcess unzip;
+    unzip.start(QStringLiteral("/usr/bin/unzip"), {QStringLiteral("-o"), QStringLiteral("-q"), archive,
+                                                   QStringLiteral("-d"), m_modelsDir});
+    if (!unzip.waitForStarted(-1)) {
+        setErrorMessage(unzip.errorString());
+        return;
+    }
+    unzip.waitForFinished(-1);
+    QFile::remove(archive);
+    if (unzip.exitStatus() != QProcess::NormalExit || unzip.exitCode() != 0)
+        setErrorMessage(QStringLiteral("Entpacken des ANE-Encoders fehlgeschlagen."));
+    else
+        refresh();
+}
+
+void ModelStore::deleteModel(const WhisperModel &model)
+{
+    QFile::remove(pathOf(model.fileName));
+    refresh();
+}
+
+void ModelStore::deleteCoreML(const WhisperModel &model)
+{
+    const QFileInfo package(pathOf(model.coreMLName));
+    // A link is removed itself, never what it points to.
+    if (package.isDir() && !package.isSymLink())
+        QDir(package.filePath()).removeRecursively();
+    else
+        QFile::remove(package.filePath());
+    refresh();
+}
+
+void ModelStore::importBundledOrDevModel()
+{
+    const QString source = QDir::homePath() + QStringLiteral("/Developer/SagwerkMac/models/ggml-small-q5_1.bin");
+    const QString target = pathOf(QStringLiteral("ggml-small-q5_1.bin"));
+    if (QFileInfo::exists(target) || !QFileInfo::exists(source))
+        return;
+    QFile::copy(source, target);
+    refresh();
+}
+
+void ModelStore::setErrorMessage(const QString &message)
+{
+    m_errorMessage = message;
+    emit errorMessageChanged();
+}
+
+void ModelStore::setFraction(Fractions &map, void (ModelStore::*changed)(), const QString &id, double fraction)
+{
+    map[id] = fraction;
+    emit(this->*changed)();
+}
+
+void ModelStore::endDownload(Fractions &map, void (ModelStore::*changed)(), const QString &id)
+{
+    if (map.remove(id))
+        emit(this->*changed)();
+}

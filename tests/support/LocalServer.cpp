@@ -1,0 +1,99 @@
+#include "LocalServer.h"
+
+#include <QEventLoop>
+#include <QRandomGenerator>
+#include <QTcpSocket>
+#include <QTimer>
+
+LocalServer::LocalServer()
+{
+    server.listen(QHostAddress::LocalHost);
+    connect(&server, &QTcpServer::newConnection, this, [this] {
+        while (QTcpSocket *socket = server.nextPendingConnection()) {
+            connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
+            connect(socket, &QTcpSocket::readyRead, this, [this, socket] { serve(socket); });
+        }
+    });
+}
+
+QUrl LocalServer::base() const
+{
+    return QUrl(QStringLiteral("http://127.0.0.1:%1/").arg(server.serverPort()));
+}
+
+void LocalServer::answer(const QString &path, const Answer &answer)
+{
+    answers.insert(path, answer);
+}
+
+int LocalServer::hits(const QString &path) const
+{
+    return counts.value(path);
+}
+
+void LocalServer::release()
+{
+    for (auto &[socket, rest] : std::exchange(waiting, {})) {
+        if (!socket)
+            continue;
+        socket->write(rest);
+        socket->disconnectFromHost();
+    }
+}
+
+void LocalServer::serve(QTcpSocket *socket)
+{
+    // Requests here carry no body: the head is all there is to read.
+    QByteArray request = socket->property("request").toByteArray() + socket->readAll();
+    socket->setProperty("request", request);
+    if (!request.contains("\r\n\r\n"))
+        return;
+    socket->disconnect(this);
+    const QList<QByteArray> line = request.left(request.indexOf("\r\n")).split(' ');
+    const QString path = QString::fromUtf8(line.value(1));
+    counts[path] += 1;
+
+    Answer a = answers.value(path, Answer{404, "<!DOCTYPE html><html><body><h1>404 Not Found</h1></body></html>"});
+    QByteArray head = "HTTP/1.1 " + QByteArray::number(a.status) + (a.status == 200 ? " OK" : " Error")
+                      + "\r\nConnection: close\r\n";
+    head += a.status == 200 ? "Content-Type: application/octet-stream\r\n" : "Content-Type: text/html\r\n";
+    if (a.sendLength)
+        head += "Content-Length: " + QByteArray::number(a.body.size()) + "\r\n";
+    socket->write(head + "\r\n");
+
+    if (a.dropAfter >= 0) {
+        socket->write(a.body.left(a.dropAfter));
+        socket->disconnectFromHost();
+    } else if (a.holdAfter >= 0) {
+        socket->write(a.body.left(a.holdAfter));
+        waiting.append({QPointer<QTcpSocket>(socket), a.body.mid(a.holdAfter)});
+    } else {
+        socket->write(a.body);
+        socket->disconnectFromHost();
+    }
+}
+
+bool waitFor(const std::function<bool()> &done, int timeoutMs)
+{
+    if (done())
+        return true;
+    QEventLoop loop;
+    QTimer poll;
+    QObject::connect(&poll, &QTimer::timeout, &loop, [&] {
+        if (done())
+            loop.quit();
+    });
+    QTimer::singleShot(timeoutMs, &loop, &QEventLoop::quit);
+    poll.start(5);
+    loop.exec();
+    return done();
+}
+
+QByteArray randomBytes(qint64 size)
+{
+    QByteArray bytes(size, Qt::Uninitialized);
+    QRandomGenerator::global()->fillRange(reinterpret_cast<quint32 *>(bytes.data()), size / 4);
+    for (qint64 i = size / 4 * 4; i < size; ++i)
+        bytes[i] = char(QRandomGenerator::global()->bounded(256));
+    return bytes;
+}
