@@ -151,11 +151,11 @@ void CTranslate2Reader::readIndex()
     };
 
     const quint32 version = u32();
-    // Version 1 had no specification name, and no Whisper model was ever saved with it.
+    // Version 1 named no model family, and no Whisper model was ever saved with it.
     if (version < 2 || version > newestBinaryVersion)
         throw NotAModel("model.bin binary version " + std::to_string(version));
-    m_spec = string();
-    u32(); // revision of the specification; the variable names below tell more
+    m_architecture = string();
+    u32(); // revision of the family's layout; the variable names below tell more
     const quint32 count = u32();
     if (count > 1000000)
         throw Broken("implausible variable count");

@@ -46,7 +46,8 @@ public:
     // Whether `folder` holds a model.bin or its first part.
     static bool isModelFolder(const QString &folder);
 
-    const QString &specName() const { return m_spec; }
+    // The model family the file was written for, "WhisperSpec" for Whisper.
+    const QString &architecture() const { return m_architecture; }
     qint64 totalBytes() const;
 
     // Aliases resolve to the variable they name; an alias's "_scale" follows it.
@@ -74,7 +75,7 @@ private:
 
     QString m_folder;
     std::unique_ptr<Parts> m_parts;
-    QString m_spec;
+    QString m_architecture;
     QHash<QString, Variable> m_variables;
     QHash<QString, QString> m_aliases;
     QStringList m_order;

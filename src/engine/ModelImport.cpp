@@ -103,7 +103,7 @@ std::unique_ptr<CTranslate2Reader> openReader(const QString &folder)
 {
     try {
         auto reader = std::make_unique<CTranslate2Reader>(folder);
-        if (reader->specName() != QLatin1String("WhisperSpec"))
+        if (reader->architecture() != QLatin1String("WhisperSpec"))
             throw Error(Case::notAModel, folder);
         return reader;
     } catch (const CTranslate2Reader::NotAModel &) {
