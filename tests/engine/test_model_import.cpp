@@ -162,10 +162,12 @@ TEST(ModelImport, ConversionHasWhisperLayoutKeepsValuesAndRecognises)
         expectClose(tensor("decoder.blocks.0.mlp_ln.weight"), values("decoder/layer_0/ffn/layer_norm/gamma"), "alias");
         expectClose(tensor("decoder.blocks.0.mlp.2.weight"), values("decoder/layer_0/ffn/linear_1/weight"), "mlp.2");
 
-        // And the real library loads and runs it.
+        // And the real library loads it, and runs it once: a run costs seconds.
         EXPECT_TRUE(ModelImport::loads(path));
-        const TranscriptionResult result = WhisperEngine::transcribe(samples, path, QStringLiteral("en"), {}, {});
-        EXPECT_EQ(result.language, QStringLiteral("en"));
+        if (v.options.weights == Weights::Float16) {
+            const TranscriptionResult result = WhisperEngine::transcribe(samples, path, QStringLiteral("en"), {}, {});
+            EXPECT_EQ(result.language, QStringLiteral("en"));
+        }
     }
 }
 
