@@ -463,5 +463,29 @@
         <source>Audio aufnehmen</source>
         <translation>Record Audio</translation>
     </message>
+    <message>
+        <source>Modell „%1“ importiert: %2</source>
+        <translation>Model “%1” imported: %2</translation>
+    </message>
+    <message>
+        <source>Kein Whisper-Modell gefunden: %1</source>
+        <translation>No Whisper model found: %1</translation>
+    </message>
+    <message>
+        <source>Die Modelldatei ist beschädigt oder unvollständig: %1</source>
+        <translation>The model file is damaged or incomplete: %1</translation>
+    </message>
+    <message>
+        <source>„%1“ ist ein rein englisches Modell; Sagwerk führt nur mehrsprachige Modelle.</source>
+        <translation>“%1” is an English-only model; Sagwerk offers multilingual models only.</translation>
+    </message>
+    <message>
+        <source>Das Modell „%1“ passt zu keinem Modell des Katalogs: %2.</source>
+        <translation>The model “%1” matches no model of the catalogue: %2.</translation>
+    </message>
+    <message>
+        <source>Das Modell konnte nicht im Modellordner gespeichert werden: %1</source>
+        <translation>The model could not be saved in the models folder: %1</translation>
+    </message>
 </context>
 </TS>

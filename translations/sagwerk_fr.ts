@@ -463,5 +463,29 @@
         <source>Audio aufnehmen</source>
         <translation>Enregistrer de l’audio</translation>
     </message>
+    <message>
+        <source>Modell „%1“ importiert: %2</source>
+        <translation>Modèle « %1 » importé : %2</translation>
+    </message>
+    <message>
+        <source>Kein Whisper-Modell gefunden: %1</source>
+        <translation>Aucun modèle Whisper trouvé : %1</translation>
+    </message>
+    <message>
+        <source>Die Modelldatei ist beschädigt oder unvollständig: %1</source>
+        <translation>Le fichier du modèle est endommagé ou incomplet : %1</translation>
+    </message>
+    <message>
+        <source>„%1“ ist ein rein englisches Modell; Sagwerk führt nur mehrsprachige Modelle.</source>
+        <translation>« %1 » est un modèle uniquement anglais ; Sagwerk ne propose que des modèles multilingues.</translation>
+    </message>
+    <message>
+        <source>Das Modell „%1“ passt zu keinem Modell des Katalogs: %2.</source>
+        <translation>Le modèle « %1 » ne correspond à aucun modèle du catalogue : %2.</translation>
+    </message>
+    <message>
+        <source>Das Modell konnte nicht im Modellordner gespeichert werden: %1</source>
+        <translation>Impossible d’enregistrer le modèle dans le dossier des modèles : %1</translation>
+    </message>
 </context>
 </TS>

@@ -463,5 +463,29 @@
         <source>Audio aufnehmen</source>
         <translation>Spela in ljud</translation>
     </message>
+    <message>
+        <source>Modell „%1“ importiert: %2</source>
+        <translation>Modellen ”%1” har importerats: %2</translation>
+    </message>
+    <message>
+        <source>Kein Whisper-Modell gefunden: %1</source>
+        <translation>Ingen Whisper-modell hittades: %1</translation>
+    </message>
+    <message>
+        <source>Die Modelldatei ist beschädigt oder unvollständig: %1</source>
+        <translation>Modellfilen är skadad eller ofullständig: %1</translation>
+    </message>
+    <message>
+        <source>„%1“ ist ein rein englisches Modell; Sagwerk führt nur mehrsprachige Modelle.</source>
+        <translation>”%1” är en modell enbart för engelska; Sagwerk erbjuder bara flerspråkiga modeller.</translation>
+    </message>
+    <message>
+        <source>Das Modell „%1“ passt zu keinem Modell des Katalogs: %2.</source>
+        <translation>Modellen ”%1” motsvarar ingen modell i katalogen: %2.</translation>
+    </message>
+    <message>
+        <source>Das Modell konnte nicht im Modellordner gespeichert werden: %1</source>
+        <translation>Modellen kunde inte sparas i modellmappen: %1</translation>
+    </message>
 </context>
 </TS>

@@ -21,6 +21,9 @@ int download(const QStringList &args);
 // `export BUNDLE --format txt|srt [--no-timestamps] [--output FILE]`.
 int exportBundle(const QStringList &args);
 
+// `import-model SOURCE`: a Whisper model on disk becomes a model of the catalogue.
+int importModel(const QStringList &args);
+
 // Exit statuses shared by all commands.
 enum Exit { Ok = 0, Failed = 1, Usage = 2, Cancelled = 130 };
 

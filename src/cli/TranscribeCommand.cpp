@@ -33,7 +33,10 @@ QString usage()
         "      Lists the speech models and which of them are installed.\n"
         "  sagwerk-cli download ID [--from URL]\n"
         "      Downloads a speech model into the models folder and prints its path;\n"
-        "      URL replaces the address of the model repository.\n");
+        "      URL replaces the address of the model repository.\n"
+        "  sagwerk-cli import-model SOURCE\n"
+        "      Installs a Whisper model (a whisper.cpp model file, or a CTranslate2 model\n"
+        "      folder as faster-whisper uses it) as the catalogue model of its size.\n");
 }
 
 namespace {

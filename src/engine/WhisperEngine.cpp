@@ -41,18 +41,6 @@ bool onAbort(void *userData)
 
 void quietLog(ggml_log_level, const char *, void *) {}
 
-// Debian's ggml brings its CPU variants and GPU backends as modules, which a process
-// loads once before its first context. The library's chatter is not for our users.
-void prepareLibrary()
-{
-    static std::once_flag once;
-    std::call_once(once, [] {
-        whisper_log_set(quietLog, nullptr);
-        ggml_log_set(quietLog, nullptr);
-        ggml_backend_load_all();
-    });
-}
-
 QString fromLibrary(const char *text)
 {
     return text ? QString::fromUtf8(text) : QString();
@@ -81,6 +69,18 @@ QList<int> parseCpuList(const QString &list)
 }
 
 } // namespace
+
+// Debian's ggml brings its CPU variants and GPU backends as modules, which a process
+// loads once before its first context. The library's chatter is not for our users.
+void prepareLibrary()
+{
+    static std::once_flag once;
+    std::call_once(once, [] {
+        whisper_log_set(quietLog, nullptr);
+        ggml_log_set(quietLog, nullptr);
+        ggml_backend_load_all();
+    });
+}
 
 int threadCount(const QString &performanceCpuList, int onlineCores)
 {

@@ -22,6 +22,10 @@ struct TokenTuple {
 TranscriptionResult transcribe(const std::vector<float> &samples, const QString &model, const QString &language,
                                const TranscribeControlPtr &control, const std::function<void(double)> &progress);
 
+// Loads the library's backends and silences its log, once per process; everything that
+// opens a model goes through it first.
+void prepareLibrary();
+
 // Worker threads: the performance cores of a hybrid CPU, else the online cores minus
 // two, always within 2 to 8.
 int threadCount();

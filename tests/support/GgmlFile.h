@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QByteArray>
+#include <QHash>
+#include <QList>
+#include <QString>
+
+#include <vector>
+
+// Reads a whisper.cpp model file back, for checks: header, filters, tokens, tensors.
+struct GgmlFile {
+    struct Tensor {
+        std::vector<qint64> ne; // fastest first
+        int type = -1;          // 0 f32, 1 f16
+        std::vector<float> values;
+    };
+
+    std::vector<int> hparams; // the eleven header numbers
+    int mels = 0, fftBins = 0;
+    std::vector<float> filters;
+    QList<QByteArray> tokens;
+    QHash<QByteArray, Tensor> tensors;
+    bool complete = false; // the file ended right after a whole tensor
+
+    // With `values` false only shapes and types are kept.
+    static GgmlFile read(const QString &path, bool values = true);
+};
