@@ -120,6 +120,10 @@ public:
                     const JobOverrides &overrides = {});
     void cancelTranscription();
     void reTranscribe(const HistoryItem &item);
+    // Resolves a pasted podcast or audio link, downloads the media file with progress in
+    // linkStatus and linkProgress, and stages it under the episode's title. Returns at
+    // once; does nothing while a job or another link runs. Failures end in errorMessage.
+    void stageLink(const QString &link);
     // The speaker job's entry; it arrives with the speaker subsystem and does nothing yet.
     void detectSpeakers(const HistoryItem &item);
 
@@ -171,6 +175,11 @@ private:
     void setBusyElapsed(double seconds);
     void setBusyProgress(double fraction);
     void setHistory(const QList<HistoryItem> &history);
+    void setLinkBusy(bool busy);
+    void setLinkStatus(const std::optional<QString> &status);
+    void setLinkProgress(double fraction);
+    void downloadLink(const QUrl &url, const QString &title);
+    void endLink(const std::optional<QString> &error);
 
     ModelStore *m_modelStore = nullptr;
     QSettings m_settings;
@@ -203,4 +212,7 @@ private:
     QTimer *m_timer = nullptr;
     std::optional<QFuture<void>> m_transcribeTask;
     TranscribeControlPtr m_control;
+    // The running link resolution, stopped and awaited when this object goes.
+    std::optional<QFuture<void>> m_linkTask;
+    TranscribeControlPtr m_linkControl;
 };
