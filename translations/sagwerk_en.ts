@@ -24,6 +24,10 @@
         <translation>Audio file not found.</translation>
     </message>
     <message>
+        <source>Die Datei ist zu groß zum Laden.</source>
+        <translation>The file is too large to download.</translation>
+    </message>
+    <message>
         <source>Die Verbindung brach ab, bevor die Datei vollständig war.</source>
         <translation>The connection dropped before the file was complete.</translation>
     </message>
@@ -120,6 +124,10 @@
         <translation>Interview</translation>
     </message>
     <message>
+        <source>Aufnehmen</source>
+        <translation>Record</translation>
+    </message>
+    <message>
         <source>Datei öffnen</source>
         <translation>Open File</translation>
     </message>
@@ -154,6 +162,14 @@
     <message>
         <source>Laden</source>
         <translation>Download</translation>
+    </message>
+    <message>
+        <source>%1 %</source>
+        <translation>%1 %</translation>
+    </message>
+    <message>
+        <source>Podcast- oder Audio-Link (Apple Podcasts, RSS, MP3)…</source>
+        <translation>Podcast or audio link (Apple Podcasts, RSS, MP3)…</translation>
     </message>
     <message>
         <source>Neural Engine aktiv</source>
@@ -436,8 +452,16 @@
         <translation>New recording from the microphone.</translation>
     </message>
     <message>
+        <source>Stopp &amp; Transkribieren</source>
+        <translation>Stop &amp; Transcribe</translation>
+    </message>
+    <message>
         <source>Aufnahme starten</source>
         <translation>Start recording</translation>
+    </message>
+    <message>
+        <source>Kein Mikrofon-Zugriff. Bitte in Systemeinstellungen → Datenschutz → Mikrofon erlauben.</source>
+        <translation>No microphone access. Please allow it in System Settings → Privacy → Microphone.</translation>
     </message>
     <message>
         <source>Interview vorbereiten</source>
@@ -486,6 +510,46 @@
     <message>
         <source>Das Modell konnte nicht im Modellordner gespeichert werden: %1</source>
         <translation>The model could not be saved in the models folder: %1</translation>
+    </message>
+    <message>
+        <source>Link wird aufgelöst…</source>
+        <translation>Resolving link…</translation>
+    </message>
+    <message>
+        <source>Episode wird geladen…</source>
+        <translation>Downloading episode…</translation>
+    </message>
+    <message>
+        <source>Podcast-Episode</source>
+        <translation>Podcast episode</translation>
+    </message>
+    <message>
+        <source>Netzwerkfehler</source>
+        <translation>Network error</translation>
+    </message>
+    <message>
+        <source>Das sieht nicht nach einem gültigen Link aus.</source>
+        <translation>That doesn’t look like a valid link.</translation>
+    </message>
+    <message>
+        <source>Spotify-Links lassen sich nicht laden – Spotify gibt kein herunterladbares Audio heraus. Nutze den Apple-Podcasts-, RSS- oder direkten Audio-Link.</source>
+        <translation>Spotify links can’t be loaded – Spotify doesn’t provide downloadable audio. Use the Apple Podcasts, RSS or direct audio link.</translation>
+    </message>
+    <message>
+        <source>Diese Apple-Podcasts-Folge konnte nicht aufgelöst werden. Versuch es mit dem RSS-Feed oder dem direkten Audio-Link.</source>
+        <translation>This Apple Podcasts episode couldn’t be resolved. Try the RSS feed or the direct audio link.</translation>
+    </message>
+    <message>
+        <source>Im Feed wurde keine Audiodatei gefunden.</source>
+        <translation>No audio file was found in the feed.</translation>
+    </message>
+    <message>
+        <source>Unter diesem Link wurde kein Podcast-Audio gefunden. Nutze einen Apple-Podcasts-, RSS- oder direkten Audio-Link.</source>
+        <translation>No podcast audio was found at this link. Use an Apple Podcasts, RSS or direct audio link.</translation>
+    </message>
+    <message>
+        <source>Podcast</source>
+        <translation>Podcast</translation>
     </message>
 </context>
 </TS>

@@ -24,6 +24,10 @@
         <translation>Fichier audio introuvable.</translation>
     </message>
     <message>
+        <source>Die Datei ist zu groß zum Laden.</source>
+        <translation>Le fichier est trop volumineux pour être téléchargé.</translation>
+    </message>
+    <message>
         <source>Die Verbindung brach ab, bevor die Datei vollständig war.</source>
         <translation>La connexion a été interrompue avant la fin du fichier.</translation>
     </message>
@@ -120,6 +124,10 @@
         <translation>Entretien</translation>
     </message>
     <message>
+        <source>Aufnehmen</source>
+        <translation>Enregistrer</translation>
+    </message>
+    <message>
         <source>Datei öffnen</source>
         <translation>Ouvrir un fichier</translation>
     </message>
@@ -154,6 +162,14 @@
     <message>
         <source>Laden</source>
         <translation>Télécharger</translation>
+    </message>
+    <message>
+        <source>%1 %</source>
+        <translation>%1 %</translation>
+    </message>
+    <message>
+        <source>Podcast- oder Audio-Link (Apple Podcasts, RSS, MP3)…</source>
+        <translation>Lien de podcast ou audio (Apple Podcasts, RSS, MP3)…</translation>
     </message>
     <message>
         <source>Neural Engine aktiv</source>
@@ -436,8 +452,16 @@
         <translation>Nouvel enregistrement avec le micro.</translation>
     </message>
     <message>
+        <source>Stopp &amp; Transkribieren</source>
+        <translation>Arrêter et transcrire</translation>
+    </message>
+    <message>
         <source>Aufnahme starten</source>
         <translation>Démarrer l’enregistrement</translation>
+    </message>
+    <message>
+        <source>Kein Mikrofon-Zugriff. Bitte in Systemeinstellungen → Datenschutz → Mikrofon erlauben.</source>
+        <translation>Pas d’accès au micro. Autorise-le dans Réglages système → Confidentialité → Micro.</translation>
     </message>
     <message>
         <source>Interview vorbereiten</source>
@@ -486,6 +510,46 @@
     <message>
         <source>Das Modell konnte nicht im Modellordner gespeichert werden: %1</source>
         <translation>Impossible d’enregistrer le modèle dans le dossier des modèles : %1</translation>
+    </message>
+    <message>
+        <source>Link wird aufgelöst…</source>
+        <translation>Résolution du lien…</translation>
+    </message>
+    <message>
+        <source>Episode wird geladen…</source>
+        <translation>Téléchargement de l’épisode…</translation>
+    </message>
+    <message>
+        <source>Podcast-Episode</source>
+        <translation>Épisode de podcast</translation>
+    </message>
+    <message>
+        <source>Netzwerkfehler</source>
+        <translation>Erreur réseau</translation>
+    </message>
+    <message>
+        <source>Das sieht nicht nach einem gültigen Link aus.</source>
+        <translation>Cela ne ressemble pas à un lien valide.</translation>
+    </message>
+    <message>
+        <source>Spotify-Links lassen sich nicht laden – Spotify gibt kein herunterladbares Audio heraus. Nutze den Apple-Podcasts-, RSS- oder direkten Audio-Link.</source>
+        <translation>Les liens Spotify ne peuvent pas être chargés – Spotify ne fournit pas d’audio téléchargeable. Utilise le lien Apple Podcasts, RSS ou le lien audio direct.</translation>
+    </message>
+    <message>
+        <source>Diese Apple-Podcasts-Folge konnte nicht aufgelöst werden. Versuch es mit dem RSS-Feed oder dem direkten Audio-Link.</source>
+        <translation>Impossible de résoudre cet épisode Apple Podcasts. Essaie le flux RSS ou le lien audio direct.</translation>
+    </message>
+    <message>
+        <source>Im Feed wurde keine Audiodatei gefunden.</source>
+        <translation>Aucun fichier audio n’a été trouvé dans le flux.</translation>
+    </message>
+    <message>
+        <source>Unter diesem Link wurde kein Podcast-Audio gefunden. Nutze einen Apple-Podcasts-, RSS- oder direkten Audio-Link.</source>
+        <translation>Aucun audio de podcast n’a été trouvé à ce lien. Utilise un lien Apple Podcasts, RSS ou un lien audio direct.</translation>
+    </message>
+    <message>
+        <source>Podcast</source>
+        <translation>Podcast</translation>
     </message>
 </context>
 </TS>

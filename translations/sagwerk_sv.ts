@@ -24,6 +24,10 @@
         <translation>Ljudfilen hittades inte.</translation>
     </message>
     <message>
+        <source>Die Datei ist zu groß zum Laden.</source>
+        <translation>Filen är för stor för att laddas ned.</translation>
+    </message>
+    <message>
         <source>Die Verbindung brach ab, bevor die Datei vollständig war.</source>
         <translation>Anslutningen bröts innan filen var komplett.</translation>
     </message>
@@ -120,6 +124,10 @@
         <translation>Intervju</translation>
     </message>
     <message>
+        <source>Aufnehmen</source>
+        <translation>Spela in</translation>
+    </message>
+    <message>
         <source>Datei öffnen</source>
         <translation>Öppna fil</translation>
     </message>
@@ -154,6 +162,14 @@
     <message>
         <source>Laden</source>
         <translation>Ladda ned</translation>
+    </message>
+    <message>
+        <source>%1 %</source>
+        <translation>%1 %</translation>
+    </message>
+    <message>
+        <source>Podcast- oder Audio-Link (Apple Podcasts, RSS, MP3)…</source>
+        <translation>Podd- eller ljudlänk (Apple Podcasts, RSS, MP3)…</translation>
     </message>
     <message>
         <source>Neural Engine aktiv</source>
@@ -436,8 +452,16 @@
         <translation>Ny inspelning via mikrofonen.</translation>
     </message>
     <message>
+        <source>Stopp &amp; Transkribieren</source>
+        <translation>Stoppa och transkribera</translation>
+    </message>
+    <message>
         <source>Aufnahme starten</source>
         <translation>Starta inspelning</translation>
+    </message>
+    <message>
+        <source>Kein Mikrofon-Zugriff. Bitte in Systemeinstellungen → Datenschutz → Mikrofon erlauben.</source>
+        <translation>Ingen mikrofonåtkomst. Tillåt det i Systeminställningar → Integritet → Mikrofon.</translation>
     </message>
     <message>
         <source>Interview vorbereiten</source>
@@ -486,6 +510,46 @@
     <message>
         <source>Das Modell konnte nicht im Modellordner gespeichert werden: %1</source>
         <translation>Modellen kunde inte sparas i modellmappen: %1</translation>
+    </message>
+    <message>
+        <source>Link wird aufgelöst…</source>
+        <translation>Länken slås upp…</translation>
+    </message>
+    <message>
+        <source>Episode wird geladen…</source>
+        <translation>Avsnittet laddas ned…</translation>
+    </message>
+    <message>
+        <source>Podcast-Episode</source>
+        <translation>Poddavsnitt</translation>
+    </message>
+    <message>
+        <source>Netzwerkfehler</source>
+        <translation>Nätverksfel</translation>
+    </message>
+    <message>
+        <source>Das sieht nicht nach einem gültigen Link aus.</source>
+        <translation>Det där ser inte ut som en giltig länk.</translation>
+    </message>
+    <message>
+        <source>Spotify-Links lassen sich nicht laden – Spotify gibt kein herunterladbares Audio heraus. Nutze den Apple-Podcasts-, RSS- oder direkten Audio-Link.</source>
+        <translation>Spotify-länkar kan inte laddas – Spotify lämnar inte ut något nedladdningsbart ljud. Använd Apple Podcasts-, RSS- eller den direkta ljudlänken.</translation>
+    </message>
+    <message>
+        <source>Diese Apple-Podcasts-Folge konnte nicht aufgelöst werden. Versuch es mit dem RSS-Feed oder dem direkten Audio-Link.</source>
+        <translation>Det gick inte att hitta det här Apple Podcasts-avsnittet. Försök med RSS-flödet eller den direkta ljudlänken.</translation>
+    </message>
+    <message>
+        <source>Im Feed wurde keine Audiodatei gefunden.</source>
+        <translation>Ingen ljudfil hittades i flödet.</translation>
+    </message>
+    <message>
+        <source>Unter diesem Link wurde kein Podcast-Audio gefunden. Nutze einen Apple-Podcasts-, RSS- oder direkten Audio-Link.</source>
+        <translation>Inget poddljud hittades på den här länken. Använd en Apple Podcasts-, RSS- eller direkt ljudlänk.</translation>
+    </message>
+    <message>
+        <source>Podcast</source>
+        <translation>Podd</translation>
     </message>
 </context>
 </TS>

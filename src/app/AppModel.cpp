@@ -72,6 +72,10 @@ AppModel::~AppModel()
         m_control->cancel();
     if (m_transcribeTask)
         m_transcribeTask->waitForFinished();
+    if (m_linkControl)
+        m_linkControl->cancel();
+    if (m_linkTask)
+        m_linkTask->waitForFinished();
 }
 
 WhisperModel AppModel::selectedModel() const

@@ -130,6 +130,10 @@ public:
     void setFilePanel(FilePanel panel);
     // Asks the chooser for a file and stages it under its own name.
     void openPanel();
+    // Resolves a pasted podcast or audio link, downloads the media file with progress in
+    // linkStatus and linkProgress, and stages it under the episode's title. Returns at
+    // once; does nothing while a job or another link runs. Failures end in errorMessage.
+    void stageLink(const QString &link);
     // The speaker job's entry; it arrives with the speaker subsystem and does nothing yet.
     void detectSpeakers(const HistoryItem &item);
 
@@ -181,6 +185,11 @@ private:
     void setBusyElapsed(double seconds);
     void setBusyProgress(double fraction);
     void setHistory(const QList<HistoryItem> &history);
+    void setLinkBusy(bool busy);
+    void setLinkStatus(const std::optional<QString> &status);
+    void setLinkProgress(double fraction);
+    void downloadLink(const QUrl &url, const QString &title);
+    void endLink(const std::optional<QString> &error);
 
     ModelStore *m_modelStore = nullptr;
     QSettings m_settings;
@@ -214,4 +223,7 @@ private:
     std::optional<QFuture<void>> m_transcribeTask;
     TranscribeControlPtr m_control;
     FilePanel m_filePanel;
+    // The running link resolution, stopped and awaited when this object goes.
+    std::optional<QFuture<void>> m_linkTask;
+    TranscribeControlPtr m_linkControl;
 };

@@ -4,13 +4,21 @@
 
 #include "app/AppModel.h"
 #include "engine/Engine.h"
+#include "links/MediaDownloader.h"
+#include "links/PodcastResolver.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QEventLoop>
+#include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
+#include <QRegularExpression>
+#include <QScopeGuard>
+#include <QTimer>
+#include <QtConcurrent/QtConcurrentRun>
 
+#include <atomic>
 #include <cstdio>
 
 namespace Cli {
@@ -19,11 +27,13 @@ QString usage()
 {
     return QStringLiteral(
         "Usage:\n"
-        "  sagwerk-cli transcribe FILE --model PATH [--language CODE]\n"
+        "  sagwerk-cli transcribe FILE|LINK --model PATH [--language CODE]\n"
         "      Writes the transcription of FILE as JSON to standard output.\n"
-        "  sagwerk-cli transcribe FILE --save [--model ID] [--language CODE]\n"
+        "  sagwerk-cli transcribe FILE|LINK --save [--model ID] [--language CODE]\n"
         "      Transcribes FILE as the application does and stores it in the history;\n"
         "      the model and language of the settings unless given. Prints the folder.\n"
+        "      A LINK (http:// or https://) to a podcast page, feed, Apple Podcasts\n"
+        "      episode or audio file is resolved and downloaded first.\n"
         "  sagwerk-cli export BUNDLE --format txt|srt [--no-timestamps] [--output FILE]\n"
         "      Writes a stored transcription as text or subtitles, with its corrections.\n"
         "  sagwerk-cli list [--json]\n"
@@ -41,9 +51,91 @@ QString usage()
 
 namespace {
 
+std::atomic<bool> interrupted = false;
+
+// Runs the event loop until `done` holds or Ctrl-C comes; false for the latter.
+bool waitUntil(const std::function<bool()> &done)
+{
+    QEventLoop loop;
+    QTimer poll;
+    QObject::connect(&poll, &QTimer::timeout, &loop, [&] {
+        if (done() || interrupted)
+            loop.quit();
+    });
+    poll.start(20);
+    if (!done() && !interrupted)
+        loop.exec();
+    return !interrupted;
+}
+
+// A link is what names a scheme and is no file that exists.
+bool isLink(const QString &input)
+{
+    static const QRegularExpression scheme(QStringLiteral("^[A-Za-z][A-Za-z0-9+.-]*://"));
+    return !QFileInfo::exists(input) && scheme.match(input).hasMatch();
+}
+
+struct Fetched {
+    std::optional<QString> file; // in the temporary folder; the caller removes it
+    QString title;
+    int status = Ok;
+};
+
+// Resolves and downloads a link as the application does. Failures are told on stderr.
+Fetched fetchLink(const QString &link)
+{
+    const TranscribeControlPtr control = std::make_shared<TranscribeControl>();
+    Interrupt::onSignal([control] {
+        interrupted = true;
+        control->cancel();
+    });
+
+    struct Resolution {
+        std::optional<ResolvedMedia> media;
+        QString error;
+    };
+    QFuture<Resolution> resolution = QtConcurrent::run([link, control]() -> Resolution {
+        try {
+            return {PodcastResolver::resolve(link, PodcastResolver::defaultLookupBase, control), {}};
+        } catch (const PodcastError &e) {
+            return {std::nullopt, e.errorDescription()};
+        } catch (const EngineError &e) {
+            return {std::nullopt, e.errorDescription()};
+        }
+    });
+    // A cancel stops the resolver within a moment; it holds no file.
+    waitUntil([&] { return resolution.isFinished(); });
+    if (interrupted) {
+        resolution.waitForFinished();
+        std::fprintf(stderr, "%s\n", qPrintable(EngineError::cancelled().errorDescription()));
+        return {std::nullopt, {}, Cancelled};
+    }
+    const Resolution resolved = resolution.result();
+    if (!resolved.media) {
+        std::fprintf(stderr, "%s\n", qPrintable(resolved.error));
+        return {std::nullopt, {}, Failed};
+    }
+
+    ProgressBar bar("Download");
+    MediaDownloader downloader([&bar](double fraction) { bar.update(fraction); });
+    QFuture<QString> download = downloader.download(resolved.media->url);
+    // An interrupt leaves through the downloader's end, which removes the partial file.
+    if (!waitUntil([&] { return download.isFinished(); })) {
+        std::fprintf(stderr, "%s\n", qPrintable(EngineError::cancelled().errorDescription()));
+        return {std::nullopt, {}, Cancelled};
+    }
+    try {
+        return {download.result(), resolved.media->title, Ok};
+    } catch (const MediaDownloader::Error &e) {
+        std::fprintf(stderr, "%s\n", qPrintable(e.message()));
+        return {std::nullopt, {}, Failed};
+    }
+}
+
 // The application's own road: staging, the model of the settings unless one is named,
 // and a bundle in the history. Prints the bundle's folder.
-int transcribeAndSave(const QString &input, const AppModel::JobOverrides &overrides)
+int transcribeAndSave(const QString &input, const AppModel::JobOverrides &overrides,
+                      const std::optional<QString> &displayName = std::nullopt)
 {
     AppModel app;
     ProgressBar bar("Transkription");
@@ -56,7 +148,7 @@ int transcribeAndSave(const QString &input, const AppModel::JobOverrides &overri
         });
     });
 
-    app.stage(QFileInfo(input).absoluteFilePath());
+    app.stage(QFileInfo(input).absoluteFilePath(), displayName);
     app.startPending(overrides);
     if (app.isBusy()) {
         QEventLoop loop;
@@ -97,7 +189,22 @@ int transcribe(const QStringList &args)
         std::fprintf(stderr, "%s", qPrintable(usage()));
         return Usage;
     }
-    const QString input = parser.positionalArguments().constFirst();
+    QString input = parser.positionalArguments().constFirst();
+    std::optional<QString> title;
+    std::optional<QString> downloaded;
+    if (isLink(input)) {
+        const Fetched fetched = fetchLink(input);
+        if (!fetched.file)
+            return fetched.status;
+        input = *fetched.file;
+        title = fetched.title;
+        downloaded = fetched.file;
+    }
+    // The download is this command's own; the stored transcription keeps a copy.
+    const auto removeDownload = qScopeGuard([&downloaded] {
+        if (downloaded)
+            QFile::remove(*downloaded);
+    });
 
     if (save) {
         AppModel::JobOverrides overrides;
@@ -110,7 +217,7 @@ int transcribe(const QStringList &args)
         }
         if (parser.isSet(QStringLiteral("language")))
             overrides.language = parser.value(QStringLiteral("language"));
-        return transcribeAndSave(input, overrides);
+        return transcribeAndSave(input, overrides, title);
     }
 
     const QString model = parser.value(QStringLiteral("model"));

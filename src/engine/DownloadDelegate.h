@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QFile>
+#include <QList>
 #include <QObject>
 #include <QPointer>
 #include <QUrl>
@@ -24,8 +25,18 @@ public:
     // The fraction written; called only while the server has named a length.
     std::function<void(double)> onProgress;
     std::function<void(const std::optional<QString> &file, const std::optional<QString> &error)> onFinish;
+    // Request headers beyond the transfer layer's own; set before start().
+    QList<std::pair<QByteArray, QByteArray>> headers;
+    // A body that grows past this many bytes fails the download; negative for no bound.
+    qint64 maxBytes = -1;
 
     void start(const QUrl &url);
+
+    // What the answer said about its body, known once onFinish has a file: the
+    // lower-cased media type without parameters, and the file name the server suggests
+    // in Content-Disposition, else the last path component of the answer's URL.
+    const QString &mimeType() const { return m_mimeType; }
+    const QString &suggestedFileName() const { return m_suggestedFileName; }
 
 private:
     void receive();
@@ -35,6 +46,8 @@ private:
     QNetworkAccessManager *session;
     QPointer<QNetworkReply> reply;
     qint64 received = 0;
+    QString m_mimeType;
+    QString m_suggestedFileName;
     // Named only while it is this delegate's to remove.
     QFile file;
 };

@@ -66,6 +66,8 @@ DetailPane::DetailPane(AppModel &app, QWidget *parent) : QWidget(parent), m_app(
     // Primary actions.
     m_interview = m_toolbar->addAction(QString());
     connect(m_interview, &QAction::triggered, &app, &AppModel::stageInterview);
+    m_record = m_toolbar->addAction(QString());
+    connect(m_record, &QAction::triggered, &app, &AppModel::stageRecording);
     m_open = m_toolbar->addAction(QString());
     connect(m_open, &QAction::triggered, &app, &AppModel::openPanel);
     m_toolbar->addSeparator();
@@ -122,6 +124,7 @@ void DetailPane::updateActions()
     m_new->setEnabled(!busy && (m_app.current() || m_app.pending()));
     m_delete->setEnabled(!busy && m_app.current());
     m_interview->setEnabled(!busy);
+    m_record->setEnabled(!busy);
     m_open->setEnabled(!busy);
 }
 
@@ -164,6 +167,7 @@ void DetailPane::retranslate()
     m_delete->setText(QCoreApplication::translate("Sagwerk", "Löschen"));
     m_delete->setToolTip(QCoreApplication::translate("Sagwerk", "Diese Transkription löschen"));
     m_interview->setText(QCoreApplication::translate("Sagwerk", "Interview"));
+    m_record->setText(QCoreApplication::translate("Sagwerk", "Aufnehmen"));
     m_open->setText(QCoreApplication::translate("Sagwerk", "Datei öffnen"));
     m_settings->setText(QCoreApplication::translate("Sagwerk", "Einstellungen"));
     m_help->setText(QCoreApplication::translate("Sagwerk", "Hilfe"));
@@ -175,6 +179,7 @@ void DetailPane::restyle()
     m_new->setIcon(ShellStyle::symbolIcon(QStringLiteral("square.and.pencil"), pal));
     m_delete->setIcon(ShellStyle::symbolIcon(QStringLiteral("trash"), pal));
     m_interview->setIcon(ShellStyle::symbolIcon(QStringLiteral("person.2.wave.2"), pal));
+    m_record->setIcon(ShellStyle::symbolIcon(QStringLiteral("mic.circle"), pal));
     m_open->setIcon(ShellStyle::symbolIcon(QStringLiteral("folder"), pal));
     m_settings->setIcon(ShellStyle::symbolIcon(QStringLiteral("gearshape"), pal));
     m_help->setIcon(ShellStyle::symbolIcon(QStringLiteral("questionmark.circle"), pal));

@@ -29,6 +29,7 @@ public:
     QAction *newAction() const { return m_new; }
     QAction *deleteAction() const { return m_delete; }
     QAction *interviewAction() const { return m_interview; }
+    QAction *recordAction() const { return m_record; }
     QAction *openAction() const { return m_open; }
     QAction *settingsAction() const { return m_settings; }
     QAction *helpAction() const { return m_help; }
@@ -59,6 +60,7 @@ private:
     QAction *m_new = nullptr;
     QAction *m_delete = nullptr;
     QAction *m_interview = nullptr;
+    QAction *m_record = nullptr;
     QAction *m_open = nullptr;
     QAction *m_settings = nullptr;
     QAction *m_help = nullptr;

@@ -87,6 +87,9 @@ DropZone::DropZone(AppModel &app, QWidget *parent) : QWidget(parent), m_app(app)
     m_open = largeButton(this);
     connect(m_open, &QPushButton::clicked, &app, &AppModel::openPanel);
     buttons->addWidget(m_open);
+    m_record = largeButton(this);
+    connect(m_record, &QPushButton::clicked, &app, &AppModel::stageRecording);
+    buttons->addWidget(m_record);
     m_interview = largeButton(this);
     connect(m_interview, &QPushButton::clicked, &app, &AppModel::stageInterview);
     buttons->addWidget(m_interview);
@@ -121,6 +124,7 @@ void DropZone::retranslate()
     m_text->setText(QCoreApplication::translate(
         "Sagwerk", "Bei Videos wird die Tonspur transkribiert. Alles bleibt lokal auf diesem Mac."));
     m_open->setText(QCoreApplication::translate("Sagwerk", "Datei öffnen…"));
+    m_record->setText(QCoreApplication::translate("Sagwerk", "Aufnehmen"));
     m_interview->setText(QCoreApplication::translate("Sagwerk", "Interview"));
     retranslateModelHint(m_hint);
 }
@@ -132,6 +136,7 @@ void DropZone::restyle()
     m_icon->setPixmap(ShellStyle::symbolPixmap(QStringLiteral("waveform"), 52, iconColor, devicePixelRatioF()));
     ShellStyle::setTextColor(m_text, ShellStyle::secondary(pal));
     m_open->setIcon(ShellStyle::symbolIcon(QStringLiteral("folder"), pal));
+    m_record->setIcon(ShellStyle::symbolIcon(QStringLiteral("mic"), pal));
     m_interview->setIcon(ShellStyle::symbolIcon(QStringLiteral("person.2.wave.2"), pal));
     restyleModelHint(m_hint);
 }

@@ -19,6 +19,7 @@ public:
 
     QPushButton *openButton() const { return m_open; }
     QPushButton *interviewButton() const { return m_interview; }
+    QPushButton *recordButton() const { return m_record; }
     QPushButton *hintButton() const { return m_hint; }
 
 protected:
@@ -41,6 +42,7 @@ private:
     QLabel *m_text = nullptr;
     QPushButton *m_open = nullptr;
     QPushButton *m_interview = nullptr;
+    QPushButton *m_record = nullptr;
     QPushButton *m_hint = nullptr;
 };
 

@@ -6,7 +6,9 @@
 #include "export/Format.h"
 #include "ui/AboutView.h"
 #include "ui/HelpView.h"
+#include "ui/LinkRow.h"
 #include "ui/OnboardingWizard.h"
+#include "ui/RecordSheet.h"
 #include "ui/SettingsSheet.h"
 #include "ui/ShellStyle.h"
 
@@ -144,9 +146,9 @@ QDialog *makeSettingsSheet(AppModel &app, QWidget *parent)
     return new SettingsSheet(app, parent);
 }
 
-QDialog *makeRecordSheet(AppModel &, QWidget *parent)
+QDialog *makeRecordSheet(AppModel &app, QWidget *parent)
 {
-    return new StandInSheet(QT_TRANSLATE_NOOP("Sagwerk", "Audio aufnehmen"), parent);
+    return new RecordSheet(app, parent);
 }
 
 QDialog *makeOnboardingWizard(AppModel &app, QWidget *parent)
@@ -175,7 +177,7 @@ QWidget *makeInterviewView(AppModel &app, QWidget *parent)
                            [&app] { app.setInterviewActive(false); });
 }
 
-QWidget *makeLinkField(AppModel &, QWidget *)
+QWidget *makeLinkField(AppModel &app, QWidget *parent)
 {
-    return nullptr;
+    return new LinkRow(app, parent);
 }

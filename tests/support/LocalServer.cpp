@@ -52,16 +52,30 @@ void LocalServer::serve(QTcpSocket *socket)
     const QList<QByteArray> line = request.left(request.indexOf("\r\n")).split(' ');
     const QString path = QString::fromUtf8(line.value(1));
     counts[path] += 1;
+    requests[path] = request.left(request.indexOf("\r\n\r\n"));
+    total += 1;
 
     Answer a = answers.value(path, Answer{404, "<!DOCTYPE html><html><body><h1>404 Not Found</h1></body></html>"});
     QByteArray head = "HTTP/1.1 " + QByteArray::number(a.status) + (a.status == 200 ? " OK" : " Error")
                       + "\r\nConnection: close\r\n";
-    head += a.status == 200 ? "Content-Type: application/octet-stream\r\n" : "Content-Type: text/html\r\n";
-    if (a.sendLength)
+    const QByteArray type = a.contentType.value_or(a.status == 200 ? "application/octet-stream" : "text/html");
+    if (!type.isEmpty())
+        head += "Content-Type: " + type + "\r\n";
+    for (const QByteArray &line : a.headers)
+        head += line + "\r\n";
+    if (a.sendLength && !a.endless)
         head += "Content-Length: " + QByteArray::number(a.body.size()) + "\r\n";
     socket->write(head + "\r\n");
 
-    if (a.dropAfter >= 0) {
+    if (a.endless && !a.body.isEmpty()) {
+        // Kept a little ahead of the client, which decides when it has had enough.
+        const auto more = [socket, chunk = a.body] {
+            while (socket->state() == QAbstractSocket::ConnectedState && socket->bytesToWrite() < 256 * 1024)
+                socket->write(chunk);
+        };
+        connect(socket, &QTcpSocket::bytesWritten, socket, more);
+        more();
+    } else if (a.dropAfter >= 0) {
         socket->write(a.body.left(a.dropAfter));
         socket->disconnectFromHost();
     } else if (a.holdAfter >= 0) {

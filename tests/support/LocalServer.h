@@ -8,12 +8,14 @@
 #include <QTcpServer>
 #include <QUrl>
 #include <functional>
+#include <optional>
 
 class QTcpSocket;
 
 // A small HTTP/1.1 server on 127.0.0.1 with fixed answers per path. It is served by
 // the test's own event loop, so a test waits with waitFor() while a request runs.
 // Every answer closes its connection; a path without an answer gets a 404 HTML page.
+// A path is the request target as sent: with its query, or a whole URL for a proxy.
 class LocalServer : public QObject {
 public:
     struct Answer {
@@ -25,6 +27,12 @@ public:
         qint64 dropAfter = -1;
         // After this many bytes of the body the answer waits for release().
         qint64 holdAfter = -1;
+        // The body sent again and again until the client goes away.
+        bool endless = false;
+        // Replaces the default Content-Type; an empty value sends none.
+        std::optional<QByteArray> contentType = std::nullopt;
+        // Further header lines, "Name: value".
+        QList<QByteArray> headers = {};
     };
 
     LocalServer();
@@ -33,6 +41,10 @@ public:
     QUrl base() const;
     void answer(const QString &path, const Answer &answer);
     int hits(const QString &path) const;
+    // Requests of any path, also those that came through as a proxy's.
+    int totalHits() const { return total; }
+    // The head of the last request for `path`, lines separated by CRLF.
+    QByteArray lastRequest(const QString &path) const { return requests.value(path); }
     // Answers waiting at their hold point.
     int held() const { return int(waiting.size()); }
     void release();
@@ -43,6 +55,8 @@ private:
     QTcpServer server;
     QHash<QString, Answer> answers;
     QHash<QString, int> counts;
+    QHash<QString, QByteArray> requests;
+    int total = 0;
     QList<std::pair<QPointer<QTcpSocket>, QByteArray>> waiting;
 };
 

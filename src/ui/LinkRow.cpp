@@ -1,0 +1,182 @@
+#include "ui/LinkRow.h"
+
+#include "app/AppModel.h"
+#include "app/Text.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPainter>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTimer>
+#include <QVBoxLayout>
+
+namespace {
+
+// A small indeterminate spinner: a ring of fading strokes that turns while shown.
+class Spinner : public QWidget {
+public:
+    explicit Spinner(int size, QWidget *parent) : QWidget(parent)
+    {
+        setFixedSize(size, size);
+        timer.setInterval(80);
+        connect(&timer, &QTimer::timeout, this, [this] {
+            step = (step + 1) % strokes;
+            update();
+        });
+    }
+
+protected:
+    void showEvent(QShowEvent *) override { timer.start(); }
+    void hideEvent(QHideEvent *) override { timer.stop(); }
+    void paintEvent(QPaintEvent *) override
+    {
+        QPainter p(this);
+        p.setRenderHint(QPainter::Antialiasing);
+        p.translate(width() / 2.0, height() / 2.0);
+        const double radius = width() / 2.0;
+        QColor color = palette().color(QPalette::WindowText);
+        for (int i = 0; i < strokes; ++i) {
+            color.setAlphaF(float(0.15 + 0.85 * double((i - step + strokes) % strokes) / (strokes - 1)));
+            p.setPen(QPen(color, std::max(1.5, radius / 4), Qt::SolidLine, Qt::RoundCap));
+            p.drawLine(QPointF(0, -radius * 0.45), QPointF(0, -radius * 0.9));
+            p.rotate(360.0 / strokes);
+        }
+    }
+
+private:
+    static constexpr int strokes = 8;
+    int step = 0;
+    QTimer timer;
+};
+
+void makeCaption(QLabel *label)
+{
+    QFont font = label->font();
+    font.setPointSizeF(font.pointSizeF() * 0.85);
+    // Figures of one width, so that the percentage does not jitter.
+    font.setFeature(QFont::Tag("tnum"), 1);
+    label->setFont(font);
+    label->setForegroundRole(QPalette::PlaceholderText);
+}
+
+} // namespace
+
+LinkRow::LinkRow(AppModel &app, QWidget *parent) : QWidget(parent), m_app(app)
+{
+    setMaximumWidth(540);
+
+    auto *icon = new QLabel(this);
+    const QIcon link = QIcon::fromTheme(QStringLiteral("link"), QIcon::fromTheme(QIcon::ThemeIcon::InsertLink));
+    icon->setPixmap(link.pixmap(16, 16, QIcon::Disabled));
+    // A desktop without an icon theme shows the field alone.
+    icon->setVisible(!link.isNull());
+
+    m_field = new QLineEdit(this);
+    m_field->setObjectName(QStringLiteral("linkField"));
+    m_field->setClearButtonEnabled(false);
+
+    m_load = new QPushButton(this);
+    m_load->setObjectName(QStringLiteral("load"));
+    m_loadSpinner = new Spinner(14, m_load);
+    m_loadSpinner->setObjectName(QStringLiteral("loadSpinner"));
+    auto *overlay = new QHBoxLayout(m_load);
+    overlay->setContentsMargins(0, 0, 0, 0);
+    overlay->addWidget(m_loadSpinner, 0, Qt::AlignCenter);
+
+    auto *first = new QHBoxLayout;
+    first->setSpacing(8);
+    first->addWidget(icon);
+    first->addWidget(m_field, 1);
+    first->addWidget(m_load);
+
+    m_progressRow = new QWidget(this);
+    m_progressRow->setObjectName(QStringLiteral("progressRow"));
+    m_bar = new QProgressBar(m_progressRow);
+    m_bar->setFixedWidth(160);
+    m_bar->setRange(0, 1000);
+    m_bar->setTextVisible(false);
+    m_bar->setMaximumHeight(8);
+    m_percent = new QLabel(m_progressRow);
+    m_percent->setObjectName(QStringLiteral("percent"));
+    makeCaption(m_percent);
+    m_statusSpinner = new Spinner(12, m_progressRow);
+    m_statusSpinner->setObjectName(QStringLiteral("statusSpinner"));
+    m_status = new QLabel(m_progressRow);
+    m_status->setObjectName(QStringLiteral("status"));
+    makeCaption(m_status);
+    auto *second = new QHBoxLayout(m_progressRow);
+    second->setContentsMargins(0, 0, 0, 0);
+    second->setSpacing(8);
+    second->addStretch();
+    second->addWidget(m_bar);
+    second->addWidget(m_percent);
+    second->addWidget(m_statusSpinner);
+    second->addWidget(m_status);
+    second->addStretch();
+
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(8);
+    column->addLayout(first);
+    column->addWidget(m_progressRow);
+
+    connect(m_field, &QLineEdit::textChanged, this, &LinkRow::refresh);
+    connect(m_field, &QLineEdit::returnPressed, this, &LinkRow::submitLink);
+    connect(m_load, &QPushButton::clicked, this, &LinkRow::submitLink);
+    for (auto signal : {&AppModel::linkBusyChanged, &AppModel::linkStatusChanged, &AppModel::linkProgressChanged,
+                        &AppModel::isBusyChanged})
+        connect(&m_app, signal, this, &LinkRow::refresh);
+
+    retranslate();
+}
+
+void LinkRow::submitLink()
+{
+    const QString text = m_field->text().trimmed();
+    if (text.isEmpty())
+        return;
+    m_app.stageLink(text);
+}
+
+void LinkRow::refresh()
+{
+    const bool linkBusy = m_app.linkBusy();
+    const bool busy = linkBusy || m_app.isBusy();
+    m_field->setEnabled(!busy);
+    // Only blanks keep the button off; line breaks are left to submitLink.
+    m_load->setEnabled(!busy && !Text::trimBlanks(m_field->text()).isEmpty());
+    m_load->setText(linkBusy ? QString() : QCoreApplication::translate("Sagwerk", "Laden"));
+    m_loadSpinner->setVisible(linkBusy);
+
+    m_progressRow->setVisible(linkBusy);
+    const double progress = m_app.linkProgress();
+    const bool determinate = progress > 0;
+    m_bar->setVisible(determinate);
+    m_percent->setVisible(determinate);
+    m_statusSpinner->setVisible(!determinate);
+    m_status->setVisible(!determinate);
+    m_bar->setValue(int(std::clamp(progress, 0.0, 1.0) * 1000));
+    m_percent->setText(QCoreApplication::translate("Sagwerk", "%1 %").arg(int(progress * 100)));
+    m_status->setText(m_app.linkStatus().value_or(QString()));
+}
+
+void LinkRow::retranslate()
+{
+    m_field->setPlaceholderText(
+        QCoreApplication::translate("Sagwerk", "Podcast- oder Audio-Link (Apple Podcasts, RSS, MP3)…"));
+    // The button keeps the width of its word while the spinner stands in for it.
+    m_load->setText(QCoreApplication::translate("Sagwerk", "Laden"));
+    m_load->setMinimumWidth(m_load->sizeHint().width());
+    refresh();
+}
+
+void LinkRow::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        retranslate();
+    QWidget::changeEvent(event);
+}

@@ -1,0 +1,192 @@
+#include "ui/RecordSheet.h"
+
+#include "app/AppModel.h"
+#include "capture/Recorder.h"
+#include "export/Format.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QFontDatabase>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPainter>
+#include <QPainterPath>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace {
+
+// The meter: a quiet track and, from the left, a bar as long as the level.
+class LevelBar : public QWidget {
+public:
+    LevelBar(const Recorder &recorder, QWidget *parent) : QWidget(parent), recorder(recorder)
+    {
+        setObjectName(QStringLiteral("levelBar"));
+        setFixedHeight(16);
+        setMaximumWidth(320);
+        setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    }
+
+    QSize sizeHint() const override { return {320, 16}; }
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        QPainter p(this);
+        p.setRenderHint(QPainter::Antialiasing);
+        p.setPen(Qt::NoPen);
+        QColor track = palette().color(QPalette::PlaceholderText);
+        track.setAlphaF(0.15f);
+        p.setBrush(track);
+        p.drawRoundedRect(QRectF(rect()), 6, 6);
+        const double width = double(this->width()) * std::clamp(double(recorder.level()), 0.0, 1.0);
+        if (width <= 0)
+            return;
+        p.setBrush(recorder.isRecording() ? QColor(Qt::red) : palette().color(QPalette::Highlight));
+        p.drawRoundedRect(QRectF(0, 0, width, height()), 6, 6);
+    }
+
+private:
+    const Recorder &recorder;
+};
+
+QFont scaled(const QFont &base, double factor, QFont::Weight weight)
+{
+    QFont font = base;
+    font.setPointSizeF(base.pointSizeF() * factor);
+    font.setWeight(weight);
+    return font;
+}
+
+} // namespace
+
+RecordSheet::RecordSheet(AppModel &app, QWidget *parent)
+    : QDialog(parent), m_app(app), m_recorder(new Recorder(this))
+{
+    setFixedSize(420, 300);
+    setModal(true);
+
+    m_title = new QLabel(this);
+    m_title->setFont(scaled(font(), 1.6, QFont::Bold));
+    m_title->setAlignment(Qt::AlignCenter);
+
+    m_levelBar = new LevelBar(*m_recorder, this);
+
+    m_time = new QLabel(this);
+    m_time->setObjectName(QStringLiteral("time"));
+    QFont mono = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    mono.setPixelSize(34);
+    mono.setWeight(QFont::DemiBold);
+    m_time->setFont(mono);
+    m_time->setAlignment(Qt::AlignCenter);
+
+    m_denied = new QLabel(this);
+    m_denied->setObjectName(QStringLiteral("permissionDenied"));
+    m_denied->setWordWrap(true);
+    m_denied->setAlignment(Qt::AlignCenter);
+    m_denied->setFont(scaled(font(), 0.85, QFont::Normal));
+    QPalette red = m_denied->palette();
+    red.setColor(QPalette::WindowText, Qt::red);
+    m_denied->setPalette(red);
+
+    m_cancel = new QPushButton(this);
+    m_cancel->setObjectName(QStringLiteral("cancel"));
+    m_cancel->setAutoDefault(false);
+    m_go = new QPushButton(this);
+    m_go->setObjectName(QStringLiteral("go"));
+    m_go->setDefault(true);
+
+    auto *buttons = new QHBoxLayout;
+    buttons->setSpacing(16);
+    buttons->addStretch();
+    buttons->addWidget(m_cancel);
+    buttons->addWidget(m_go);
+    buttons->addStretch();
+
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(24, 24, 24, 24);
+    column->setSpacing(16);
+    column->addStretch();
+    column->addWidget(m_title);
+    column->addWidget(m_levelBar, 0, Qt::AlignHCenter);
+    column->addWidget(m_time);
+    column->addWidget(m_denied);
+    column->addLayout(buttons);
+    column->addStretch();
+    m_levelBar->setMinimumWidth(320);
+
+    connect(m_cancel, &QPushButton::clicked, this, &RecordSheet::reject);
+    connect(m_go, &QPushButton::clicked, this, &RecordSheet::startOrStop);
+    connect(m_recorder, &Recorder::isRecordingChanged, this, &RecordSheet::refresh);
+    connect(m_recorder, &Recorder::elapsedChanged, this, &RecordSheet::refresh);
+    connect(m_recorder, &Recorder::levelChanged, m_levelBar, qOverload<>(&QWidget::update));
+    connect(m_recorder, &Recorder::permissionDeniedChanged, this, &RecordSheet::refresh);
+    // Closed any other way than by stopping: the sheet's flag goes down with it.
+    connect(this, &QDialog::finished, &m_app, [this] { m_app.setShowRecorder(false); });
+
+    retranslate();
+}
+
+RecordSheet::~RecordSheet() = default;
+
+QString RecordSheet::timeString(double elapsed)
+{
+    const qint64 s = qint64(std::max(0.0, elapsed));
+    return QString::asprintf("%02lld:%02lld", s / 60, s % 60);
+}
+
+void RecordSheet::startOrStop()
+{
+    if (m_recorder->isRecording())
+        stopAndTranscribe();
+    else
+        m_recorder->start();
+}
+
+void RecordSheet::stopAndTranscribe()
+{
+    const std::optional<QString> url = m_recorder->stop();
+    if (!url)
+        return;
+    // Kept German in every language, as the names of dropped files are kept as they are.
+    const QString name = QStringLiteral("Aufnahme ") + Format::date(QDateTime::currentDateTime());
+    m_app.setShowRecorder(false);
+    accept();
+    m_app.transcribe(*url, name);
+}
+
+void RecordSheet::reject()
+{
+    m_recorder->cancel();
+    QDialog::reject();
+}
+
+void RecordSheet::refresh()
+{
+    const bool recording = m_recorder->isRecording();
+    m_time->setText(timeString(m_recorder->elapsed()));
+    m_denied->setVisible(m_recorder->permissionDenied());
+    const QString text = recording ? QCoreApplication::translate("Sagwerk", "Stopp & Transkribieren")
+                                   : QCoreApplication::translate("Sagwerk", "Aufnahme starten");
+    // A single & would mark a shortcut letter instead of showing.
+    m_go->setText(QString(text).replace(u'&', QStringLiteral("&&")));
+    m_go->setIcon(QIcon::fromTheme(recording ? QIcon::ThemeIcon::MediaPlaybackStop : QIcon::ThemeIcon::MediaRecord));
+    m_levelBar->update();
+}
+
+void RecordSheet::retranslate()
+{
+    setWindowTitle(QCoreApplication::translate("Sagwerk", "Audio aufnehmen"));
+    m_title->setText(QCoreApplication::translate("Sagwerk", "Audio aufnehmen"));
+    m_denied->setText(QCoreApplication::translate(
+        "Sagwerk", "Kein Mikrofon-Zugriff. Bitte in Systemeinstellungen → Datenschutz → Mikrofon erlauben."));
+    m_cancel->setText(QCoreApplication::translate("Sagwerk", "Abbrechen"));
+    refresh();
+}
+
+void RecordSheet::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        retranslate();
+    QDialog::changeEvent(event);
+}

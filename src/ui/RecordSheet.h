@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QDialog>
+
+class AppModel;
+class QLabel;
+class QPushButton;
+class Recorder;
+
+// The sheet that records from the microphone: a level bar, the running time, and one
+// button that starts the recording and then stops it and hands the file to a
+// transcription under "Aufnahme <date>". Cancelling, by button or Escape, throws the
+// recording away. It owns its Recorder for as long as it lives.
+class RecordSheet : public QDialog {
+    Q_OBJECT
+
+public:
+    RecordSheet(AppModel &app, QWidget *parent = nullptr);
+    ~RecordSheet() override;
+
+    Recorder &recorder() const { return *m_recorder; }
+
+    // "mm:ss" of whole seconds; the minutes go on past 59.
+    static QString timeString(double elapsed);
+
+    void reject() override;
+
+protected:
+    void changeEvent(QEvent *event) override;
+
+private:
+    void startOrStop();
+    void stopAndTranscribe();
+    void refresh();
+    void retranslate();
+
+    AppModel &m_app;
+    Recorder *m_recorder;
+    QLabel *m_title;
+    QWidget *m_levelBar;
+    QLabel *m_time;
+    QLabel *m_denied;
+    QPushButton *m_cancel;
+    QPushButton *m_go;
+};

@@ -1,0 +1,135 @@
+// The microphone recorder against a real sound server whose input plays a 440 Hz tone,
+// and against no sound server at all.
+#include "LocalServer.h"
+#include "Media.h"
+
+#include "capture/Recorder.h"
+#include "engine/Engine.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QRegularExpression>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace {
+
+QJsonObject probeStream(const QString &path)
+{
+    QProcess p;
+    p.start(QStringLiteral("ffprobe"), {"-v", "error", "-show_streams", "-show_format", "-of", "json", path});
+    p.waitForFinished(30'000);
+    const QJsonObject all = QJsonDocument::fromJson(p.readAllStandardOutput()).object();
+    QJsonObject stream = all.value("streams").toArray().first().toObject();
+    stream.insert("format_name", all.value("format").toObject().value("format_name"));
+    return stream;
+}
+
+// The power of one frequency in the middle half of 16 kHz samples (Goertzel).
+double powerAt(const std::vector<float> &samples, double frequency)
+{
+    const double k = 2.0 * std::cos(2.0 * M_PI * frequency / 16000.0);
+    double s1 = 0, s2 = 0;
+    for (size_t i = samples.size() / 4; i < samples.size() * 3 / 4; ++i) {
+        const double s0 = samples[i] + k * s1 - s2;
+        s2 = s1;
+        s1 = s0;
+    }
+    return s1 * s1 + s2 * s2 - k * s1 * s2;
+}
+
+} // namespace
+
+TEST(Recorder, RecordsTheInputIntoAnAacFile)
+{
+    Recorder recorder;
+    EXPECT_EQ(recorder.stop(), std::nullopt) << "nothing was recorded";
+
+    float highest = 0;
+    QObject::connect(&recorder, &Recorder::levelChanged, [&] { highest = std::max(highest, recorder.level()); });
+    recorder.start();
+    ASSERT_TRUE(waitFor([&] { return recorder.isRecording(); }, 10'000)) << "denied: " << recorder.permissionDenied();
+    EXPECT_FALSE(recorder.permissionDenied());
+    ASSERT_TRUE(waitFor([&] { return recorder.elapsed() >= 3.0; }, 15'000)) << recorder.elapsed();
+    const std::optional<QString> file = recorder.stop();
+    const double elapsed = recorder.elapsed();
+
+    ASSERT_TRUE(file.has_value());
+    EXPECT_FALSE(recorder.isRecording());
+    EXPECT_EQ(recorder.level(), 0.0f);
+    EXPECT_GE(elapsed, 3.0) << "the last length stays for the sheet";
+    EXPECT_EQ(recorder.fileURL(), file);
+    EXPECT_GT(highest, 0.2f) << "a tone moves the meter";
+    const QFileInfo info(*file);
+    EXPECT_EQ(info.absolutePath(), QFileInfo(QDir::tempPath()).absoluteFilePath());
+    EXPECT_TRUE(QRegularExpression("^aufnahme-[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]{12}\\.m4a$")
+                    .match(info.fileName())
+                    .hasMatch())
+        << info.fileName().toStdString();
+
+    // AAC in MPEG-4, 44.1 kHz, one channel, as long as the recorder said.
+    const QJsonObject stream = probeStream(*file);
+    EXPECT_EQ(stream.value("codec_name").toString(), "aac");
+    EXPECT_EQ(stream.value("sample_rate").toString(), "44100");
+    EXPECT_EQ(stream.value("channels").toInt(), 1);
+    EXPECT_TRUE(stream.value("format_name").toString().contains("mp4")) << stream.value("format_name").toString().toStdString();
+
+    // The engine reads it, and hears the source's tone.
+    const std::vector<float> samples = Engine::decodeTo16kMonoFloats(*file);
+    const double seconds = double(samples.size()) / 16000.0;
+    EXPECT_NEAR(seconds, elapsed, 0.5);
+    const double tone = powerAt(samples, 440.0);
+    for (double other : {220.0, 330.0, 550.0, 880.0, 1000.0})
+        EXPECT_GT(tone, 20 * powerAt(samples, other)) << other << " Hz";
+
+    // A cancelled recording leaves nothing; the one before belongs to the caller.
+    recorder.start();
+    ASSERT_TRUE(waitFor([&] { return recorder.isRecording(); }, 10'000));
+    const std::optional<QString> second = recorder.fileURL();
+    ASSERT_TRUE(second.has_value());
+    EXPECT_NE(second, file);
+    EXPECT_EQ(recorder.elapsed(), 0.0);
+    ASSERT_TRUE(waitFor([&] { return recorder.elapsed() >= 0.5; }, 10'000));
+    recorder.cancel();
+    EXPECT_FALSE(recorder.isRecording());
+    EXPECT_FALSE(QFile::exists(*second));
+    EXPECT_EQ(recorder.elapsed(), 0.0);
+    EXPECT_EQ(recorder.stop(), std::nullopt);
+    EXPECT_TRUE(QFile::exists(*file));
+    QFile::remove(*file);
+
+    // A recorder that goes away while recording takes its file along.
+    {
+        Recorder abandoned;
+        abandoned.start();
+        ASSERT_TRUE(waitFor([&] { return abandoned.isRecording(); }, 10'000));
+    }
+    EXPECT_TRUE(Media::temporaryEntries().isEmpty()) << Media::temporaryEntries().join(' ').toStdString();
+}
+
+TEST(Recorder, TheLevelIsAmplitudeWithAFixedGain)
+{
+    EXPECT_EQ(Recorder::levelFor(0.0f), 1.0f);
+    EXPECT_NEAR(Recorder::levelFor(-20.0f), 0.16f, 1e-6);
+    EXPECT_NEAR(Recorder::levelFor(-4.08f), 1.0f, 1e-3);
+    EXPECT_LT(Recorder::levelFor(-160.0f), 1e-7f);
+    EXPECT_EQ(Recorder::levelFor(12.0f), 1.0f);
+    EXPECT_EQ(Recorder::levelFor(std::numeric_limits<float>::quiet_NaN()), 0.0f);
+}
+
+TEST(RecorderWithoutInput, ReadsAsRefused)
+{
+    Recorder recorder;
+    recorder.start();
+    ASSERT_TRUE(waitFor([&] { return recorder.permissionDenied(); }, 10'000));
+    EXPECT_FALSE(recorder.isRecording());
+    EXPECT_EQ(recorder.stop(), std::nullopt);
+    EXPECT_TRUE(Media::temporaryEntries().isEmpty()) << Media::temporaryEntries().join(' ').toStdString();
+}

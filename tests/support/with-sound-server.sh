@@ -1,0 +1,75 @@
+#!/usr/bin/env bash
+# Runs a command against a throw-away sound server, never the developer's own:
+#
+#   with-sound-server.sh [--tone | --none] -- CMD [ARG...]
+#
+# --tone (default): a private PulseAudio whose default input "microphone" hears a 440 Hz
+#   tone, played in real time into a null sink whose monitor feeds that input; the
+#   default output is another null sink. (PulseAudio's own sine source has a fixed
+#   latency of two seconds, which starves clients that ask for short fragments, as Qt
+#   does; a null sink follows the latency its clients ask for.)
+# --none: no sound server at all, so that no input device exists.
+# HOME and the runtime folders point into a fresh folder, so that no PipeWire or
+# PulseAudio of the desktop is found instead. Everything started here is stopped, and
+# the folder removed, on the way out.
+set -euo pipefail
+
+mode=tone
+while [ $# -gt 0 ]; do
+    case $1 in
+        --tone) mode=tone; shift ;;
+        --none) mode=none; shift ;;
+        --) shift; break ;;
+        *) echo "usage: $0 [--tone | --none] -- CMD [ARG...]" >&2; exit 2 ;;
+    esac
+done
+[ $# -gt 0 ] || { echo "usage: $0 [--tone | --none] -- CMD [ARG...]" >&2; exit 2; }
+
+# A short path under /tmp: socket paths are limited to about 100 bytes.
+dir=$(mktemp -d /tmp/sagwerk-sound.XXXXXX)
+chmod 700 "$dir"
+pids=()
+cleanup() {
+    local pid
+    for pid in "${pids[@]}"; do kill "$pid" 2>/dev/null || true; done
+    for pid in "${pids[@]}"; do wait "$pid" 2>/dev/null || true; done
+    rm -rf "$dir"
+}
+trap cleanup EXIT
+trap 'exit 129' HUP
+trap 'exit 130' INT
+trap 'exit 143' TERM
+
+export HOME="$dir/home" XDG_RUNTIME_DIR="$dir/run" XDG_CONFIG_HOME="$dir/config" \
+    PULSE_RUNTIME_PATH="$dir/pulse" PULSE_STATE_PATH="$dir/pulse-state" PIPEWIRE_RUNTIME_DIR="$dir/run"
+mkdir -p "$HOME" "$XDG_RUNTIME_DIR" "$XDG_CONFIG_HOME"
+chmod 700 "$XDG_RUNTIME_DIR"
+unset PIPEWIRE_REMOTE
+# Clients must never start a server of their own.
+printf 'autospawn = no\n' >"$dir/client.conf"
+export PULSE_CLIENTCONFIG="$dir/client.conf" PULSE_SERVER="unix:$dir/native"
+
+if [ "$mode" = tone ]; then
+    pulseaudio --daemonize=no --exit-idle-time=-1 -n --use-pid-file=no --disable-shm=yes \
+        --load="module-native-protocol-unix socket=$dir/native auth-anonymous=1" \
+        --load="module-null-sink sink_name=speakers" \
+        --load="module-null-sink sink_name=room rate=44100 channels=1" \
+        --load="module-remap-source master=room.monitor source_name=microphone" \
+        ${SAGWERK_PULSE_LOG:+-vvv} >"${SAGWERK_PULSE_LOG:-$dir/pulseaudio.log}" 2>&1 &
+    pids+=($!)
+    ready=
+    for _ in $(seq 100); do
+        if pactl info >/dev/null 2>&1; then ready=1; break; fi
+        sleep 0.1
+    done
+    [ -n "$ready" ] || { echo "$0: PulseAudio did not start" >&2; cat "$dir/pulseaudio.log" >&2; exit 1; }
+    pactl set-default-source microphone
+    pactl set-default-sink speakers
+    # Ten minutes of tone, paced by the sink's clock.
+    sox -q -n -t raw -r 44100 -e signed -b 16 -c 1 - synth 600 sine 440 vol 0.5 2>/dev/null \
+        | pacat --playback --device=room --latency-msec=20 --raw --format=s16le --rate=44100 --channels=1 \
+            2>"$dir/pacat.log" &
+    pids+=($!)
+fi
+
+"$@"
