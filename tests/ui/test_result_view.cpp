@@ -21,6 +21,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
+#include <QSet>
 #include <QSettings>
 #include <QStyle>
 #include <QTest>
@@ -126,6 +127,34 @@ TEST_F(ResultViewTest, TextSeeksThePlayerExactlyOrASecondEarly)
     EXPECT_TRUE(view.player().isPlaying());
     view.hide();
     EXPECT_FALSE(view.player().isPlaying());
+}
+
+TEST_F(ResultViewTest, PlaysWithTheWordCursorInStep)
+{
+    ASSERT_FALSE(qEnvironmentVariable("PULSE_SERVER").isEmpty()) << "run under with-sound-server.sh";
+    app.setCurrent(withAudio());
+    ResultView view(app, nullptr);
+    view.resize(900, 600);
+    view.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&view));
+    const Coordinator &text = view.textView()->coordinator();
+
+    // While it plays, each tick lights the word that the position has reached.
+    QSet<qsizetype> lit;
+    QObject::connect(&view.player(), &AudioPlayer::currentTimeChanged, &view, [&] {
+        const auto i = TranscriptLayout::wordAt(text.wordAnchors(), TranscriptLines::currentMs(view.player().currentTime()),
+                                                view.player().isPlaying());
+        ASSERT_EQ(text.highlighted().has_value(), i.has_value());
+        if (i) {
+            EXPECT_EQ(text.highlighted()->loc, text.wordAnchors()[*i].loc);
+            lit << *i;
+        }
+    });
+    view.player().seek(1.0);
+    view.player().togglePlay();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return view.player().currentTime() > 3.0; }, 15000));
+    view.player().pause();
+    EXPECT_GE(lit.size(), 4) << "the cursor ran through the words";
 }
 
 TEST_F(ResultViewTest, CopyFollowsTheTimestampSwitchAndConfirmsForAWhile)
