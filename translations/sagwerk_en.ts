@@ -551,5 +551,113 @@
         <source>Podcast</source>
         <translation>Podcast</translation>
     </message>
+    <message>
+        <source>Korrektur</source>
+        <translation>Correction</translation>
+    </message>
+    <message>
+        <source>Suchen</source>
+        <translation>Find</translation>
+    </message>
+    <message>
+        <source>Ersetzen durch</source>
+        <translation>Replace with</translation>
+    </message>
+    <message>
+        <source>Groß-/Kleinschreibung</source>
+        <translation>Match case</translation>
+    </message>
+    <message>
+        <source>Nur ganze Wörter</source>
+        <translation>Whole words only</translation>
+    </message>
+    <message>
+        <source>Ersetzen</source>
+        <translation>Replace</translation>
+    </message>
+    <message>
+        <source>%1 Stelle(n) werden ersetzt</source>
+        <translation>%1 occurrence(s) will be replaced</translation>
+    </message>
+    <message>
+        <source>Pause</source>
+        <translation>Pause</translation>
+    </message>
+    <message>
+        <source>Abspielen</source>
+        <translation>Play</translation>
+    </message>
+    <message>
+        <source>Original</source>
+        <translation>Original</translation>
+    </message>
+    <message>
+        <source>Stufe %1</source>
+        <translation>Level %1</translation>
+    </message>
+    <message>
+        <source>Korrektur entfernen</source>
+        <translation>Remove correction</translation>
+    </message>
+    <message>
+        <source>Textdatei (.txt)</source>
+        <translation>Text file (.txt)</translation>
+    </message>
+    <message>
+        <source>PDF</source>
+        <translation>PDF</translation>
+    </message>
+    <message>
+        <source>Word (.docx)</source>
+        <translation>Word (.docx)</translation>
+    </message>
+    <message>
+        <source>Untertitel (.srt)</source>
+        <translation>Subtitles (.srt)</translation>
+    </message>
+    <message>
+        <source>Im Finder zeigen</source>
+        <translation>Show in file manager</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; korrigieren</source>
+        <translation>Correct &quot;%1&quot;</translation>
+    </message>
+    <message>
+        <source>Zuerst ein Wort oder eine Phrase im Text markieren</source>
+        <translation>First select a word or phrase in the text</translation>
+    </message>
+    <message>
+        <source>Zeitmarken</source>
+        <translation>Timestamps</translation>
+    </message>
+    <message>
+        <source>Neu transkribieren</source>
+        <translation>Transcribe again</translation>
+    </message>
+    <message>
+        <source>Mit anderen Einstellungen (Modell/Sprache/Sprecher) erneut transkribieren</source>
+        <translation>Transcribe again with other settings (model/language/speakers)</translation>
+    </message>
+    <message>
+        <source>Korrigieren</source>
+        <translation>Correct</translation>
+    </message>
+    <message>
+        <source>Kopiert</source>
+        <translation>Copied</translation>
+    </message>
+    <message>
+        <source>Kopieren</source>
+        <translation>Copy</translation>
+    </message>
+    <message>
+        <source>Exportieren</source>
+        <translation>Export</translation>
+    </message>
+    <message>
+        <source>Korrektur erstellen…</source>
+        <translation>Create correction…</translation>
+    </message>
 </context>
 </TS>

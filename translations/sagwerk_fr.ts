@@ -551,5 +551,113 @@
         <source>Podcast</source>
         <translation>Podcast</translation>
     </message>
+    <message>
+        <source>Korrektur</source>
+        <translation>Correction</translation>
+    </message>
+    <message>
+        <source>Suchen</source>
+        <translation>Rechercher</translation>
+    </message>
+    <message>
+        <source>Ersetzen durch</source>
+        <translation>Remplacer par</translation>
+    </message>
+    <message>
+        <source>Groß-/Kleinschreibung</source>
+        <translation>Respecter la casse</translation>
+    </message>
+    <message>
+        <source>Nur ganze Wörter</source>
+        <translation>Mots entiers uniquement</translation>
+    </message>
+    <message>
+        <source>Ersetzen</source>
+        <translation>Remplacer</translation>
+    </message>
+    <message>
+        <source>%1 Stelle(n) werden ersetzt</source>
+        <translation>%1 occurrence(s) seront remplacée(s)</translation>
+    </message>
+    <message>
+        <source>Pause</source>
+        <translation>Pause</translation>
+    </message>
+    <message>
+        <source>Abspielen</source>
+        <translation>Lire</translation>
+    </message>
+    <message>
+        <source>Original</source>
+        <translation>Original</translation>
+    </message>
+    <message>
+        <source>Stufe %1</source>
+        <translation>Niveau %1</translation>
+    </message>
+    <message>
+        <source>Korrektur entfernen</source>
+        <translation>Supprimer la correction</translation>
+    </message>
+    <message>
+        <source>Textdatei (.txt)</source>
+        <translation>Fichier texte (.txt)</translation>
+    </message>
+    <message>
+        <source>PDF</source>
+        <translation>PDF</translation>
+    </message>
+    <message>
+        <source>Word (.docx)</source>
+        <translation>Word (.docx)</translation>
+    </message>
+    <message>
+        <source>Untertitel (.srt)</source>
+        <translation>Sous-titres (.srt)</translation>
+    </message>
+    <message>
+        <source>Im Finder zeigen</source>
+        <translation>Afficher dans le gestionnaire de fichiers</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; korrigieren</source>
+        <translation>Corriger « %1 »</translation>
+    </message>
+    <message>
+        <source>Zuerst ein Wort oder eine Phrase im Text markieren</source>
+        <translation>Sélectionnez d’abord un mot ou une expression dans le texte</translation>
+    </message>
+    <message>
+        <source>Zeitmarken</source>
+        <translation>Horodatage</translation>
+    </message>
+    <message>
+        <source>Neu transkribieren</source>
+        <translation>Retranscrire</translation>
+    </message>
+    <message>
+        <source>Mit anderen Einstellungen (Modell/Sprache/Sprecher) erneut transkribieren</source>
+        <translation>Retranscrire avec d’autres réglages (modèle/langue/intervenants)</translation>
+    </message>
+    <message>
+        <source>Korrigieren</source>
+        <translation>Corriger</translation>
+    </message>
+    <message>
+        <source>Kopiert</source>
+        <translation>Copié</translation>
+    </message>
+    <message>
+        <source>Kopieren</source>
+        <translation>Copier</translation>
+    </message>
+    <message>
+        <source>Exportieren</source>
+        <translation>Exporter</translation>
+    </message>
+    <message>
+        <source>Korrektur erstellen…</source>
+        <translation>Créer une correction…</translation>
+    </message>
 </context>
 </TS>

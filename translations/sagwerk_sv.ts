@@ -551,5 +551,113 @@
         <source>Podcast</source>
         <translation>Podd</translation>
     </message>
+    <message>
+        <source>Korrektur</source>
+        <translation>Korrigering</translation>
+    </message>
+    <message>
+        <source>Suchen</source>
+        <translation>Sök</translation>
+    </message>
+    <message>
+        <source>Ersetzen durch</source>
+        <translation>Ersätt med</translation>
+    </message>
+    <message>
+        <source>Groß-/Kleinschreibung</source>
+        <translation>Skiftlägeskänslig</translation>
+    </message>
+    <message>
+        <source>Nur ganze Wörter</source>
+        <translation>Endast hela ord</translation>
+    </message>
+    <message>
+        <source>Ersetzen</source>
+        <translation>Ersätt</translation>
+    </message>
+    <message>
+        <source>%1 Stelle(n) werden ersetzt</source>
+        <translation>%1 förekomst(er) ersätts</translation>
+    </message>
+    <message>
+        <source>Pause</source>
+        <translation>Paus</translation>
+    </message>
+    <message>
+        <source>Abspielen</source>
+        <translation>Spela upp</translation>
+    </message>
+    <message>
+        <source>Original</source>
+        <translation>Original</translation>
+    </message>
+    <message>
+        <source>Stufe %1</source>
+        <translation>Nivå %1</translation>
+    </message>
+    <message>
+        <source>Korrektur entfernen</source>
+        <translation>Ta bort korrigering</translation>
+    </message>
+    <message>
+        <source>Textdatei (.txt)</source>
+        <translation>Textfil (.txt)</translation>
+    </message>
+    <message>
+        <source>PDF</source>
+        <translation>PDF</translation>
+    </message>
+    <message>
+        <source>Word (.docx)</source>
+        <translation>Word (.docx)</translation>
+    </message>
+    <message>
+        <source>Untertitel (.srt)</source>
+        <translation>Undertexter (.srt)</translation>
+    </message>
+    <message>
+        <source>Im Finder zeigen</source>
+        <translation>Visa i filhanteraren</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; korrigieren</source>
+        <translation>Korrigera ”%1”</translation>
+    </message>
+    <message>
+        <source>Zuerst ein Wort oder eine Phrase im Text markieren</source>
+        <translation>Markera först ett ord eller en fras i texten</translation>
+    </message>
+    <message>
+        <source>Zeitmarken</source>
+        <translation>Tidsstämplar</translation>
+    </message>
+    <message>
+        <source>Neu transkribieren</source>
+        <translation>Transkribera igen</translation>
+    </message>
+    <message>
+        <source>Mit anderen Einstellungen (Modell/Sprache/Sprecher) erneut transkribieren</source>
+        <translation>Transkribera igen med andra inställningar (modell/språk/talare)</translation>
+    </message>
+    <message>
+        <source>Korrigieren</source>
+        <translation>Korrigera</translation>
+    </message>
+    <message>
+        <source>Kopiert</source>
+        <translation>Kopierat</translation>
+    </message>
+    <message>
+        <source>Kopieren</source>
+        <translation>Kopiera</translation>
+    </message>
+    <message>
+        <source>Exportieren</source>
+        <translation>Exportera</translation>
+    </message>
+    <message>
+        <source>Korrektur erstellen…</source>
+        <translation>Skapa korrigering…</translation>
+    </message>
 </context>
 </TS>

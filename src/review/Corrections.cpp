@@ -17,9 +17,23 @@ struct Characters {
     QString exact, lower;     // per character NFC, and lower-cased NFC, concatenated
     QList<qsizetype> exactAt, lowerAt; // offsets into exact/lower, size n + 1
     QList<bool> wordy;        // letter or number, judged by the first scalar
+    // Every code unit is a character of its own and its own NFC form, and lower-casing
+    // keeps the length: all offsets are the identity and the lists above stay empty.
+    bool identity = false;
+    qsizetype count = 0;
 
     explicit Characters(const QString &text)
     {
+        if (isSimple(text)) {
+            identity = true;
+            count = text.size();
+            exact = text;
+            lower = text.toLower();
+            wordy.resize(count);
+            for (qsizetype i = 0; i < count; ++i)
+                wordy[i] = isWordy(text[i].unicode());
+            return;
+        }
         QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
         bounds << 0;
         exactAt << 0;
@@ -33,14 +47,34 @@ struct Characters {
             bounds << end;
             exactAt << exact.size();
             lowerAt << lower.size();
-            const char32_t first = QStringView(piece).toUcs4().value(0);
-            wordy << (u_hasBinaryProperty(UChar32(first), UCHAR_ALPHABETIC)
-                      || u_getIntPropertyValue(UChar32(first), UCHAR_NUMERIC_TYPE) != U_NT_NONE);
+            wordy << isWordy(QStringView(piece).toUcs4().value(0));
             start = end;
         }
+        count = bounds.size() - 1;
     }
 
-    qsizetype size() const { return bounds.size() - 1; }
+    // Below U+0300 there are no combining marks, no characters that normalisation
+    // changes and no grapheme joins but CR LF; of full lower-casing only U+0130 grows.
+    static bool isSimple(const QString &text)
+    {
+        for (qsizetype i = 0; i < text.size(); ++i) {
+            const char16_t c = text[i].unicode();
+            if (c >= 0x300 || c == 0x130 || (c == u'\r' && i + 1 < text.size() && text[i + 1] == u'\n'))
+                return false;
+        }
+        return true;
+    }
+
+    static bool isWordy(char32_t scalar)
+    {
+        return u_hasBinaryProperty(UChar32(scalar), UCHAR_ALPHABETIC)
+            || u_getIntPropertyValue(UChar32(scalar), UCHAR_NUMERIC_TYPE) != U_NT_NONE;
+    }
+
+    qsizetype size() const { return count; }
+    qsizetype bound(qsizetype i) const { return identity ? i : bounds[i]; }
+    qsizetype exactOffset(qsizetype i) const { return identity ? i : exactAt[i]; }
+    qsizetype lowerOffset(qsizetype i) const { return identity ? i : lowerAt[i]; }
 };
 
 // A rule prepared once: its length in characters and the slice to compare against.
@@ -64,8 +98,9 @@ struct Pattern {
         if (length == 0 || e > t.size())
             return false;
         const QString &hay = caseSensitive ? t.exact : t.lower;
-        const QList<qsizetype> &at = caseSensitive ? t.exactAt : t.lowerAt;
-        if (at[e] - at[i] != key.size() || QStringView(hay).sliced(at[i], key.size()) != key)
+        const qsizetype from = caseSensitive ? t.exactOffset(i) : t.lowerOffset(i);
+        const qsizetype to = caseSensitive ? t.exactOffset(e) : t.lowerOffset(e);
+        if (to - from != key.size() || hay[from] != key[0] || QStringView(hay).sliced(from, key.size()) != key)
             return false;
         if (wholeWord && ((i > 0 && t.wordy[i - 1]) || (e < t.size() && t.wordy[e])))
             return false;
@@ -93,7 +128,7 @@ Applied apply(const QList<Correction> &rules, const QString &text)
     out.text.reserve(text.size());
     qsizetype copiedFrom = 0; // start of the unchanged run not yet copied, in characters
     auto flush = [&](qsizetype upTo) {
-        out.text += QStringView(text).sliced(t.bounds[copiedFrom], t.bounds[upTo] - t.bounds[copiedFrom]);
+        out.text += QStringView(text).sliced(t.bound(copiedFrom), t.bound(upTo) - t.bound(copiedFrom));
     };
     for (qsizetype i = 0; i < t.size();) {
         qsizetype hit = -1;
@@ -127,7 +162,7 @@ QList<Range> matchRanges(const QString &from, bool caseSensitive, bool wholeWord
     QList<Range> ranges;
     for (qsizetype i = 0; i + pattern.length <= t.size();) {
         if (pattern.matchesAt(t, i)) {
-            ranges.append({t.bounds[i], t.bounds[i + pattern.length]});
+            ranges.append({t.bound(i), t.bound(i + pattern.length)});
             i += pattern.length;
         } else {
             ++i;

@@ -3,12 +3,12 @@
 #include "ui/Windows.h"
 
 #include "app/AppModel.h"
-#include "export/Format.h"
 #include "ui/AboutView.h"
 #include "ui/HelpView.h"
 #include "ui/LinkRow.h"
 #include "ui/OnboardingWizard.h"
 #include "ui/RecordSheet.h"
+#include "ui/ResultView.h"
 #include "ui/SettingsSheet.h"
 #include "ui/ShellStyle.h"
 
@@ -17,7 +17,6 @@
 #include <QEvent>
 #include <QLabel>
 #include <QPushButton>
-#include <QTextBrowser>
 #include <QVBoxLayout>
 
 #include <functional>
@@ -111,34 +110,6 @@ private:
     QPushButton *m_close = nullptr;
 };
 
-// The item on show: its name, its date and its plain text.
-class StandInResult : public QWidget {
-public:
-    StandInResult(AppModel &app, QWidget *parent) : QWidget(parent)
-    {
-        auto *layout = new QVBoxLayout(this);
-        layout->setContentsMargins(28, 28, 28, 28);
-        layout->setSpacing(6);
-        auto *name = new QLabel(this);
-        name->setFont(ShellStyle::font(ShellStyle::TextSize::title2, QFont::Bold));
-        name->setTextFormat(Qt::PlainText);
-        auto *date = new QLabel(this);
-        date->setFont(ShellStyle::font(ShellStyle::TextSize::callout));
-        ShellStyle::setTextColor(date, ShellStyle::secondary(palette()));
-        auto *body = new QTextBrowser(this);
-        body->setFrameShape(QFrame::NoFrame);
-        layout->addWidget(name);
-        layout->addWidget(date);
-        layout->addSpacing(10);
-        layout->addWidget(body, 1);
-        if (const auto &item = app.current()) {
-            name->setText(item->fileName);
-            date->setText(Format::date(item->date));
-            body->setPlainText(AppModel::plainText(*item, false));
-        }
-    }
-};
-
 } // namespace
 
 QDialog *makeSettingsSheet(AppModel &app, QWidget *parent)
@@ -168,7 +139,7 @@ QWidget *makeHelpView(AppModel &app, QWidget *parent)
 
 QWidget *makeResultView(AppModel &app, QWidget *parent)
 {
-    return new StandInResult(app, parent);
+    return new ResultView(app, parent);
 }
 
 QWidget *makeInterviewView(AppModel &app, QWidget *parent)

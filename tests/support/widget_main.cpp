@@ -13,6 +13,8 @@ int main(int argc, char **argv)
         QDir().mkpath(QString::fromLocal8Bit(tmp));
     }
     QApplication app(argc, argv);
+    // One style everywhere, so that pictures and sizes do not depend on the desktop.
+    QApplication::setStyle(QStringLiteral("Fusion"));
     ::testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
 }

@@ -1,0 +1,114 @@
+#include "review/TranscriptLines.h"
+
+#include "app/AppModel.h"
+#include "export/Format.h"
+#include "review/Corrections.h"
+
+#include <QFileInfo>
+
+#include <cmath>
+
+namespace TranscriptLines {
+
+std::optional<qint64> viewingLevel(qint64 selectedView)
+{
+    return selectedView >= 1 ? std::optional(selectedView) : std::nullopt;
+}
+
+QList<qint64> views(const HistoryItem &item)
+{
+    QList<qint64> list{originalView};
+    list += item.smoothed.keys(); // QMap keys ascend
+    return list;
+}
+
+Surface surface(const HistoryItem &item, qint64 selectedView)
+{
+    const std::optional<qint64> level = viewingLevel(selectedView);
+    if (level && item.smoothed.contains(*level))
+        return Surface::Level;
+    return Surface::Original;
+}
+
+QList<TranscriptLine> originalLines(const TranscriptionResult &result)
+{
+    QList<TranscriptLine> lines;
+    lines.reserve(result.segments.size());
+    for (const TranscriptSegment &s : result.segments) {
+        TranscriptLine line{s.startMs, s.text, s.words, false};
+        if (line.words.isEmpty())
+            line.words.append(TranscriptWord{s.text, s.startMs, s.endMs});
+        lines.append(std::move(line));
+    }
+    return lines;
+}
+
+QString rebuildKey(const HistoryItem &item, bool showTimestamps)
+{
+    const size_t rules = qHashRange(item.corrections.cbegin(), item.corrections.cend());
+    return QStringList{QStringLiteral("orig"), item.id,
+                       showTimestamps ? QStringLiteral("true") : QStringLiteral("false"),
+                       QString::number(item.result.segments.size()), QString::number(rules)}
+        .join(u'|');
+}
+
+QString currentText(const HistoryItem &item, qint64 selectedView, bool showTimestamps)
+{
+    QString text;
+    if (selectedView == speakerView)
+        text = item.speakerText.value_or(QString());
+    else if (const std::optional<qint64> level = viewingLevel(selectedView))
+        text = item.smoothed.value(*level);
+    else
+        text = AppModel::plainText(item, showTimestamps);
+    if (item.corrections.isEmpty())
+        return text;
+    return Corrections::apply(item.corrections, text).text;
+}
+
+QString searchBase(const HistoryItem &item)
+{
+    QStringList texts;
+    texts.reserve(item.result.segments.size());
+    for (const TranscriptSegment &s : item.result.segments)
+        texts << s.text;
+    return texts.join(u' ');
+}
+
+QString metaString(const HistoryItem &item)
+{
+    // Fixed forms in every interface language: the number format takes no locale.
+    QStringList parts{Format::date(item.date),
+                      QString::number(item.result.segments.size()) + QStringLiteral(" Segmente"),
+                      QStringLiteral("in ") + QString::asprintf("%.1f", item.result.processingSeconds)
+                          + QStringLiteral(" s")};
+    if (!item.result.language.isEmpty())
+        parts << item.result.language;
+    return parts.join(QStringLiteral("  ·  "));
+}
+
+std::optional<QString> audioURL(const HistoryItem &item)
+{
+    if (item.audioURL && QFileInfo(*item.audioURL).isFile())
+        return item.audioURL;
+    return std::nullopt;
+}
+
+QString exportBase(const HistoryItem &item, qint64 selectedView)
+{
+    // The extension is what follows the last dot, unless that dot starts the name.
+    const qsizetype dot = item.fileName.lastIndexOf(u'.');
+    QString base = dot > 0 ? item.fileName.left(dot) : item.fileName;
+    if (selectedView == speakerView)
+        base += QStringLiteral("-sprecher");
+    else if (const std::optional<qint64> level = viewingLevel(selectedView))
+        base += QStringLiteral("-stufe") + QString::number(*level);
+    return base;
+}
+
+qint64 currentMs(double seconds)
+{
+    return std::llround(seconds * 1000.0);
+}
+
+} // namespace TranscriptLines

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "app/HistoryItem.h"
+#include "review/TranscriptLine.h"
+
+#include <QList>
+#include <QString>
+
+#include <optional>
+
+// What the result screen shows of an item and hands out, without its controls: the
+// lines of the text view, the key that decides when they are laid out anew, the text of
+// copy and export, and the short texts of its header.
+//
+// A view is a number: -1 the speaker view, 0 the original, 1 or more the refined text of
+// that level.
+namespace TranscriptLines {
+
+constexpr qint64 speakerView = -1;
+constexpr qint64 originalView = 0;
+
+// What fills the text area. The speaker view joins with the speaker turns.
+enum class Surface {
+    Level,    // the refined text as plain, selectable text
+    Original, // the text view over the original lines
+};
+
+// The level of an AI view, or none for the speaker and original views.
+std::optional<qint64> viewingLevel(qint64 selectedView);
+
+// The views the picker offers, in its order: the original, then each refinement level
+// ascending. The speaker view will stand between them.
+QList<qint64> views(const HistoryItem &item);
+
+Surface surface(const HistoryItem &item, qint64 selectedView);
+
+// One line per segment; a segment without words gets one word of its own text and
+// times, so that the whole line can light up.
+QList<TranscriptLine> originalLines(const TranscriptionResult &result);
+
+// Changes when, and only when, the laid-out original text would change; the playing
+// position and the selection are no part of it.
+QString rebuildKey(const HistoryItem &item, bool showTimestamps);
+
+// The text of copy and of the text, PDF and Word files, corrections applied.
+QString currentText(const HistoryItem &item, qint64 selectedView, bool showTimestamps);
+
+// The raw segment texts joined with one blank: what the correction sheet searches.
+QString searchBase(const HistoryItem &item);
+
+// "date  ·  n Segmente  ·  in x.y s  ·  language"
+QString metaString(const HistoryItem &item);
+
+// The item's audio file if it exists now.
+std::optional<QString> audioURL(const HistoryItem &item);
+
+// The file name without extension, with "-sprecher" or "-stufeN" for those views.
+QString exportBase(const HistoryItem &item, qint64 selectedView);
+
+// The player's position as whole milliseconds, rounded.
+qint64 currentMs(double seconds);
+
+} // namespace TranscriptLines

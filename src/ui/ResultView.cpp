@@ -1,0 +1,546 @@
+#include "ui/ResultView.h"
+
+#include "app/AppModel.h"
+#include "export/DocxExporter.h"
+#include "export/PDFExporter.h"
+#include "review/AudioPlayer.h"
+#include "review/TranscriptLines.h"
+#include "ui/CorrectionSheet.h"
+#include "ui/FileManager.h"
+#include "ui/Fonts.h"
+#include "ui/Icons.h"
+#include "ui/PlayerBar.h"
+#include "ui/TranscriptTextView.h"
+
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QClipboard>
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMenu>
+#include <QPainter>
+#include <QPushButton>
+#include <QSaveFile>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QStackedWidget>
+#include <QStandardPaths>
+#include <QTextBrowser>
+#include <QTimer>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+namespace {
+
+// A one-line label that shortens its text in the middle when it lacks room.
+class MiddleElidedLabel : public QLabel {
+public:
+    using QLabel::QLabel;
+    QSize minimumSizeHint() const override { return {40, QLabel::minimumSizeHint().height()}; }
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        QPainter p(this);
+        p.setPen(palette().color(foregroundRole()));
+        const QString shown = fontMetrics().elidedText(text(), Qt::ElideMiddle, contentsRect().width());
+        p.drawText(contentsRect(), int(alignment()), shown);
+    }
+};
+
+QFrame *divider(QWidget *parent)
+{
+    auto *line = new QFrame(parent);
+    line->setFrameShape(QFrame::HLine);
+    line->setFrameShadow(QFrame::Plain);
+    line->setForegroundRole(QPalette::Mid);
+    return line;
+}
+
+// Writes text as UTF-8 without a byte-order mark; a failure leaves no file behind.
+void writeText(const QString &path, const QString &text)
+{
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+        return;
+    const QByteArray bytes = text.toUtf8();
+    if (file.write(bytes) == bytes.size())
+        file.commit();
+}
+
+} // namespace
+
+ResultView::ResultView(AppModel &app, QWidget *parent) : QWidget(parent), m_app(app)
+{
+    m_column = new QVBoxLayout(this);
+    m_column->setContentsMargins(20, 20, 20, 20);
+    m_column->setSpacing(12);
+
+    auto *header = new QHBoxLayout;
+    header->setSpacing(10);
+    m_title = new MiddleElidedLabel(this);
+    m_title->setFont(Fonts::headline(m_title->font()));
+    m_title->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    m_meta = new QLabel(this);
+    m_meta->setFont(Fonts::caption(font()));
+    m_meta->setForegroundRole(QPalette::PlaceholderText);
+    header->addWidget(m_title, 0, Qt::AlignBaseline);
+    header->addWidget(m_meta, 0, Qt::AlignBaseline);
+    header->addStretch(1);
+    m_column->addLayout(header);
+
+    m_playerSlot = new QWidget(this);
+    auto *playerRow = new QVBoxLayout(m_playerSlot);
+    playerRow->setContentsMargins(0, 0, 0, 0);
+    m_column->addWidget(m_playerSlot);
+
+    auto *viewRow = new QHBoxLayout;
+    viewRow->setSpacing(12);
+    m_picker = new QWidget(this);
+    m_picker->setMaximumWidth(360);
+    auto *segments = new QHBoxLayout(m_picker);
+    segments->setContentsMargins(0, 0, 0, 0);
+    segments->setSpacing(0);
+    m_pickerButtons = new QButtonGroup(this);
+    m_pickerButtons->setExclusive(true);
+    connect(m_pickerButtons, &QButtonGroup::idClicked, this, [this](int id) { setSelectedView(id); });
+    m_timestamps = new QCheckBox(this);
+    m_timestamps->setChecked(true);
+    connect(m_timestamps, &QCheckBox::toggled, this, &ResultView::setShowTimestamps);
+    viewRow->addWidget(m_picker);
+    viewRow->addWidget(m_timestamps);
+    viewRow->addStretch(1);
+    m_column->addLayout(viewRow);
+
+    m_column->addWidget(divider(this));
+
+    m_textArea = new QStackedWidget(this);
+    m_textView = new TranscriptTextView(m_textArea);
+    m_levelText = new QTextBrowser(m_textArea);
+    m_levelText->setFrameShape(QFrame::NoFrame);
+    m_levelText->setOpenLinks(false);
+    m_levelText->viewport()->setAutoFillBackground(false);
+    m_levelText->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_textArea->addWidget(m_textView);
+    m_textArea->addWidget(m_levelText);
+    m_column->addWidget(m_textArea, 1);
+
+    m_chips = new QScrollArea(this);
+    m_chips->setFixedHeight(26);
+    m_chips->setFrameShape(QFrame::NoFrame);
+    m_chips->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_chips->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_chips->setWidgetResizable(true);
+    m_chips->viewport()->setAutoFillBackground(false);
+    m_column->addWidget(m_chips);
+
+    m_column->addWidget(divider(this));
+
+    // The speaker and AI controls take their places at the front of this row.
+    auto *actions = new QHBoxLayout;
+    actions->setSpacing(12);
+    m_reTranscribe = new QPushButton(Icons::themed(QStringLiteral("view-refresh")), QString(), this);
+    connect(m_reTranscribe, &QPushButton::clicked, this, [this] { m_app.reTranscribe(m_item); });
+    m_correct = new QPushButton(Icons::themed(QStringLiteral("document-edit")), QString(), this);
+    connect(m_correct, &QPushButton::clicked, this, [this] { openCorrectionSheet(m_selectedText); });
+    m_copy = new QPushButton(this);
+    connect(m_copy, &QPushButton::clicked, this, &ResultView::copy);
+    m_export = new QToolButton(this);
+    m_export->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    m_export->setIcon(Icons::themed(QStringLiteral("document-export")));
+    m_export->setPopupMode(QToolButton::InstantPopup);
+    m_exportMenu = new QMenu(m_export);
+    m_export->setMenu(m_exportMenu);
+    connect(m_exportMenu, &QMenu::aboutToShow, this, &ResultView::showActions);
+    actions->addWidget(m_reTranscribe);
+    actions->addWidget(m_correct);
+    actions->addWidget(m_copy);
+    actions->addWidget(m_export);
+    actions->addStretch(1);
+    m_column->addLayout(actions);
+
+    connect(&m_app, &AppModel::currentChanged, this, &ResultView::takeCurrent);
+
+    retranslate();
+    m_item = m_app.current().value_or(HistoryItem());
+    startItem();
+}
+
+ResultView::~ResultView() = default;
+
+// --- State ---
+
+void ResultView::takeCurrent()
+{
+    const HistoryItem next = m_app.current().value_or(HistoryItem());
+    const bool another = next.id != m_item.id;
+    m_item = next;
+    if (another) {
+        startItem();
+        return;
+    }
+    // The same item, changed by a job or a rule: the screen keeps its state.
+    const QList<qint64> levels = m_item.smoothed.keys();
+    if (levels != m_levels) {
+        m_levels = levels;
+        // A finished refinement is shown at once: the highest level.
+        if (!levels.isEmpty())
+            setSelectedView(levels.constLast());
+    }
+    showItem();
+}
+
+void ResultView::startItem()
+{
+    // Another item is another screen: start values and a new player.
+    const bool wasVisible = isVisible();
+    delete m_playerBar;
+    m_playerBar = nullptr;
+    delete m_player;
+    m_player = new AudioPlayer(this);
+    connect(m_player, &AudioPlayer::currentTimeChanged, this, &ResultView::refreshText);
+    connect(m_player, &AudioPlayer::isPlayingChanged, this, &ResultView::refreshText);
+    m_playerBar = new PlayerBar(*m_player, m_playerSlot);
+    m_playerSlot->layout()->addWidget(m_playerBar);
+
+    m_showTimestamps = true;
+    m_selectedView = TranscriptLines::originalView;
+    m_selectedText.clear();
+    setCopied(false);
+    m_levels = m_item.smoothed.keys();
+    {
+        const QSignalBlocker quiet(m_timestamps);
+        m_timestamps->setChecked(true);
+    }
+    m_textView->refresh({}); // the old text goes at once
+    showItem();
+    if (wasVisible) {
+        if (const std::optional<QString> audio = TranscriptLines::audioURL(m_item))
+            m_player->load(*audio);
+    }
+}
+
+void ResultView::setShowTimestamps(bool on)
+{
+    if (m_showTimestamps == on)
+        return;
+    m_showTimestamps = on;
+    const QSignalBlocker quiet(m_timestamps);
+    m_timestamps->setChecked(on);
+    refreshText();
+}
+
+void ResultView::setSelectedView(qint64 view)
+{
+    if (m_selectedView == view)
+        return;
+    m_selectedView = view;
+    setSelectedText(QString());
+    showItem();
+}
+
+void ResultView::setSelectedText(const QString &text)
+{
+    if (m_selectedText == text)
+        return;
+    m_selectedText = text;
+    showCorrectButton();
+    emit selectedTextChanged();
+}
+
+void ResultView::setCopied(bool copied)
+{
+    if (m_copied == copied)
+        return;
+    m_copied = copied;
+    retranslate();
+    emit copiedChanged();
+}
+
+QString ResultView::currentText() const
+{
+    return TranscriptLines::currentText(m_item, m_selectedView, m_showTimestamps);
+}
+
+QString ResultView::exportBase() const
+{
+    return TranscriptLines::exportBase(m_item, m_selectedView);
+}
+
+// --- What is on show ---
+
+void ResultView::showItem()
+{
+    m_title->setText(m_item.fileName);
+    m_title->setToolTip(m_item.fileName);
+    m_meta->setText(TranscriptLines::metaString(m_item));
+    m_playerSlot->setVisible(TranscriptLines::audioURL(m_item).has_value());
+    showPicker();
+    m_timestamps->setEnabled(!TranscriptLines::viewingLevel(m_selectedView));
+    showChips();
+    showActions();
+    refreshText();
+}
+
+void ResultView::showPicker()
+{
+    const QList<qint64> views = TranscriptLines::views(m_item);
+    m_picker->setVisible(m_item.speakerText.has_value() || !m_item.smoothed.isEmpty());
+    QList<qint64> shown;
+    for (QAbstractButton *b : m_pickerButtons->buttons())
+        shown << m_pickerButtons->id(b);
+    if (shown != views) {
+        for (QAbstractButton *b : m_pickerButtons->buttons()) {
+            m_pickerButtons->removeButton(b);
+            delete b;
+        }
+        for (qint64 view : views) {
+            auto *b = new QPushButton(m_picker);
+            b->setCheckable(true);
+            b->setProperty("view", view);
+            m_pickerButtons->addButton(b, int(view));
+            m_picker->layout()->addWidget(b);
+        }
+    }
+    for (QAbstractButton *b : m_pickerButtons->buttons()) {
+        const qint64 view = m_pickerButtons->id(b);
+        b->setText(view == TranscriptLines::originalView ? QCoreApplication::translate("Sagwerk", "Original")
+                                                          : QCoreApplication::translate("Sagwerk", "Stufe %1").arg(view));
+        b->setChecked(view == m_selectedView);
+    }
+}
+
+void ResultView::showChips()
+{
+    m_chips->setVisible(!m_item.corrections.isEmpty());
+    auto *row = new QWidget;
+    auto *chips = new QHBoxLayout(row);
+    chips->setContentsMargins(0, 0, 0, 0);
+    chips->setSpacing(8);
+    const QColor secondary = palette().color(QPalette::PlaceholderText);
+    QColor tint(52, 199, 89);
+    tint.setAlphaF(0.14f);
+    for (const Correction &c : m_item.corrections) {
+        auto *chip = new QFrame(row);
+        chip->setObjectName(QStringLiteral("chip"));
+        chip->setStyleSheet(QStringLiteral("#chip { background: %1; border-radius: 11px; }").arg(tint.name(QColor::HexArgb)));
+        auto *parts = new QHBoxLayout(chip);
+        parts->setContentsMargins(8, 3, 8, 3);
+        parts->setSpacing(4);
+        auto *from = new QLabel(c.from, chip);
+        QFont struck = Fonts::caption(font());
+        struck.setStrikeOut(true);
+        from->setFont(struck);
+        from->setForegroundRole(QPalette::PlaceholderText);
+        from->setTextFormat(Qt::PlainText);
+        auto *arrow = new QLabel(QStringLiteral("→"), chip);
+        arrow->setFont(Fonts::caption(Fonts::caption(font())));
+        arrow->setForegroundRole(QPalette::PlaceholderText);
+        auto *to = new QLabel(c.to, chip);
+        to->setFont(Fonts::caption(font()));
+        to->setTextFormat(Qt::PlainText);
+        auto *remove = new QToolButton(chip);
+        remove->setAutoRaise(true);
+        remove->setIcon(Icons::xmarkCircle(secondary));
+        remove->setIconSize(QSize(12, 12));
+        remove->setStyleSheet(QStringLiteral("QToolButton { border: none; padding: 0; }"));
+        remove->setToolTip(QCoreApplication::translate("Sagwerk", "Korrektur entfernen"));
+        const QUuid id = c.id;
+        connect(remove, &QToolButton::clicked, this, [this, id] { m_app.removeCorrection(m_item.id, id); });
+        parts->addWidget(from);
+        parts->addWidget(arrow);
+        parts->addWidget(to);
+        parts->addWidget(remove);
+        chips->addWidget(chip);
+    }
+    chips->addStretch(1);
+    m_chips->setWidget(row); // deletes the previous row
+}
+
+void ResultView::showActions()
+{
+    m_reTranscribe->setVisible(m_item.audioURL.has_value());
+    showCorrectButton();
+
+    m_exportMenu->clear();
+    m_exportMenu->addAction(Icons::themed(QStringLiteral("text-plain")), QCoreApplication::translate("Sagwerk", "Textdatei (.txt)"), this,
+                            &ResultView::exportText);
+    m_exportMenu->addAction(Icons::themed(QStringLiteral("application-pdf")), QCoreApplication::translate("Sagwerk", "PDF"), this,
+                            &ResultView::exportPDF);
+    m_exportMenu->addAction(Icons::themed(QStringLiteral("x-office-document")), QCoreApplication::translate("Sagwerk", "Word (.docx)"), this,
+                            &ResultView::exportDocx);
+    QAction *srt = m_exportMenu->addAction(Icons::themed(QStringLiteral("media-view-subtitles")),
+                                           QCoreApplication::translate("Sagwerk", "Untertitel (.srt)"), this, &ResultView::exportSubtitles);
+    srt->setEnabled(!m_item.result.segments.isEmpty());
+    if (m_item.bundleURL) {
+        m_exportMenu->addSeparator();
+        m_exportMenu->addAction(Icons::themed(QStringLiteral("folder")), QCoreApplication::translate("Sagwerk", "Im Finder zeigen"), this,
+                                &ResultView::revealBundle);
+    }
+}
+
+void ResultView::showCorrectButton()
+{
+    const bool has = !m_selectedText.isEmpty();
+    m_correct->setEnabled(has);
+    m_correct->setToolTip(has ? QCoreApplication::translate("Sagwerk", "\"%1\" korrigieren").arg(m_selectedText)
+                              : QCoreApplication::translate("Sagwerk", "Zuerst ein Wort oder eine Phrase im Text markieren"));
+}
+
+void ResultView::retranslate()
+{
+    m_timestamps->setText(QCoreApplication::translate("Sagwerk", "Zeitmarken"));
+    m_reTranscribe->setText(QCoreApplication::translate("Sagwerk", "Neu transkribieren"));
+    m_reTranscribe->setToolTip(QCoreApplication::translate("Sagwerk", "Mit anderen Einstellungen (Modell/Sprache/Sprecher) erneut transkribieren"));
+    m_correct->setText(QCoreApplication::translate("Sagwerk", "Korrigieren"));
+    showCorrectButton();
+    if (m_copied) {
+        m_copy->setText(QCoreApplication::translate("Sagwerk", "Kopiert"));
+        m_copy->setIcon(Icons::checkmark(palette().color(QPalette::ButtonText)));
+    } else {
+        m_copy->setText(QCoreApplication::translate("Sagwerk", "Kopieren"));
+        m_copy->setIcon(Icons::themed(QStringLiteral("edit-copy")));
+    }
+    m_export->setText(QCoreApplication::translate("Sagwerk", "Exportieren"));
+}
+
+void ResultView::refreshText()
+{
+    if (TranscriptLines::surface(m_item, m_selectedView) == TranscriptLines::Surface::Level) {
+        // Refined text stands as it is: no time column, no seeking, no cursor, no corrections.
+        const QString text = m_item.smoothed.value(*TranscriptLines::viewingLevel(m_selectedView));
+        if (m_levelShown != text) {
+            m_levelShown = text;
+            m_levelText->setPlainText(text);
+        }
+        m_textArea->setCurrentWidget(m_levelText);
+        return;
+    }
+    m_textArea->setCurrentWidget(m_textView);
+    Coordinator::View view;
+    view.lines = [this] { return TranscriptLines::originalLines(m_item.result); };
+    view.showTime = m_showTimestamps;
+    view.currentMs = TranscriptLines::currentMs(m_player->currentTime());
+    view.isPlaying = m_player->isPlaying();
+    view.rebuildKey = TranscriptLines::rebuildKey(m_item, m_showTimestamps);
+    view.corrections = m_item.corrections;
+    view.onSeek = [this](qint64 ms, bool exact) { seekFromText(ms, exact); };
+    view.onCreateCorrection = [this](const QString &text) { openCorrectionSheet(text); };
+    view.onSelectionText = [this](const QString &text) { setSelectedText(text); };
+    m_textView->refresh(view);
+}
+
+void ResultView::seekFromText(qint64 ms, bool exact)
+{
+    // A selection starts a second ahead of the selected place; a click exactly on it.
+    const double t = double(ms) / 1000.0;
+    m_player->seek(exact ? t : std::max(0.0, t - 1.0));
+}
+
+// --- Events ---
+
+void ResultView::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    if (const std::optional<QString> audio = TranscriptLines::audioURL(m_item))
+        m_player->load(*audio);
+    m_playerSlot->setVisible(TranscriptLines::audioURL(m_item).has_value());
+}
+
+void ResultView::hideEvent(QHideEvent *event)
+{
+    QWidget::hideEvent(event);
+    m_player->pause();
+}
+
+void ResultView::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange) {
+        retranslate();
+        showPicker();
+        showChips();
+        showActions();
+    } else if (event->type() == QEvent::PaletteChange) {
+        retranslate();
+        showChips();
+    }
+}
+
+// --- Actions ---
+
+void ResultView::copy()
+{
+    QClipboard *clipboard = QGuiApplication::clipboard();
+    clipboard->clear();
+    clipboard->setText(currentText());
+    setCopied(true);
+    // A later press does not cancel this timer: it may end a later confirmation early.
+    QTimer::singleShot(1500, this, [this] { setCopied(false); });
+}
+
+QString ResultView::savePath(const QString &defaultName, const QString &filter) const
+{
+    if (m_savePanel)
+        return m_savePanel(defaultName, filter);
+    QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    if (folder.isEmpty() || !QDir(folder).exists())
+        folder = QDir::homePath();
+    return QFileDialog::getSaveFileName(const_cast<ResultView *>(this), QString(), folder + u'/' + defaultName,
+                                        filter);
+}
+
+void ResultView::exportText()
+{
+    const QString path = savePath(exportBase() + QStringLiteral(".txt"), QString());
+    if (!path.isEmpty())
+        writeText(path, currentText());
+}
+
+void ResultView::exportPDF()
+{
+    const QString path = savePath(exportBase() + QStringLiteral(".pdf"), QStringLiteral("PDF (*.pdf)"));
+    if (!path.isEmpty())
+        PDFExporter::write(m_item.fileName, currentText(), path);
+}
+
+void ResultView::exportDocx()
+{
+    const QString path = savePath(exportBase() + QStringLiteral(".docx"), QStringLiteral("Word (*.docx)"));
+    if (!path.isEmpty())
+        DocxExporter::write(m_item.fileName, currentText(), path);
+}
+
+void ResultView::exportSubtitles()
+{
+    // Subtitles always come from the raw segments, whatever view is on show.
+    const qsizetype dot = m_item.fileName.lastIndexOf(u'.');
+    const QString base = dot > 0 ? m_item.fileName.left(dot) : m_item.fileName;
+    const QString path = savePath(base + QStringLiteral(".srt"), QString());
+    if (!path.isEmpty())
+        writeText(path, AppModel::srt(m_item));
+}
+
+void ResultView::revealBundle()
+{
+    if (m_item.bundleURL)
+        FileManager::reveal(*m_item.bundleURL);
+}
+
+void ResultView::openCorrectionSheet(const QString &from)
+{
+    if (from.isEmpty())
+        return;
+    auto *sheet = new CorrectionSheet(TranscriptLines::searchBase(m_item), from, this);
+    sheet->setAttribute(Qt::WA_DeleteOnClose);
+    const QString itemId = m_item.id;
+    connect(sheet, &CorrectionSheet::saved, this, [this, itemId](const Correction &c) {
+        if (!c.from.isEmpty())
+            m_app.addCorrection(itemId, c.from, c.to, c.caseSensitive, c.wholeWord);
+    });
+    sheet->open();
+}

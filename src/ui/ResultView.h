@@ -1,0 +1,119 @@
+#pragma once
+
+#include "app/HistoryItem.h"
+
+#include <QWidget>
+
+#include <functional>
+#include <optional>
+
+class AppModel;
+class AudioPlayer;
+class PlayerBar;
+class QButtonGroup;
+class QCheckBox;
+class QHBoxLayout;
+class QLabel;
+class QMenu;
+class QPushButton;
+class QScrollArea;
+class QStackedWidget;
+class QTextBrowser;
+class QToolButton;
+class QVBoxLayout;
+class TranscriptTextView;
+
+// The work surface of one finished transcription, `AppModel::current()`: header, player,
+// view picker, the text with its word cursor, the corrections, copy and export. Its
+// local state starts afresh whenever another item becomes current, and survives updates
+// of the same item.
+class ResultView : public QWidget {
+    Q_OBJECT
+
+public:
+    ResultView(AppModel &app, QWidget *parent = nullptr);
+    ~ResultView() override;
+
+    const HistoryItem &item() const { return m_item; }
+    AudioPlayer &player() const { return *m_player; }
+    TranscriptTextView *textView() const { return m_textView; }
+
+    bool showTimestamps() const { return m_showTimestamps; }
+    void setShowTimestamps(bool on);
+    qint64 selectedView() const { return m_selectedView; }
+    void setSelectedView(qint64 view);
+    const QString &selectedText() const { return m_selectedText; }
+    bool copied() const { return m_copied; }
+
+    // What copy and the text, PDF and Word files take.
+    QString currentText() const;
+    QString exportBase() const;
+
+    // The save dialog: a default file name and a file-type filter (empty for any) in, the
+    // chosen path or nothing out. Replaceable, so that the exports run without a person.
+    using SavePanel = std::function<QString(const QString &defaultName, const QString &filter)>;
+    void setSavePanel(SavePanel panel) { m_savePanel = std::move(panel); }
+
+    // The actions of the screen's controls.
+    void copy();
+    void exportText();
+    void exportPDF();
+    void exportDocx();
+    void exportSubtitles();
+    void revealBundle();
+    void openCorrectionSheet(const QString &from);
+
+signals:
+    void copiedChanged();
+    void selectedTextChanged();
+
+protected:
+    void showEvent(QShowEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+    void changeEvent(QEvent *event) override;
+
+private:
+    void takeCurrent();
+    void startItem();
+    void showItem();
+    void showPicker();
+    void showChips();
+    void showActions();
+    void showCorrectButton();
+    void retranslate();
+    void refreshText();
+    void setSelectedText(const QString &text);
+    void setCopied(bool copied);
+    void seekFromText(qint64 ms, bool exact);
+    QString savePath(const QString &defaultName, const QString &filter) const;
+
+    AppModel &m_app;
+    HistoryItem m_item;
+    AudioPlayer *m_player = nullptr;
+
+    bool m_showTimestamps = true;
+    qint64 m_selectedView = 0;
+    bool m_copied = false;
+    QString m_selectedText;
+    QList<qint64> m_levels; // the sorted levels of the item's refined texts, as last seen
+    QString m_levelShown;   // the refined text in the plain surface
+    SavePanel m_savePanel;
+
+    QVBoxLayout *m_column = nullptr;
+    QLabel *m_title = nullptr;
+    QLabel *m_meta = nullptr;
+    QWidget *m_playerSlot = nullptr;
+    PlayerBar *m_playerBar = nullptr;
+    QWidget *m_picker = nullptr;
+    QButtonGroup *m_pickerButtons = nullptr;
+    QCheckBox *m_timestamps = nullptr;
+    QStackedWidget *m_textArea = nullptr;
+    TranscriptTextView *m_textView = nullptr;
+    QTextBrowser *m_levelText = nullptr;
+    QScrollArea *m_chips = nullptr;
+    QPushButton *m_reTranscribe = nullptr;
+    QPushButton *m_correct = nullptr;
+    QPushButton *m_copy = nullptr;
+    QToolButton *m_export = nullptr;
+    QMenu *m_exportMenu = nullptr;
+};

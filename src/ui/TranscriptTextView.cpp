@@ -1,0 +1,195 @@
+#include "ui/TranscriptTextView.h"
+
+#include "ui/Fonts.h"
+
+#include <QAbstractTextDocumentLayout>
+#include <QContextMenuEvent>
+#include <QCoreApplication>
+#include <QMenu>
+#include <QPointer>
+#include <QScrollBar>
+#include <QTextBlock>
+#include <QTextFrame>
+
+TranscriptTextView::TranscriptTextView(QWidget *parent) : QTextEdit(parent)
+{
+    setReadOnly(true);
+    setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    setUndoRedoEnabled(false);
+    setFrameShape(QFrame::NoFrame);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    setLineWrapMode(QTextEdit::WidgetWidth);
+    viewport()->setAutoFillBackground(false);
+    QPalette p = palette();
+    p.setColor(QPalette::Base, Qt::transparent);
+    setPalette(p);
+
+    // No inset at the sides, a little above and below.
+    QTextFrameFormat frame = document()->rootFrame()->frameFormat();
+    frame.setMargin(0);
+    frame.setTopMargin(4);
+    frame.setBottomMargin(4);
+    document()->rootFrame()->setFrameFormat(frame);
+
+    Coordinator::Surface surface;
+    surface.replaceDocument = [this](QTextDocument *fresh) {
+        // The view owns the documents it shows. The first one belongs to the editor
+        // inside, which deletes it itself when it is replaced.
+        const QPointer<QTextDocument> old = document();
+        fresh->setParent(this);
+        setDocument(fresh);
+        if (old && old->parent() == this)
+            old->deleteLater();
+    };
+    surface.setSelection = [this](qsizetype location, qsizetype length) {
+        QTextCursor cursor(document());
+        cursor.setPosition(location);
+        cursor.setPosition(location + length, QTextCursor::KeepAnchor);
+        setTextCursor(cursor);
+        reportSelection(false); // a new document came with a new cursor, unannounced
+    };
+    surface.scrollIntoView = [this](qsizetype location, qsizetype length) { scrollRangeToVisible(location, length); };
+    surface.highlight = [this](qsizetype location, qsizetype length, const QTextCharFormat &format) {
+        QList<ExtraSelection> light;
+        if (length > 0) {
+            ExtraSelection word;
+            word.cursor = QTextCursor(document());
+            word.cursor.setPosition(location);
+            word.cursor.setPosition(location + length, QTextCursor::KeepAnchor);
+            word.format = format;
+            light << word;
+        }
+        setExtraSelections(light);
+    };
+    m_coordinator.attach(document(), surface);
+    applyStyles();
+
+    connect(this, &QTextEdit::selectionChanged, this, [this] { reportSelection(false); });
+    connect(this, &QTextEdit::cursorPositionChanged, this, [this] { reportSelection(false); });
+}
+
+void TranscriptTextView::applyStyles()
+{
+    const QPalette &p = palette();
+    Coordinator::Styles s;
+    s.body = font();
+    s.time = Fonts::monospacedDigits(Fonts::small(font()));
+    s.header = font();
+    s.header.setPointSizeF(font().pointSizeF() + 1);
+    s.header.setWeight(QFont::DemiBold);
+    s.accent = p.color(QPalette::Accent);
+    s.label = p.color(QPalette::WindowText);
+    s.secondary = p.color(QPalette::PlaceholderText);
+    const bool dark = p.color(QPalette::Window).lightness() < 128;
+    s.green = dark ? QColor(48, 209, 88) : QColor(52, 199, 89);
+    m_coordinator.setStyles(s);
+}
+
+void TranscriptTextView::refresh(const Coordinator::View &view)
+{
+    m_lastView = view;
+    m_coordinator.refresh(view);
+}
+
+void TranscriptTextView::changeEvent(QEvent *event)
+{
+    QTextEdit::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange
+        || event->type() == QEvent::StyleChange) {
+        applyStyles();
+        if (!m_lastView.rebuildKey.isEmpty())
+            m_coordinator.refresh(m_lastView);
+    }
+}
+
+void TranscriptTextView::reportSelection(bool always)
+{
+    const QTextCursor cursor = textCursor();
+    const qsizetype location = std::min(cursor.anchor(), cursor.position());
+    const qsizetype length = std::abs(cursor.position() - cursor.anchor());
+    if (!always && location == m_location && length == m_length)
+        return;
+    m_location = location;
+    m_length = length;
+    m_reported = true;
+    m_coordinator.selectionChanged(location, length, m_leftMouse);
+}
+
+template <typename Base>
+void TranscriptTextView::underMouse(QMouseEvent *event, bool left, bool reportAlways, Base base)
+{
+    m_leftMouse = left;
+    m_reported = false;
+    base(event);
+    if (left && reportAlways && !m_reported)
+        reportSelection(true);
+    m_leftMouse = false;
+}
+
+void TranscriptTextView::mousePressEvent(QMouseEvent *event)
+{
+    underMouse(event, event->button() == Qt::LeftButton, true, [this](QMouseEvent *e) { QTextEdit::mousePressEvent(e); });
+}
+
+void TranscriptTextView::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    underMouse(event, event->button() == Qt::LeftButton, false,
+               [this](QMouseEvent *e) { QTextEdit::mouseDoubleClickEvent(e); });
+}
+
+void TranscriptTextView::mouseMoveEvent(QMouseEvent *event)
+{
+    underMouse(event, event->buttons() & Qt::LeftButton, false, [this](QMouseEvent *e) { QTextEdit::mouseMoveEvent(e); });
+}
+
+void TranscriptTextView::mouseReleaseEvent(QMouseEvent *event)
+{
+    underMouse(event, event->button() == Qt::LeftButton, false,
+               [this](QMouseEvent *e) { QTextEdit::mouseReleaseEvent(e); });
+}
+
+void TranscriptTextView::contextMenuEvent(QContextMenuEvent *event)
+{
+    QMenu *menu = createStandardContextMenu(event->pos());
+    const QTextCursor cursor = textCursor();
+    if (Coordinator::offersCorrection(std::abs(cursor.position() - cursor.anchor()))) {
+        QAction *first = menu->actions().value(0);
+        auto *entry = new QAction(QCoreApplication::translate("Sagwerk", "Korrektur erstellen…"), menu);
+        connect(entry, &QAction::triggered, this, [this] {
+            const QTextCursor now = textCursor();
+            m_coordinator.makeCorrection(std::min(now.anchor(), now.position()),
+                                         std::abs(now.position() - now.anchor()));
+        });
+        menu->insertAction(first, entry);
+        menu->insertSeparator(first);
+    }
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->popup(event->globalPos());
+}
+
+void TranscriptTextView::scrollRangeToVisible(qsizetype location, qsizetype length)
+{
+    auto area = [&] {
+        QTextCursor cursor(document());
+        cursor.setPosition(location);
+        const QRect start = cursorRect(cursor);
+        cursor.setPosition(location + length);
+        return start.united(cursorRect(cursor));
+    };
+    QRect target = area();
+    QScrollBar *bar = verticalScrollBar();
+    const int height = viewport()->height();
+    int value = bar->value();
+    if (target.top() < 0)
+        value += target.top();
+    else if (target.bottom() >= height)
+        value += std::min(target.top(), target.bottom() - height + 1);
+    if (value > bar->maximum()) {
+        // The surface lays a new text out bit by bit; the scroll range grows with it.
+        document()->documentLayout()->documentSize();
+        target = area();
+        value = bar->value() + std::min(target.top(), target.bottom() - height + 1);
+    }
+    bar->setValue(value);
+}

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "review/Coordinator.h"
+
+#include <QTextEdit>
+
+// The read-only, selectable transcript surface with its time column, correction marks
+// and running word cursor. The screen calls refresh() on every re-evaluation; the
+// coordinator decides what that costs. Selection changes seek only when a left mouse
+// press, drag or release caused them.
+class TranscriptTextView : public QTextEdit {
+    Q_OBJECT
+
+public:
+    explicit TranscriptTextView(QWidget *parent = nullptr);
+
+    void refresh(const Coordinator::View &view);
+    const Coordinator &coordinator() const { return m_coordinator; }
+
+    // The least scrolling that shows the range.
+    void scrollRangeToVisible(qsizetype location, qsizetype length);
+
+protected:
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
+    void changeEvent(QEvent *event) override;
+
+private:
+    // Runs a mouse event with the left-button mark set when it concerns that button; a
+    // press reports the selection even if it did not change, so that a second click on
+    // the same word seeks again.
+    template <typename Base>
+    void underMouse(QMouseEvent *event, bool left, bool reportAlways, Base base);
+    void reportSelection(bool always);
+    void applyStyles();
+
+    Coordinator m_coordinator;
+    Coordinator::View m_lastView;
+    bool m_leftMouse = false;
+    bool m_reported = false;
+    qsizetype m_location = -1;
+    qsizetype m_length = -1;
+};

@@ -1,0 +1,433 @@
+// The result screen on the offscreen platform, over a real AppModel (in a throw-away
+// session) and real audio: seeking from the text, copy, export names and files, the
+// correction sheet and chips, refinement views. Also renders the screenshots.
+#include "Media.h"
+#include "Transcripts.h"
+
+#include "app/AppModel.h"
+#include "review/AudioPlayer.h"
+#include "review/TranscriptLines.h"
+#include "ui/CorrectionSheet.h"
+#include "ui/PlayerBar.h"
+#include "ui/ResultView.h"
+#include "ui/TranscriptTextView.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QClipboard>
+#include <QDBusConnection>
+#include <QDir>
+#include <QFile>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QSet>
+#include <QSettings>
+#include <QStyle>
+#include <QTest>
+#include <QToolButton>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+// A file manager on the session bus of the test's throw-away session.
+class FakeFileManager : public QObject {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.FileManager1")
+
+public slots:
+    void ShowItems(const QStringList &uris, const QString &) { shown << uris; }
+
+public:
+    QStringList shown;
+};
+
+QString temp(const QString &name)
+{
+    return QDir::tempPath() + u'/' + name;
+}
+
+QByteArray contents(const QString &path)
+{
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+template <typename Button>
+Button *button(QWidget &parent, const QString &text)
+{
+    for (Button *b : parent.findChildren<Button *>())
+        if (b->text() == text || b->toolTip() == text)
+            return b;
+    return nullptr;
+}
+
+QPoint at(TranscriptTextView *view, qsizetype position)
+{
+    QTextCursor c(view->document());
+    c.setPosition(position);
+    return view->cursorRect(c).center() + QPoint(3, 0);
+}
+
+class ResultViewTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        ASSERT_FALSE(qEnvironmentVariable("SAGWERK_SESSION_DIR").isEmpty());
+        QSettings(QStringLiteral("Morvane"), QStringLiteral("Sagwerk")).clear();
+    }
+
+    HistoryItem withAudio(int segments = 6)
+    {
+        HistoryItem item = Transcripts::item(Transcripts::result(segments, 8), QStringLiteral("Mühle am Fluss.m4a"));
+        item.audioURL = Media::tone(QStringLiteral("m4a"), 30.0);
+        return item;
+    }
+
+    AppModel app;
+};
+
+} // namespace
+
+TEST_F(ResultViewTest, TextSeeksThePlayerExactlyOrASecondEarly)
+{
+    const HistoryItem item = withAudio();
+    app.setCurrent(item);
+    ResultView view(app, nullptr);
+    view.resize(900, 600);
+    view.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&view));
+    ASSERT_EQ(view.player().loadedURL(), item.audioURL) << "the screen loads the audio on coming up";
+    EXPECT_FALSE(view.player().isPlaying());
+
+    TranscriptTextView *text = view.textView();
+    const auto &words = text->coordinator().wordAnchors();
+    ASSERT_GT(words.size(), 20);
+    QTest::mouseClick(text->viewport(), Qt::LeftButton, {}, at(text, words[20].loc));
+    EXPECT_EQ(view.player().currentTime(), words[20].ms / 1000.0);
+    // The click lit the word, without playing.
+    ASSERT_TRUE(text->coordinator().highlighted());
+    EXPECT_EQ(text->coordinator().highlighted()->loc, words[20].loc);
+
+    QTest::mouseDClick(text->viewport(), Qt::LeftButton, {}, at(text, words[12].loc));
+    EXPECT_DOUBLE_EQ(view.player().currentTime(), words[12].ms / 1000.0 - 1.0);
+    EXPECT_FALSE(view.selectedText().isEmpty());
+    QTest::mouseDClick(text->viewport(), Qt::LeftButton, {}, at(text, words[0].loc));
+    EXPECT_EQ(view.player().currentTime(), 0) << "clamped at the start";
+
+    view.player().seek(5);
+    text->setFocus();
+    QTest::keyClick(text, Qt::Key_Right, Qt::ShiftModifier);
+    QTest::keyClick(text, Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_EQ(view.player().currentTime(), 5) << "the keyboard never seeks";
+
+    // Going away pauses.
+    view.player().togglePlay();
+    EXPECT_TRUE(view.player().isPlaying());
+    view.hide();
+    EXPECT_FALSE(view.player().isPlaying());
+}
+
+TEST_F(ResultViewTest, PlaysWithTheWordCursorInStep)
+{
+    ASSERT_FALSE(qEnvironmentVariable("PULSE_SERVER").isEmpty()) << "run under with-sound-server.sh";
+    app.setCurrent(withAudio());
+    ResultView view(app, nullptr);
+    view.resize(900, 600);
+    view.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&view));
+    const Coordinator &text = view.textView()->coordinator();
+
+    // While it plays, each tick lights the word that the position has reached.
+    QSet<qsizetype> lit;
+    QObject::connect(&view.player(), &AudioPlayer::currentTimeChanged, &view, [&] {
+        const auto i = TranscriptLayout::wordAt(text.wordAnchors(), TranscriptLines::currentMs(view.player().currentTime()),
+                                                view.player().isPlaying());
+        ASSERT_EQ(text.highlighted().has_value(), i.has_value());
+        if (i) {
+            EXPECT_EQ(text.highlighted()->loc, text.wordAnchors()[*i].loc);
+            lit << *i;
+        }
+    });
+    view.player().seek(1.0);
+    view.player().togglePlay();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return view.player().currentTime() > 3.0; }, 15000));
+    view.player().pause();
+    EXPECT_GE(lit.size(), 4) << "the cursor ran through the words";
+}
+
+TEST_F(ResultViewTest, CopyFollowsTheTimestampSwitchAndConfirmsForAWhile)
+{
+    HistoryItem item = withAudio(3);
+    item.corrections << Correction{QUuid::createUuid(), QStringLiteral("Mühle"), QStringLiteral("Mühlrad"), false, false};
+    app.setCurrent(item);
+    ResultView view(app, nullptr);
+    EXPECT_TRUE(view.showTimestamps());
+    view.copy();
+    EXPECT_EQ(QGuiApplication::clipboard()->text(),
+              Corrections::apply(item.corrections, AppModel::plainText(item, true)).text);
+    EXPECT_TRUE(QGuiApplication::clipboard()->text().startsWith(QStringLiteral("[0:00] ")));
+    EXPECT_TRUE(view.copied());
+
+    view.findChild<QCheckBox *>()->click();
+    EXPECT_FALSE(view.showTimestamps());
+    view.copy();
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), Corrections::apply(item.corrections, item.result.fullText).text);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !view.copied(); }, 3000));
+}
+
+TEST_F(ResultViewTest, ExportNamesFollowTheViewAndFilesHoldTheText)
+{
+    HistoryItem item = withAudio(3);
+    item.smoothed.insert(2, QStringLiteral("Eine geglättete Fassung über die Mühle."));
+    app.setCurrent(item);
+    ResultView view(app, nullptr);
+    EXPECT_EQ(view.selectedView(), 0);
+
+    QStringList asked;
+    QString answer;
+    view.setSavePanel([&](const QString &name, const QString &filter) {
+        asked << name + u'|' + filter;
+        return answer;
+    });
+    answer = temp(QStringLiteral("a.txt"));
+    view.exportText();
+    answer = temp(QStringLiteral("a.srt"));
+    view.exportSubtitles();
+    answer = temp(QStringLiteral("a.pdf"));
+    view.exportPDF();
+    answer = temp(QStringLiteral("a.docx"));
+    view.exportDocx();
+    EXPECT_EQ(asked, (QStringList{"Mühle am Fluss.txt|", "Mühle am Fluss.srt|", "Mühle am Fluss.pdf|PDF (*.pdf)",
+                                  "Mühle am Fluss.docx|Word (*.docx)"}));
+    EXPECT_EQ(contents(temp(QStringLiteral("a.txt"))), AppModel::plainText(item, true).toUtf8());
+    EXPECT_EQ(contents(temp(QStringLiteral("a.srt"))), AppModel::srt(item).toUtf8());
+    EXPECT_TRUE(contents(temp(QStringLiteral("a.pdf"))).startsWith("%PDF"));
+    EXPECT_TRUE(contents(temp(QStringLiteral("a.docx"))).startsWith("PK"));
+
+    // In a refinement view the text files carry its level; subtitles stay the segments'.
+    asked.clear();
+    view.setSelectedView(2);
+    answer = temp(QStringLiteral("b.txt"));
+    view.exportText();
+    answer = temp(QStringLiteral("b.srt"));
+    view.exportSubtitles();
+    EXPECT_EQ(asked, (QStringList{"Mühle am Fluss-stufe2.txt|", "Mühle am Fluss.srt|"}));
+    EXPECT_EQ(contents(temp(QStringLiteral("b.txt"))), item.smoothed[2].toUtf8());
+    EXPECT_EQ(contents(temp(QStringLiteral("b.srt"))), AppModel::srt(item).toUtf8());
+
+    // A cancelled panel writes nothing.
+    const QStringList before = QDir(QDir::tempPath()).entryList(QDir::Files);
+    answer.clear();
+    view.exportText();
+    view.exportPDF();
+    EXPECT_EQ(QDir(QDir::tempPath()).entryList(QDir::Files), before);
+
+    // The menu: subtitles need segments, the file manager a bundle.
+    auto menuTexts = [&] {
+        QMenu *menu = button<QToolButton>(view, QStringLiteral("Exportieren"))->menu();
+        emit menu->aboutToShow();
+        QStringList texts;
+        for (QAction *a : menu->actions())
+            texts << (a->isSeparator() ? QStringLiteral("-") : a->text() + (a->isEnabled() ? "" : " (aus)"));
+        return texts;
+    };
+    EXPECT_EQ(menuTexts(), (QStringList{"Textdatei (.txt)", "PDF", "Word (.docx)", "Untertitel (.srt)"}));
+    item.result.segments.clear();
+    item.bundleURL = temp(QStringLiteral("bundle"));
+    app.setCurrent(item);
+    EXPECT_EQ(menuTexts(),
+              (QStringList{"Textdatei (.txt)", "PDF", "Word (.docx)", "Untertitel (.srt) (aus)", "-", "Im Finder zeigen"}));
+}
+
+TEST_F(ResultViewTest, RefinementsAndAnotherItemChangeTheView)
+{
+    HistoryItem item = withAudio(3);
+    app.setCurrent(item);
+    ResultView view(app, nullptr);
+    view.setShowTimestamps(false);
+    auto *timestamps = view.findChild<QCheckBox *>();
+
+    // A finished refinement is shown at once, the highest level, with the switch off.
+    item.smoothed.insert(3, QStringLiteral("drei"));
+    item.smoothed.insert(2, QStringLiteral("zwei"));
+    app.setCurrent(item);
+    EXPECT_EQ(view.selectedView(), 3);
+    EXPECT_FALSE(timestamps->isEnabled());
+    EXPECT_EQ(view.currentText(), QStringLiteral("drei"));
+
+    // A selection in the plain refined text does not reach the screen.
+    view.setSelectedView(0);
+    EXPECT_TRUE(timestamps->isEnabled());
+    view.setSelectedView(1);
+    EXPECT_FALSE(timestamps->isEnabled()) << "disabled for a level that is not there";
+    EXPECT_EQ(view.currentText(), QString());
+
+    // Another item starts the screen afresh.
+    app.setCurrent(withAudio(2));
+    EXPECT_EQ(view.selectedView(), 0);
+    EXPECT_TRUE(view.showTimestamps());
+    EXPECT_TRUE(timestamps->isChecked());
+}
+
+TEST_F(ResultViewTest, CorrectionSheetCountsPreviewsAndSavesAChip)
+{
+    TranscriptionResult r;
+    QStringList texts;
+    for (const char *t : {"Die Mühle steht am Fluss, die Mühle ist alt.", "Mühlen und MÜHLE gibt es viele.", "Am Ende."}) {
+        TranscriptSegment s;
+        s.text = QString::fromUtf8(t);
+        s.startMs = 1000 * r.segments.size();
+        r.segments << s;
+        texts << s.text;
+    }
+    r.fullText = texts.join(u' ');
+    HistoryItem item = Transcripts::item(r);
+    app.setCurrent(item);
+    ResultView view(app, nullptr);
+
+    view.openCorrectionSheet(QStringLiteral("Mühle"));
+    auto *sheet = view.findChild<CorrectionSheet *>();
+    ASSERT_NE(sheet, nullptr);
+    EXPECT_EQ(sheet->matchCountText(), QStringLiteral("4 Stelle(n) werden ersetzt"));
+    ASSERT_EQ(sheet->previews().size(), 4);
+    EXPECT_EQ(sheet->previews()[0], QStringLiteral("…Die ⟦Mühle⟧ steht am Fluss, die Müh…"));
+    EXPECT_EQ(sheet->previews()[2], QStringLiteral("…uss, die Mühle ist alt. ⟦Mühle⟧n und MÜHLE gibt es viel…"));
+    EXPECT_EQ(sheet->previews()[3], QStringLiteral("…hle ist alt. Mühlen und ⟦MÜHLE⟧ gibt es viele. Am Ende.…"));
+    EXPECT_FALSE(sheet->canSave()) << "from equals to";
+
+    auto fields = sheet->findChildren<QLineEdit *>();
+    auto checks = sheet->findChildren<QCheckBox *>();
+    checks[1]->click(); // whole words
+    EXPECT_EQ(sheet->ranges().size(), 3);
+    checks[0]->click(); // and case
+    EXPECT_EQ(sheet->ranges().size(), 2);
+    fields[0]->setText(QStringLiteral("Windrad"));
+    EXPECT_EQ(sheet->matchCountText(), QStringLiteral("0 Stelle(n) werden ersetzt"));
+    EXPECT_TRUE(sheet->previews().isEmpty());
+    EXPECT_FALSE(sheet->canSave()) << "nothing matches";
+    fields[0]->setText(QStringLiteral("Mühle"));
+    fields[1]->setText(QStringLiteral("Mühlrad"));
+    ASSERT_TRUE(sheet->canSave());
+    QTest::keyClick(fields[1], Qt::Key_Return);
+
+    ASSERT_EQ(app.current()->corrections.size(), 1);
+    const Correction saved = app.current()->corrections.first();
+    EXPECT_EQ(saved.to, QStringLiteral("Mühlrad"));
+    EXPECT_TRUE(saved.caseSensitive && saved.wholeWord);
+    EXPECT_TRUE(view.textView()->document()->toPlainText().contains(QStringLiteral("Die Mühlrad steht")));
+    EXPECT_TRUE(view.textView()->document()->toPlainText().contains(QStringLiteral("Mühlen und MÜHLE")));
+
+    // The chip removes its rule, and the text is restored.
+    auto *remove = button<QToolButton>(view, QStringLiteral("Korrektur entfernen"));
+    ASSERT_NE(remove, nullptr);
+    remove->click();
+    EXPECT_TRUE(app.current()->corrections.isEmpty());
+    EXPECT_TRUE(view.textView()->document()->toPlainText().contains(QStringLiteral("Die Mühle steht")));
+
+    // "Korrigieren" follows the selection.
+    auto *correct = button<QPushButton>(view, QStringLiteral("Korrigieren"));
+    ASSERT_NE(correct, nullptr);
+    EXPECT_FALSE(correct->isEnabled());
+    QTextCursor c(view.textView()->document());
+    c.setPosition(view.textView()->document()->toPlainText().indexOf(QStringLiteral("Fluss")));
+    c.movePosition(QTextCursor::EndOfWord, QTextCursor::KeepAnchor);
+    view.textView()->setTextCursor(c);
+    EXPECT_TRUE(correct->isEnabled());
+    EXPECT_EQ(correct->toolTip(), QStringLiteral("\"Fluss\" korrigieren"));
+}
+
+TEST_F(ResultViewTest, RevealsTheBundleThroughTheFileManager)
+{
+    QDBusConnection bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("file-manager"));
+    ASSERT_TRUE(bus.isConnected());
+    FakeFileManager fileManager;
+    ASSERT_TRUE(bus.registerObject(QStringLiteral("/org/freedesktop/FileManager1"), &fileManager,
+                                   QDBusConnection::ExportAllSlots));
+    ASSERT_TRUE(bus.registerService(QStringLiteral("org.freedesktop.FileManager1")));
+
+    HistoryItem item = withAudio(2);
+    item.bundleURL = temp(QStringLiteral("Aufnahmen/2025-03-14 Mühle"));
+    app.setCurrent(item);
+    ResultView view(app, nullptr);
+    view.revealBundle();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !fileManager.shown.isEmpty(); }, 5000));
+    EXPECT_EQ(fileManager.shown, QStringList{QUrl::fromLocalFile(*item.bundleURL).toString()});
+    bus.unregisterService(QStringLiteral("org.freedesktop.FileManager1"));
+    QDBusConnection::disconnectFromBus(QStringLiteral("file-manager"));
+}
+
+TEST(PlayerBar, TimesCountTotalMinutes)
+{
+    EXPECT_EQ(PlayerBar::timeText(0), QStringLiteral("0:00"));
+    EXPECT_EQ(PlayerBar::timeText(59.999), QStringLiteral("0:59")) << "cut, not rounded";
+    EXPECT_EQ(PlayerBar::timeText(3903.5), QStringLiteral("65:03"));
+    EXPECT_EQ(PlayerBar::timeText(-2), QStringLiteral("0:00"));
+}
+
+// Renders the screen with a long transcript, two corrections and the cursor lit, in a
+// light and a dark palette, to $SAGWERK_SCREENSHOTS (or the temporary folder).
+TEST_F(ResultViewTest, Screenshots)
+{
+    QString folder = qEnvironmentVariable("SAGWERK_SCREENSHOTS");
+    if (folder.isEmpty())
+        folder = temp(QStringLiteral("screenshots"));
+    QDir().mkpath(folder);
+
+    HistoryItem item = withAudio(400);
+    item.fileName = QStringLiteral("Interview mit Herrn Schäfer über die alte Mühle am Fluss, Teil 2.m4a");
+    item.corrections << Correction{QUuid::createUuid(), QStringLiteral("Schäfer"), QStringLiteral("Schaefer"), true, true}
+                     << Correction{QUuid::createUuid(), QStringLiteral("Wasserrad"), QStringLiteral("Mühlrad"), false, false};
+    const QPalette light = QApplication::style()->standardPalette();
+    QPalette dark = light;
+    const QList<std::pair<QPalette::ColorRole, QColor>> darkColors{
+        {QPalette::Window, QColor(40, 40, 42)},          {QPalette::WindowText, QColor(236, 236, 236)},
+        {QPalette::Base, QColor(30, 30, 32)},            {QPalette::AlternateBase, QColor(46, 46, 48)},
+        {QPalette::Text, QColor(236, 236, 236)},         {QPalette::Button, QColor(58, 58, 60)},
+        {QPalette::ButtonText, QColor(236, 236, 236)},   {QPalette::PlaceholderText, QColor(152, 152, 157)},
+        {QPalette::Highlight, QColor(10, 132, 255)},     {QPalette::Accent, QColor(10, 132, 255)},
+        {QPalette::HighlightedText, Qt::white},          {QPalette::Mid, QColor(70, 70, 72)},
+        {QPalette::Light, QColor(80, 80, 82)},           {QPalette::Dark, QColor(20, 20, 22)},
+    };
+    for (const auto &[role, color] : darkColors)
+        dark.setColor(role, color);
+
+    // A desktop session names its icon theme and where it lies; the offscreen platform does not.
+    const QStringList iconPaths = QIcon::themeSearchPaths();
+    QIcon::setThemeSearchPaths(iconPaths + QStringList{QStringLiteral("/usr/share/icons")});
+    item.smoothed.insert(1, QStringLiteral("Leicht geglättet."));
+    for (const auto &[name, palette] : {std::pair{"light", light}, std::pair{"dark", dark}}) {
+        QApplication::setPalette(palette);
+        QIcon::setThemeName(name == std::string_view("dark") ? QStringLiteral("breeze-dark") : QStringLiteral("breeze"));
+        app.setCurrent(item);
+        ResultView view(app, nullptr);
+        view.resize(1000, 700);
+        view.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&view));
+        // Light a word in the third line, as after a click.
+        view.player().seek(item.result.segments[2].words[4].startMs / 1000.0);
+        QTest::qWait(50);
+        QTextCursor c(view.textView()->document());
+        const qsizetype from = view.textView()->document()->toPlainText().indexOf(QStringLiteral("Mehl"));
+        c.setPosition(from);
+        c.movePosition(QTextCursor::EndOfWord, QTextCursor::KeepAnchor);
+        view.textView()->setTextCursor(c);
+        const QImage image = view.grab().toImage();
+        EXPECT_EQ(image.width(), 1000);
+        EXPECT_TRUE(image.save(folder + QStringLiteral("/result-%1.png").arg(QLatin1String(name))));
+
+        view.openCorrectionSheet(QStringLiteral("Mühle"));
+        auto *sheet = view.findChild<CorrectionSheet *>();
+        ASSERT_NE(sheet, nullptr);
+        sheet->findChildren<QLineEdit *>()[1]->setText(QStringLiteral("Mühlrad"));
+        QTest::qWait(20); // new preview lines show with the next turn of the event loop
+        EXPECT_TRUE(sheet->grab().save(folder + QStringLiteral("/correction-%1.png").arg(QLatin1String(name))));
+        sheet->close();
+    }
+    QIcon::setThemeName(QString());
+    QIcon::setThemeSearchPaths(iconPaths);
+    QApplication::setPalette(light);
+}
+
+#include "test_result_view.moc"
