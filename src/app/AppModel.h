@@ -220,6 +220,7 @@ private:
     bool m_interviewLiveSpeakers = false;
 
     QTimer *m_timer = nullptr;
+    // The recognition itself (not its continuation, which needs this thread's event loop).
     std::optional<QFuture<void>> m_transcribeTask;
     TranscribeControlPtr m_control;
     FilePanel m_filePanel;

@@ -128,7 +128,8 @@ void AppModel::transcribe(const QString &url, const std::optional<QString> &disp
             return {std::nullopt, QString::fromLocal8Bit(e.what()), false};
         }
     });
-    m_transcribeTask = task.then(this, [this, url, name, createdAt](const Outcome &outcome) {
+    m_transcribeTask = task;
+    task.then(this, [this, url, name, createdAt](const Outcome &outcome) {
         if (outcome.result)
             finishJob(*outcome.result, url, name, createdAt);
         else
@@ -179,11 +180,10 @@ void AppModel::finishBusy()
 
 void AppModel::cancelTranscription()
 {
+    // The flag in the control is what ends the job. Cancelling the future instead would
+    // skip the continuation that takes the app out of its busy state.
     if (m_control)
         m_control->cancel();
-    // The flag in the control is what ends the job; the task itself polls nothing.
-    if (m_transcribeTask)
-        m_transcribeTask->cancel();
 }
 
 void AppModel::reTranscribe(const HistoryItem &item)

@@ -18,6 +18,8 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+
 namespace {
 
 const QString smallMissing
@@ -226,6 +228,19 @@ TEST_F(AppModelTest, CancelAtEachMomentLeavesNoTrace)
     waitIdle(app);
     EXPECT_EQ(app.errorMessage(), QStringLiteral("Kein Modell ausgewählt/installiert."));
     EXPECT_TRUE(Media::temporaryEntries().isEmpty());
+
+    // Quitting mid-job stops the job rather than waiting on the event loop it blocks.
+    installBase();
+    auto closing = std::make_unique<AppModel>();
+    closing->setSelectedModelId(QStringLiteral("base-q5_1"));
+    closing->transcribe(longAudio);
+    clock.restart();
+    while (closing->busyProgress() == 0.0 && clock.elapsed() < 60000)
+        QTest::qWait(5);
+    clock.restart();
+    closing.reset();
+    EXPECT_LT(clock.elapsed(), 20000);
+    EXPECT_TRUE(bundleFolders().isEmpty());
 }
 
 TEST_F(AppModelTest, ItemsWithoutABundleAndTheirChanges)
