@@ -1,12 +1,7 @@
-// The main window offscreen, against the real application state: which screen the detail
-// area shows, the enabled rules of the toolbar and the setup, deleting, the sidebar, the
-// alert, the open panel, a drop, and a change of the interface language.
+// The main window offscreen against the real application state.
 #include "ShellFixture.h"
 
-#include "app/LanguageManager.h"
-#include "app/MediaTypes.h"
 #include "engine/ModelStore.h"
-#include "export/Format.h"
 #include "ui/ContentView.h"
 #include "ui/DetailPane.h"
 #include "ui/DropZone.h"
@@ -16,27 +11,23 @@
 #include "ui/TranscribeSetupView.h"
 
 #include <QAction>
-#include <QCheckBox>
 #include <QComboBox>
-#include <QDialog>
 #include <QLabel>
 #include <QListWidget>
 #include <QMenu>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
-#include <QToolBar>
 
 namespace {
 
 using Screen = DetailPane::Screen;
 
-QPushButton *buttonLabelled(QMessageBox *box, const QString &text)
+QAbstractButton *buttonLabelled(QMessageBox *box, const QString &text)
 {
-    for (QAbstractButton *button : box->buttons()) {
+    for (QAbstractButton *button : box->buttons())
         if (button->text() == text)
-            return qobject_cast<QPushButton *>(button);
-    }
+            return button;
     return nullptr;
 }
 
@@ -49,7 +40,6 @@ TranscribeSetupView *setupOf(ContentView &view)
 
 TEST_F(ShellTest, DetailAreaShowsTheFirstScreenWhoseConditionHolds)
 {
-    // interviewActive, isBusy, pending, current: each beats everything after it.
     EXPECT_EQ(DetailPane::screenFor(true, true, true, true), Screen::interview);
     EXPECT_EQ(DetailPane::screenFor(false, true, true, true), Screen::busy);
     EXPECT_EQ(DetailPane::screenFor(false, false, true, true), Screen::setup);
@@ -75,19 +65,16 @@ TEST_F(ShellTest, DetailAreaShowsTheFirstScreenWhoseConditionHolds)
     app.addCorrection(app.history().at(1).id, QStringLiteral("Hallo"), QStringLiteral("Hi"), false, false);
     EXPECT_EQ(pane.screenWidget(), second);
 
-    // Staging while a result is on show: the setup wins.
     app.stage(QStringLiteral("/x/c.mp3"));
     EXPECT_EQ(pane.screen(), Screen::setup);
     app.setCurrent(app.history().at(0));
     EXPECT_EQ(pane.screen(), Screen::setup) << "pending wins over current";
 
-    // "Neu" goes back to the drop zone and leaves the history alone.
     pane.newAction()->trigger();
     EXPECT_EQ(pane.screen(), Screen::drop);
     EXPECT_FALSE(app.pending() || app.current());
     EXPECT_EQ(app.history().size(), 2);
 
-    // The interview screen, with the toolbar still active.
     app.stageInterview();
     app.startPending();
     EXPECT_EQ(pane.screen(), Screen::interview);
@@ -109,7 +96,7 @@ TEST_F(ShellTest, ToolbarAndSetupFollowTheirEnabledRules)
     EXPECT_TRUE(pane.newAction()->isEnabled());
     EXPECT_TRUE(pane.deleteAction()->isEnabled());
 
-    // No model: the drop zone and the setup point to the settings, and nothing starts.
+    // No model: the drop zone and the setup point to the settings.
     pane.newAction()->trigger();
     auto *zone = qobject_cast<DropZone *>(pane.screenWidget());
     ASSERT_TRUE(zone);
@@ -140,7 +127,7 @@ TEST_F(ShellTest, ToolbarAndSetupFollowTheirEnabledRules)
     EXPECT_EQ(app.selectedModelId(), QStringLiteral("base-q5_1")) << "the setup corrects it when it appears";
     setup = setupOf(view);
 
-    // Speaker options bind to the settings; the count shows only with detection on and keeps its value.
+    // The count shows only with detection on, and keeps its value.
     EXPECT_TRUE(setup->rowShown(QStringLiteral("Sprechererkennung")));
     EXPECT_FALSE(setup->rowShown(QStringLiteral("Anzahl Sprecher")));
     setup->speakerSwitch()->click();
@@ -155,7 +142,6 @@ TEST_F(ShellTest, ToolbarAndSetupFollowTheirEnabledRules)
     EXPECT_FALSE(setup->rowShown(QStringLiteral("Anzahl Sprecher")));
     EXPECT_EQ(app.speakerCount(), 2);
 
-    // An interview has its own speaker switch and no count.
     app.stageInterview();
     setup = setupOf(view);
     ASSERT_TRUE(setup);
@@ -212,21 +198,19 @@ TEST_F(ShellTest, SidebarAlertAndLanguage)
     QListWidget *list = sidebar.historyList();
     ASSERT_EQ(list->count(), 1);
 
-    // A click shows the item; clearing the current item clears the selection.
     list->setCurrentRow(0);
     ASSERT_TRUE(app.current().has_value());
     EXPECT_EQ(app.current()->fileName, QStringLiteral("Interview.m4a"));
     app.setCurrent(std::nullopt);
     EXPECT_TRUE(list->selectedItems().isEmpty());
 
-    // The alert shows the message and clears it when dismissed.
     app.setErrorMessage(QStringLiteral("Etwas ging schief."));
     ASSERT_TRUE(waitFor([&] { return view.errorAlert() != nullptr; }));
     EXPECT_EQ(view.errorAlert()->informativeText(), QStringLiteral("Etwas ging schief."));
     buttonLabelled(view.errorAlert(), QStringLiteral("OK"))->click();
     EXPECT_FALSE(app.errorMessage().has_value());
 
-    // Another language reaches the open window at once; the date keeps its German form.
+    // Another language reaches the open window at once; the date keeps its form.
     app.setAppLanguage(QStringLiteral("en"));
     QCoreApplication::processEvents();
     EXPECT_EQ(view.detailPane()->newAction()->text(), QStringLiteral("New"));
@@ -240,11 +224,6 @@ TEST_F(ShellTest, SidebarAlertAndLanguage)
 
 TEST_F(ShellTest, OpenPanelAndDropStageTheFirstFile)
 {
-    const QStringList patterns = MediaTypes::patterns();
-    for (const char *ext : {"m4a", "mp3", "wav", "flac", "ogg", "opus", "mp4", "mov", "mkv", "webm", "avi", "3gp"})
-        EXPECT_TRUE(patterns.contains(QStringLiteral("*.") + QLatin1String(ext))) << ext;
-    EXPECT_EQ(patterns.size(), QSet<QString>(patterns.begin(), patterns.end()).size());
-
     AppModel app;
     ContentView view(app);
     view.show();
@@ -264,8 +243,7 @@ TEST_F(ShellTest, OpenPanelAndDropStageTheFirstFile)
     ASSERT_TRUE(app.pending().has_value());
     EXPECT_EQ(std::get<PendingItem::File>(app.pending()->kind).name, QStringLiteral("Vortrag.mkv"));
 
-    // A drop: the zone lights up while the drag hovers, and the first file is staged
-    // whatever its type.
+    // The zone lights up while a drag hovers; the first file is staged whatever its type.
     app.setPending(std::nullopt);
     zone = qobject_cast<DropZone *>(view.detailPane()->screenWidget());
     ASSERT_TRUE(zone);
@@ -286,7 +264,6 @@ TEST_F(ShellTest, OpenPanelAndDropStageTheFirstFile)
 
 TEST_F(ShellTest, WindowsOpenOnceAndSheetsFollowTheirFlags)
 {
-    // A first start without a model: the wizard covers the window at once.
     QSettings(QStringLiteral("Morvane"), QStringLiteral("Sagwerk")).remove(Settings::onboardingDone);
     SagwerkApp sagwerk;
     AppModel &app = sagwerk.model();
@@ -295,13 +272,12 @@ TEST_F(ShellTest, WindowsOpenOnceAndSheetsFollowTheirFlags)
     ContentView &view = *window->content();
     ASSERT_TRUE(app.showOnboarding());
     ASSERT_TRUE(waitFor([&] { return view.onboardingSheet() != nullptr; }));
-    // The wizard cannot be dismissed; finishing it closes the sheet.
     view.onboardingSheet()->reject();
     EXPECT_TRUE(app.showOnboarding());
     app.finishOnboarding();
     EXPECT_TRUE(waitFor([&] { return view.onboardingSheet() == nullptr; }));
 
-    // "help" and "about" open once each; asking again brings back the same window.
+    // Asking again brings back the same window.
     window->helpAction()->trigger();
     QWidget *help = sagwerk.window(QStringLiteral("help"));
     ASSERT_TRUE(help);
@@ -312,7 +288,6 @@ TEST_F(ShellTest, WindowsOpenOnceAndSheetsFollowTheirFlags)
     window->aboutAction()->trigger();
     QWidget *about = sagwerk.window(QStringLiteral("about"));
     ASSERT_TRUE(about);
-    EXPECT_EQ(about->minimumSize(), about->maximumSize()) << "the about window keeps its size";
 
     // A sheet opens with its flag and closes when the flag is cleared elsewhere.
     app.setShowRecorder(true);
@@ -320,7 +295,6 @@ TEST_F(ShellTest, WindowsOpenOnceAndSheetsFollowTheirFlags)
     app.setShowRecorder(false);
     EXPECT_TRUE(waitFor([&] { return view.recordSheet() == nullptr; }));
 
-    // Windows follow the interface language too.
     app.setAppLanguage(QStringLiteral("sv"));
     QCoreApplication::processEvents();
     EXPECT_EQ(help->windowTitle(), QStringLiteral("Hjälp"));
