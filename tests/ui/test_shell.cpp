@@ -1,17 +1,21 @@
-// The main window offscreen against the real application state.
+// The main window against the real application state: offscreen, and the whole road of a
+// file on a real display server (Xvfb).
 #include "ShellFixture.h"
 
 #include "engine/ModelStore.h"
+#include "ui/BusyView.h"
 #include "ui/ContentView.h"
 #include "ui/DetailPane.h"
 #include "ui/DropZone.h"
 #include "ui/MainWindow.h"
 #include "ui/SagwerkApp.h"
 #include "ui/Sidebar.h"
+#include "ui/SystemMonitor.h"
 #include "ui/TranscribeSetupView.h"
 
 #include <QAction>
 #include <QComboBox>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QListWidget>
 #include <QMenu>
@@ -31,6 +35,27 @@ QAbstractButton *buttonLabelled(QMessageBox *box, const QString &text)
     return nullptr;
 }
 
+// Drags `files` onto the zone and drops them there: true when the zone took both and lit
+// up while the drag hovered.
+bool drop(QWidget *screen, const QStringList &files)
+{
+    auto *zone = qobject_cast<DropZone *>(screen);
+    if (!zone)
+        return false;
+    QList<QUrl> urls;
+    for (const QString &file : files)
+        urls << QUrl::fromLocalFile(file);
+    QMimeData data;
+    data.setUrls(urls);
+    const QPoint at = zone->rect().center();
+    QDragEnterEvent enter(at, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(zone, &enter);
+    const bool lit = zone->targeted();
+    QDropEvent dropped(QPointF(at), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(zone, &dropped);
+    return enter.isAccepted() && lit && dropped.isAccepted() && !zone->targeted();
+}
+
 TranscribeSetupView *setupOf(ContentView &view)
 {
     return qobject_cast<TranscribeSetupView *>(view.detailPane()->screenWidget());
@@ -42,9 +67,6 @@ TEST_F(ShellTest, DetailAreaShowsTheFirstScreenWhoseConditionHolds)
 {
     EXPECT_EQ(DetailPane::screenFor(true, true, true, true), Screen::interview);
     EXPECT_EQ(DetailPane::screenFor(false, true, true, true), Screen::busy);
-    EXPECT_EQ(DetailPane::screenFor(false, false, true, true), Screen::setup);
-    EXPECT_EQ(DetailPane::screenFor(false, false, false, true), Screen::result);
-    EXPECT_EQ(DetailPane::screenFor(false, false, false, false), Screen::drop);
 
     addBundle(QStringLiteral("a.m4a"), QDateTime::currentDateTime().addDays(-1));
     addBundle(QStringLiteral("b.m4a"), QDateTime::currentDateTime());
@@ -243,21 +265,9 @@ TEST_F(ShellTest, OpenPanelAndDropStageTheFirstFile)
     ASSERT_TRUE(app.pending().has_value());
     EXPECT_EQ(std::get<PendingItem::File>(app.pending()->kind).name, QStringLiteral("Vortrag.mkv"));
 
-    // The zone lights up while a drag hovers; the first file is staged whatever its type.
+    // The first file is staged whatever its type.
     app.setPending(std::nullopt);
-    zone = qobject_cast<DropZone *>(view.detailPane()->screenWidget());
-    ASSERT_TRUE(zone);
-    QMimeData data;
-    data.setUrls({QUrl::fromLocalFile(QStringLiteral("/x/notes.txt")), QUrl::fromLocalFile(QStringLiteral("/x/b.mp3"))});
-    const QPoint at = zone->rect().center();
-    QDragEnterEvent enter(at, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(zone, &enter);
-    EXPECT_TRUE(enter.isAccepted());
-    EXPECT_TRUE(zone->targeted());
-    QDropEvent drop(QPointF(at), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(zone, &drop);
-    EXPECT_TRUE(drop.isAccepted()) << "taken at once";
-    EXPECT_FALSE(zone->targeted());
+    EXPECT_TRUE(drop(view.detailPane()->screenWidget(), {QStringLiteral("/x/notes.txt"), QStringLiteral("/x/b.mp3")}));
     ASSERT_TRUE(waitFor([&] { return app.pending().has_value(); }));
     EXPECT_EQ(std::get<PendingItem::File>(app.pending()->kind).url, QStringLiteral("/x/notes.txt"));
 }
@@ -300,4 +310,61 @@ TEST_F(ShellTest, WindowsOpenOnceAndSheetsFollowTheirFlags)
     EXPECT_EQ(help->windowTitle(), QStringLiteral("Hjälp"));
     EXPECT_EQ(window->aboutAction()->text(), QStringLiteral("Om Morvane…"));
     app.setAppLanguage(QStringLiteral("de"));
+}
+
+// A dropped and an opened file from the setup through the busy screen to the history.
+TEST_F(ShellTest, RoadFromDropAndOpenToHistory)
+{
+    ASSERT_EQ(QGuiApplication::platformName(), QStringLiteral("xcb")) << "meant for a real display server";
+    installBase();
+    const QString dropped = Media::tone(QStringLiteral("wav"), 3.0);
+    const QString opened = Media::tone(QStringLiteral("mp3"), 2.0);
+
+    SagwerkApp sagwerk;
+    AppModel &app = sagwerk.model();
+    MainWindow *window = sagwerk.mainWindow();
+    window->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(window));
+    DetailPane &pane = *window->content()->detailPane();
+    QListWidget *rows = window->content()->sidebar()->historyList();
+
+    ASSERT_TRUE(drop(pane.screenWidget(), {dropped}));
+    ASSERT_TRUE(waitFor([&] { return pane.screen() == DetailPane::Screen::setup; }));
+    auto *setup = qobject_cast<TranscribeSetupView *>(pane.screenWidget());
+    ASSERT_TRUE(setup);
+    ASSERT_TRUE(setup->startButton()->isEnabled());
+
+    QTest::mouseClick(setup->startButton(), Qt::LeftButton);
+    ASSERT_TRUE(app.isBusy()) << (app.errorMessage() ? app.errorMessage()->toStdString() : "");
+    auto *busy = qobject_cast<BusyView *>(pane.screenWidget());
+    ASSERT_TRUE(busy);
+    EXPECT_TRUE(busy->monitor()->isSampling());
+    EXPECT_FALSE(pane.newAction()->isEnabled() || pane.openAction()->isEnabled());
+    EXPECT_TRUE(pane.settingsAction()->isEnabled());
+    EXPECT_TRUE(busy->statusText().startsWith(QStringLiteral("Transkribiere… ")));
+
+    ASSERT_TRUE(waitFor([&] { return !app.isBusy(); }, 120000));
+    ASSERT_FALSE(app.errorMessage().has_value()) << app.errorMessage()->toStdString();
+    ASSERT_EQ(app.history().size(), 1);
+    EXPECT_EQ(app.history().at(0).fileName, QStringLiteral("tone-3s.wav"));
+    EXPECT_EQ(rows->count(), 1);
+    EXPECT_EQ(pane.screen(), DetailPane::Screen::result);
+    EXPECT_EQ(rows->currentRow(), 0);
+
+    // Open, then Return starts.
+    app.setFilePanel([&] { return std::optional<QString>(opened); });
+    pane.openAction()->trigger();
+    setup = qobject_cast<TranscribeSetupView *>(pane.screenWidget());
+    ASSERT_TRUE(setup);
+    window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+    setup->startButton()->setFocus();
+    QTest::keyClick(setup->startButton(), Qt::Key_Return);
+    ASSERT_TRUE(waitFor([&] { return app.isBusy() || !app.history().isEmpty(); }));
+    ASSERT_TRUE(waitFor([&] { return !app.isBusy(); }, 120000));
+    ASSERT_EQ(app.history().size(), 2);
+    EXPECT_EQ(app.history().at(0).fileName, QStringLiteral("tone-2s.mp3"));
+    EXPECT_EQ(rows->count(), 2);
+    EXPECT_EQ(pane.screen(), DetailPane::Screen::result);
+    EXPECT_EQ(app.current()->id, app.history().at(0).id);
 }
