@@ -2,7 +2,6 @@
 // against a real model store, a local HTTP server and a keyring in a throw-away session.
 #include "LocalServer.h"
 
-#include "ai/AIModel.h"
 #include "app/AppModel.h"
 #include "app/Settings.h"
 #include "engine/ModelStore.h"
@@ -122,10 +121,6 @@ private slots:
 
     void aiCatalogueAndActiveKey()
     {
-        QVERIFY(AIModel::by(QStringLiteral("gpt-4o-mini")).provider == AIProvider::openai);
-        QCOMPARE(AIModel::by(QStringLiteral("GPT-4O")).id, QStringLiteral("claude-opus-5"));
-        QVERIFY(!AIProviders::fromRawValue(QStringLiteral("OpenAI")));
-
         AppModel app;
         app.saveAnthropicKey(QStringLiteral("sk-ant-1"));
         app.setActiveModelId(QStringLiteral("gpt-4o-mini"));
@@ -325,9 +320,6 @@ private slots:
         QCOMPARE(german.size(), english.size());
         for (qsizetype i = 0; i < german.size(); ++i)
             QVERIFY(german[i].id == english[i].id && german[i].icon == english[i].icon);
-        for (const char *code : {"en", "fr", "sv"})
-            QCOMPARE(&HelpContent::book(HelpView::lang(QLatin1String(code))), &english);
-        QCOMPARE(HelpView::lang(QStringLiteral("system")), QStringLiteral("de"));
         QCOMPARE(HelpView::shown(german, QStringLiteral("no-such-topic"))->id, QStringLiteral("overview"));
         QVERIFY(!HelpView::shown({}, QStringLiteral("overview")));
 
@@ -338,7 +330,7 @@ private slots:
         QCOMPARE(help.selection().value_or(QString()), QStringLiteral("overview"));
         child<QListWidget>(&help, QStringLiteral("topics"))->setCurrentRow(2);
         QCOMPARE(help.selection().value_or(QString()), QStringLiteral("models"));
-        // The choice survives a change of book.
+        // The choice survives a change of book; French reads the English one.
         app.setAppLanguage(QStringLiteral("fr"));
         QCOMPARE(help.body()->section().title, QStringLiteral("Models & Neural Engine"));
         QCOMPARE(help.windowTitle(), QStringLiteral("Aide"));
@@ -413,7 +405,7 @@ private slots:
 
         AboutView about;
         QVERIFY(!child<QLabel>(&about, QStringLiteral("logo"))->pixmap().isNull());
-        QCOMPARE(textOf(&about, QStringLiteral("version")), QStringLiteral("Version " SAGWERK_VERSION));
+        QCOMPARE(textOf(&about, QStringLiteral("version")), QStringLiteral("Version ") + QStringLiteral(SAGWERK_VERSION));
     }
 };
 

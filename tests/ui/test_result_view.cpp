@@ -109,6 +109,8 @@ TEST_F(ResultViewTest, TextSeeksThePlayerExactlyOrASecondEarly)
     ASSERT_GT(words.size(), 20);
     QTest::mouseClick(text->viewport(), Qt::LeftButton, {}, at(text, words[20].loc));
     EXPECT_EQ(view.player().currentTime(), words[20].ms / 1000.0);
+    ASSERT_TRUE(text->coordinator().highlighted()) << "a click lights the word without playing";
+    EXPECT_EQ(text->coordinator().highlighted()->loc, words[20].loc);
 
     QTest::mouseDClick(text->viewport(), Qt::LeftButton, {}, at(text, words[12].loc));
     EXPECT_DOUBLE_EQ(view.player().currentTime(), words[12].ms / 1000.0 - 1.0);

@@ -14,6 +14,7 @@
 #include "ui/TranscribeSetupView.h"
 
 #include <QAction>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QGuiApplication>
 #include <QLabel>
@@ -156,7 +157,6 @@ TEST_F(ShellTest, ToolbarAndSetupFollowTheirEnabledRules)
     EXPECT_TRUE(app.speakerDetection());
     EXPECT_TRUE(setup->rowShown(QStringLiteral("Anzahl Sprecher")));
     QComboBox *count = setup->speakerCountPicker();
-    ASSERT_EQ(count->count(), 6);
     count->setCurrentIndex(1);
     emit count->activated(1);
     EXPECT_EQ(app.speakerCount(), 2);

@@ -62,6 +62,14 @@ protected:
         QApplication::sendEvent(view.viewport(), &e);
     }
 
+    void select(qsizetype from, qsizetype to)
+    {
+        QTextCursor c(view.document());
+        c.setPosition(from);
+        c.setPosition(to, QTextCursor::KeepAnchor);
+        view.setTextCursor(c);
+    }
+
     const TranscriptLayout::WordAnchor &word(int i) { return view.coordinator().wordAnchors()[i]; }
 
     TranscriptionResult result = Transcripts::result(40, 8);
@@ -114,9 +122,7 @@ TEST_F(TextViewTest, ClickSeeksExactlySelectionNotExactlyKeyboardNever)
     EXPECT_FALSE(selected.isEmpty());
     mouse(QEvent::MouseButtonPress, at(word(9).loc), Qt::RightButton, Qt::RightButton);
     mouse(QEvent::MouseButtonRelease, at(word(9).loc), Qt::RightButton, Qt::NoButton);
-    QTextCursor c(view.document());
-    c.setPosition(word(12).loc);
-    view.setTextCursor(c);
+    select(word(12).loc, word(12).loc);
     EXPECT_TRUE(seeks.isEmpty());
 }
 
@@ -140,10 +146,7 @@ TEST_F(TextViewTest, WordCursorLightsOneWordAndLeavesTheTextAlone)
     EXPECT_EQ(changes.size(), 0);
 
     // A selection survives playback; a stopped player at the start shows no cursor.
-    QTextCursor selection(view.document());
-    selection.setPosition(word(1).loc);
-    selection.setPosition(word(2).loc + 2, QTextCursor::KeepAnchor);
-    view.setTextCursor(selection);
+    select(word(1).loc, word(2).loc + 2);
     refresh(word(7).ms, true);
     refresh(word(8).ms, true);
     EXPECT_EQ(view.textCursor().selectionStart(), word(1).loc);
@@ -172,10 +175,7 @@ TEST_F(TextViewTest, RebuildsOnlyWhenTheKeyChanges)
     refresh(0, false);
     EXPECT_EQ(view.document()->toPlainText(), before);
 
-    QTextCursor c(view.document());
-    c.setPosition(5);
-    c.setPosition(20, QTextCursor::KeepAnchor);
-    view.setTextCursor(c);
+    select(5, 20);
     EXPECT_FALSE(selected.isEmpty());
     refresh(0, false, QStringLiteral("k2"), false);
     EXPECT_EQ(view.document()->toPlainText(), TranscriptLines::originalLines(result).constFirst().text
@@ -198,10 +198,7 @@ TEST_F(TextViewTest, RebuildsOnlyWhenTheKeyChanges)
 
 TEST_F(TextViewTest, ContextMenuOffersACorrectionOfTheSelection)
 {
-    QTextCursor c(view.document());
-    c.setPosition(word(1).loc - 1); // with the blank before it, which is trimmed
-    c.setPosition(word(1).loc + word(1).length, QTextCursor::KeepAnchor);
-    view.setTextCursor(c);
+    select(word(1).loc - 1, word(1).loc + word(1).length); // the blank before it is trimmed
     QContextMenuEvent event(QContextMenuEvent::Mouse, at(word(1).loc), view.viewport()->mapToGlobal(at(word(1).loc)));
     QApplication::sendEvent(view.viewport(), &event);
     QMenu *menu = nullptr;
