@@ -87,11 +87,8 @@ TEST(AudioPlayer, SeeksAreExactClampedAndPublishedAtOnce)
     EXPECT_FALSE(player.isPlaying());
     QTest::qWait(100);
     EXPECT_EQ(player.currentTime(), 1.5) << "a paused player stands still";
-}
 
-TEST(AudioPlayer, FileThatCannotPlayKeepsNoLength)
-{
-    AudioPlayer player;
+    // A file that cannot play has no length, so a seek is bounded below only.
     player.load(Media::textFileNamedMp3());
     QTest::qWait(500);
     EXPECT_EQ(player.duration(), 0);
