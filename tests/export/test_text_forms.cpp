@@ -1,4 +1,4 @@
-// Stamp arithmetic of the two text forms.
+// Stamp arithmetic of the two text forms, and the date.
 #include "export/Format.h"
 #include "export/TextForms.h"
 
@@ -30,6 +30,9 @@ TEST(TextForms, PlainTextMinutesRunPastAnHour)
     EXPECT_EQ(TextForms::plainText(r, true),
               QStringLiteral("[0:00] Hallo.\n[59:59] Kurz vor.\n[60:00] \n[75:00] Viertel."));
     EXPECT_EQ(TextForms::plainText(result({}), true), QString());
+    // The date of a header is German local time.
+    const QDateTime local(QDate(2026, 3, 7), QTime(9, 5, 59));
+    EXPECT_EQ(Format::date(local.toUTC()), QStringLiteral("07.03.2026 09:05"));
 }
 
 TEST(TextForms, SubtitlesNumberEverySegmentAndCutMilliseconds)
@@ -39,11 +42,4 @@ TEST(TextForms, SubtitlesNumberEverySegmentAndCutMilliseconds)
                                                 "2\n01:00:00,000 --> 100:59:59,999\n\n\n"
                                                 "3\n00:00:01,500 --> 00:00:01,000\nDrei\n"));
     EXPECT_EQ(TextForms::srt(result({})), QString());
-}
-
-TEST(TextForms, DateIsGermanLocalTime)
-{
-    const QDateTime local(QDate(2026, 3, 7), QTime(9, 5, 59));
-    EXPECT_EQ(Format::date(local), QStringLiteral("07.03.2026 09:05"));
-    EXPECT_EQ(Format::date(local.toUTC()), QStringLiteral("07.03.2026 09:05"));
 }

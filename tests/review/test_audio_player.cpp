@@ -1,5 +1,5 @@
-// The player against a real sound server (a private PulseAudio with a null sink): the
-// 30 ms position tick, exact and clamped seeks, and the return to 0 at the end.
+// The player against a private sound server with a null sink.
+#include "LocalServer.h"
 #include "Media.h"
 
 #include "review/AudioPlayer.h"
@@ -8,15 +8,6 @@
 #include <QTest>
 
 #include <gtest/gtest.h>
-
-namespace {
-
-bool waitFor(const std::function<bool()> &condition, int timeoutMs = 10000)
-{
-    return QTest::qWaitFor(condition, QDeadlineTimer(timeoutMs));
-}
-
-} // namespace
 
 TEST(AudioPlayer, PlaysToItsEndAndStandsReadyAtTheStart)
 {
@@ -32,7 +23,6 @@ TEST(AudioPlayer, PlaysToItsEndAndStandsReadyAtTheStart)
     ASSERT_TRUE(waitFor([&] { return player.duration() > 0; }));
     EXPECT_NEAR(player.duration(), 1.5, 0.1);
 
-    // Record every published position with its time while the file plays to its end.
     QList<std::pair<qint64, double>> ticks;
     QElapsedTimer clock;
     clock.start();
@@ -56,7 +46,6 @@ TEST(AudioPlayer, PlaysToItsEndAndStandsReadyAtTheStart)
     std::sort(gaps.begin(), gaps.end());
     EXPECT_LE(gaps[gaps.size() / 2], 40) << "the position moves every 30 ms";
 
-    // Playing again starts from the start.
     player.togglePlay();
     EXPECT_TRUE(player.isPlaying());
     ASSERT_TRUE(waitFor([&] { return player.currentTime() > 0.2; }));
@@ -98,15 +87,11 @@ TEST(AudioPlayer, SeeksAreExactClampedAndPublishedAtOnce)
     EXPECT_FALSE(player.isPlaying());
     QTest::qWait(100);
     EXPECT_EQ(player.currentTime(), 1.5) << "a paused player stands still";
-}
 
-TEST(AudioPlayer, FileThatCannotPlayKeepsNoLength)
-{
-    AudioPlayer player;
+    // A file that cannot play has no length, so a seek is bounded below only.
     player.load(Media::textFileNamedMp3());
     QTest::qWait(500);
     EXPECT_EQ(player.duration(), 0);
-    // Without a length a seek is bounded below only.
     player.seek(7.5);
     EXPECT_EQ(player.currentTime(), 7.5);
     player.seek(-1);

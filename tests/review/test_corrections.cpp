@@ -1,4 +1,4 @@
-// Correction rules over real-world German text: order, chaining, boundaries, case.
+// Correction rules over German text: order, chaining, boundaries, case.
 #include "review/Corrections.h"
 
 #include <gtest/gtest.h>
@@ -9,13 +9,7 @@ namespace {
 
 Correction rule(const QString &from, const QString &to, bool caseSensitive = false, bool wholeWord = false)
 {
-    Correction c;
-    c.id = QUuid::createUuid();
-    c.from = from;
-    c.to = to;
-    c.caseSensitive = caseSensitive;
-    c.wholeWord = wholeWord;
-    return c;
+    return Correction{.from = from, .to = to, .caseSensitive = caseSensitive, .wholeWord = wholeWord};
 }
 
 QString applied(const QList<Correction> &rules, const QString &text)
@@ -35,7 +29,6 @@ TEST(Corrections, FirstRuleWinsAndNothingChains)
               QStringLiteral("ML kommt"));
     // a -> b and b -> c turn a into b: a replacement is never searched again.
     EXPECT_EQ(applied({rule("a", "b"), rule("b", "c")}, QStringLiteral("ab")), QStringLiteral("bc"));
-    // Three equal letters and a rule of two: one match at the start.
     EXPECT_EQ(Corrections::matchRanges("oo", false, false, "ooo"), (QList<Range>{{0, 2}}));
     EXPECT_EQ(applied({rule("oo", "0")}, "ooo"), QStringLiteral("0o"));
     // Empty `from` is inert; empty `to` deletes and keeps both blanks, with an empty range.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "LocalServer.h"
 #include "Media.h"
 
 #include "app/AppModel.h"
@@ -8,15 +9,14 @@
 #include "storage/BundleStore.h"
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QSettings>
 #include <QStandardPaths>
 #include <QTest>
 
 #include <gtest/gtest.h>
 
-// Each test starts from nothing in the throw-away session: no settings (but the
-// first-run wizard done), no models, no bundles.
+// Each test starts in the throw-away session with no settings (but the first-run wizard
+// done), no models and no bundles.
 class ShellTest : public ::testing::Test {
 protected:
     void SetUp() override
@@ -33,7 +33,7 @@ protected:
         return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/Sagwerk");
     }
 
-    // Makes the generated model count as Base, and chooses it.
+    // The generated model, installed as Base and chosen.
     static void installBase()
     {
         Media::installTinyModel(dataDir() + QStringLiteral("/models"), QStringLiteral("ggml-base-q5_1.bin"));
@@ -41,23 +41,12 @@ protected:
             .setValue(Settings::selectedModelId, QStringLiteral("base-q5_1"));
     }
 
-    // A stored transcription with a copy of a short tone as its audio.
+    // A stored transcription with a short tone as its audio.
     static QString addBundle(const QString &name, const QDateTime &date)
     {
         TranscriptionResult result;
         result.fullText = QStringLiteral("Hallo.");
         result.language = QStringLiteral("de");
         return BundleStore::create(name, date, Media::tone(QStringLiteral("m4a")), result).url;
-    }
-
-    // Runs the event loop until `done` holds or `ms` have passed.
-    template <typename Condition>
-    static bool waitFor(Condition done, int ms = 5000)
-    {
-        QElapsedTimer clock;
-        clock.start();
-        while (!done() && clock.elapsed() < ms)
-            QTest::qWait(10);
-        return done();
     }
 };

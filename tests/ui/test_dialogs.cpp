@@ -1,9 +1,7 @@
-// The settings sheet, the model rows, the first-run wizard, help and about, as widgets
-// offscreen against a real model store, a real HTTP server on 127.0.0.1 and a real
-// keyring in a throw-away session.
+// The settings sheet, the model rows, the first-run wizard, help and about, offscreen
+// against a real model store, a local HTTP server and a keyring in a throw-away session.
 #include "LocalServer.h"
 
-#include "ai/AIModel.h"
 #include "app/AppModel.h"
 #include "app/Settings.h"
 #include "engine/ModelStore.h"
@@ -21,20 +19,16 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QProcess>
-#include <QProgressBar>
 #include <QPushButton>
 #include <QSettings>
 #include <QStandardPaths>
 #include <QTest>
-#include <QToolButton>
 
-#include <algorithm>
 #include <memory>
 
 namespace {
@@ -60,26 +54,21 @@ void install(const WhisperModel &model)
 QByteArray packageZip(const WhisperModel &model)
 {
     const QString path = QDir::tempPath() + QStringLiteral("/package.zip");
-    QProcess python;
-    python.start(QStringLiteral("python3"),
-                 {QStringLiteral("-c"),
-                  QStringLiteral("import sys, zipfile\n"
-                                 "with zipfile.ZipFile(sys.argv[1], 'w') as z: z.writestr(sys.argv[2], 'x')\n"),
-                  path, model.coreMLName + QStringLiteral("/coremldata.bin")});
-    python.waitForFinished(-1);
+    QProcess::execute(QStringLiteral("python3"),
+                      {QStringLiteral("-c"),
+                       QStringLiteral("import sys, zipfile\n"
+                                      "with zipfile.ZipFile(sys.argv[1], 'w') as z: z.writestr(sys.argv[2], 'x')\n"),
+                       path, model.coreMLName + QStringLiteral("/coremldata.bin")});
     QFile file(path);
     const QByteArray zip = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     file.remove();
     return zip;
 }
 
-template <typename T>
+template <typename T = QWidget>
 T *child(QWidget *parent, const QString &name)
 {
-    T *found = parent->findChild<T *>(name);
-    if (!found)
-        qWarning("no child %s", qPrintable(name));
-    return found;
+    return parent->findChild<T *>(name);
 }
 
 ModelRow *rowOf(QWidget *parent, const WhisperModel &model)
@@ -89,23 +78,31 @@ ModelRow *rowOf(QWidget *parent, const WhisperModel &model)
 
 bool shows(QWidget *parent, const QString &name)
 {
-    QWidget *widget = parent->findChild<QWidget *>(name);
+    QWidget *widget = child(parent, name);
     return widget && widget->isVisibleTo(parent);
 }
 
 QString textOf(QWidget *parent, const QString &name)
 {
-    if (auto *label = parent->findChild<QLabel *>(name))
+    if (auto *label = child<QLabel>(parent, name))
         return label->text();
-    if (auto *button = parent->findChild<QAbstractButton *>(name))
-        return button->text();
-    return {};
+    return child<QAbstractButton>(parent, name)->text();
+}
+
+void click(QWidget *parent, const QString &name)
+{
+    QTest::mouseClick(child(parent, name), Qt::LeftButton);
 }
 
 void clickRow(ModelRow *row)
 {
-    QWidget *note = row->findChild<QLabel *>(QStringLiteral("note"));
+    QWidget *note = child(row, QStringLiteral("note"));
     QTest::mouseClick(note->isVisible() ? note : row, Qt::LeftButton);
+}
+
+QLineEdit *keyField(QWidget *parent, const char *name)
+{
+    return child<QLineEdit>(child(parent, QLatin1String(name)), QStringLiteral("field"));
 }
 
 } // namespace
@@ -124,11 +121,6 @@ private slots:
 
     void aiCatalogueAndActiveKey()
     {
-        QVERIFY(AIModel::by(QStringLiteral("gpt-4o-mini")).provider == AIProvider::openai);
-        QCOMPARE(AIModel::by(QStringLiteral("GPT-4O")).id, QStringLiteral("claude-opus-5"));
-        QVERIFY(AIProviders::fromRawValue(QStringLiteral("openai")) == AIProvider::openai);
-        QVERIFY(!AIProviders::fromRawValue(QStringLiteral("OpenAI")));
-
         AppModel app;
         app.saveAnthropicKey(QStringLiteral("sk-ant-1"));
         app.setActiveModelId(QStringLiteral("gpt-4o-mini"));
@@ -164,12 +156,11 @@ private slots:
         QVERIFY(child<RadioMark>(smallRow, QStringLiteral("radio"))->isSelectedMark());
         QVERIFY(shows(smallRow, QStringLiteral("trash")) && !shows(smallRow, QStringLiteral("load")));
         QCOMPARE(textOf(smallRow, QStringLiteral("coreMLLoad")), QStringLiteral("Neural Engine laden (163 MB)"));
-
         clickRow(baseRow);
         QCOMPARE(app.selectedModelId(), small.id);
 
         // Downloading: the bar replaces note and action until the file is in place.
-        QTest::mouseClick(child<QToolButton>(baseRow, QStringLiteral("load")), Qt::LeftButton);
+        click(baseRow, QStringLiteral("load"));
         QVERIFY(baseRow->state() == ModelRow::State::downloading);
         QVERIFY(waitFor([&] { return server.held() == 1; }));
         QVERIFY(shows(baseRow, QStringLiteral("progress")));
@@ -181,25 +172,25 @@ private slots:
         clickRow(baseRow);
         QCOMPARE(app.selectedModelId(), base.id);
 
-        // The Neural Engine package: loading, active, removed again.
-        QTest::mouseClick(child<QToolButton>(smallRow, QStringLiteral("coreMLLoad")), Qt::LeftButton);
+        click(smallRow, QStringLiteral("coreMLLoad"));
         QVERIFY(shows(smallRow, QStringLiteral("coreMLLoading")) && shows(smallRow, QStringLiteral("coreMLProgress")));
         QVERIFY(waitFor([&] { return server.held() == 1; }));
         server.release();
         QVERIFY(waitFor([&] { return store.coreMLInstalled().contains(small.id); }));
         QVERIFY(shows(smallRow, QStringLiteral("coreMLActive")) && !shows(smallRow, QStringLiteral("coreMLLoading")));
-        QTest::mouseClick(child<QToolButton>(smallRow, QStringLiteral("coreMLRemove")), Qt::LeftButton);
+        click(smallRow, QStringLiteral("coreMLRemove"));
         QVERIFY(!store.coreMLInstalled().contains(small.id));
         QVERIFY(shows(smallRow, QStringLiteral("coreMLLoad")));
 
+        // A failed download (no file on the server) leaves the row as it was.
         ModelRow *largeRow = rowOf(&list, large);
-        QTest::mouseClick(child<QToolButton>(largeRow, QStringLiteral("load")), Qt::LeftButton);
+        click(largeRow, QStringLiteral("load"));
         QVERIFY(waitFor([&] { return store.downloading().isEmpty(); }));
         QVERIFY(largeRow->state() == ModelRow::State::available);
         QVERIFY(shows(largeRow, QStringLiteral("load")) && shows(largeRow, QStringLiteral("note")));
 
         // Deleting the chosen model hands the choice on; with none left it falls back to Small.
-        QTest::mouseClick(child<QToolButton>(baseRow, QStringLiteral("trash")), Qt::LeftButton);
+        click(baseRow, QStringLiteral("trash"));
         QVERIFY(!QFile::exists(modelsDir() + u'/' + base.fileName));
         QCOMPARE(app.selectedModelId(), small.id);
         ModelRow *mediumRow = rowOf(&list, medium);
@@ -211,7 +202,7 @@ private slots:
         QVERIFY(mediumRow->state() == ModelRow::State::installed);
         smallRow->deleteModel();
         QCOMPARE(app.selectedModelId(), medium.id);
-        rowOf(&list, medium)->deleteModel();
+        mediumRow->deleteModel();
         QCOMPARE(app.selectedModelId(), QStringLiteral("small-q5_1"));
     }
 
@@ -221,61 +212,48 @@ private slots:
         app.setShowSettings(true);
         auto sheet = std::make_unique<SettingsSheet>(app);
         sheet->show();
-        auto field = [&](const char *key) {
-            return child<QLineEdit>(child<KeyField>(sheet.get(), QLatin1String(key)), QStringLiteral("field"));
-        };
-        QWidget *anthropic = child<KeyField>(sheet.get(), QStringLiteral("anthropicKey"));
-        QWidget *warning = child<QLabel>(sheet.get(), QStringLiteral("keyWarning"));
-        QVERIFY(!shows(anthropic, QStringLiteral("stored")));
-        QVERIFY(warning->isVisibleTo(sheet.get()));
-
-        QTest::keyClicks(field("anthropicKey"), QStringLiteral("sk-ant-dropped"));
-        QTest::mouseClick(child<QPushButton>(sheet.get(), QStringLiteral("close")), Qt::LeftButton);
+        QVERIFY(!shows(child(sheet.get(), QStringLiteral("anthropicKey")), QStringLiteral("stored")));
+        QVERIFY(shows(sheet.get(), QStringLiteral("keyWarning")));
+        QTest::keyClicks(keyField(sheet.get(), "anthropicKey"), QStringLiteral("sk-ant-dropped"));
+        click(sheet.get(), QStringLiteral("close"));
         QCOMPARE(sheet->result(), int(QDialog::Rejected));
         QVERIFY(!app.showSettings());
         QVERIFY(app.anthropicKey().isEmpty());
 
-        // "Speichern" (Return) stores a typed key, trimmed, and leaves an empty draft's key alone.
+        // Return stores a typed key, trimmed, and leaves an empty draft's key alone.
         app.saveOpenAIKey(QStringLiteral("sk-openai-kept"));
         sheet = std::make_unique<SettingsSheet>(app);
         sheet->show();
-        anthropic = child<KeyField>(sheet.get(), QStringLiteral("anthropicKey"));
-        QVERIFY(field("openaiKey")->text().isEmpty()); // a stored key is never shown
-        QTest::keyClicks(field("anthropicKey"), QStringLiteral(" sk-ant-saved "));
-        QTest::keyClick(field("anthropicKey"), Qt::Key_Return);
+        QVERIFY(keyField(sheet.get(), "openaiKey")->text().isEmpty()); // a stored key is never shown
+        QTest::keyClicks(keyField(sheet.get(), "anthropicKey"), QStringLiteral(" sk-ant-saved "));
+        QTest::keyClick(keyField(sheet.get(), "anthropicKey"), Qt::Key_Return);
         QCOMPARE(sheet->result(), int(QDialog::Accepted));
-        QCOMPARE(app.anthropicKey(), QStringLiteral("sk-ant-saved"));
         QCOMPARE(KeychainStore::load(QString(KeychainStore::anthropicAccount)).value_or(QString()),
                  QStringLiteral("sk-ant-saved"));
         QCOMPARE(app.openaiKey(), QStringLiteral("sk-openai-kept"));
-        QVERIFY(shows(anthropic, QStringLiteral("stored")));
+        QVERIFY(shows(child(sheet.get(), QStringLiteral("anthropicKey")), QStringLiteral("stored")));
 
         sheet = std::make_unique<SettingsSheet>(app);
         sheet->show();
-        QWidget *openai = child<KeyField>(sheet.get(), QStringLiteral("openaiKey"));
-        QTest::keyClicks(field("openaiKey"), QStringLiteral("draft"));
-        QTest::mouseClick(child<QPushButton>(openai, QStringLiteral("remove")), Qt::LeftButton);
+        QTest::keyClicks(keyField(sheet.get(), "openaiKey"), QStringLiteral("draft"));
+        click(child(sheet.get(), QStringLiteral("openaiKey")), QStringLiteral("remove"));
         QVERIFY(app.openaiKey().isEmpty());
         QVERIFY(!KeychainStore::load(QString(KeychainStore::openaiAccount)));
-        QVERIFY(field("openaiKey")->text().isEmpty());
+        QVERIFY(keyField(sheet.get(), "openaiKey")->text().isEmpty());
         QVERIFY(sheet->isVisible());
 
         auto *picker = child<QComboBox>(sheet.get(), QStringLiteral("aiModel"));
-        warning = child<QLabel>(sheet.get(), QStringLiteral("keyWarning"));
-        QVERIFY(!warning->isVisibleTo(sheet.get()));
+        QVERIFY(!shows(sheet.get(), QStringLiteral("keyWarning")));
         picker->setCurrentIndex(3);
         emit picker->activated(3);
         QCOMPARE(app.activeModelId(), QStringLiteral("gpt-4o"));
-        QVERIFY(warning->isVisibleTo(sheet.get()));
-        QCOMPARE(textOf(sheet.get(), QStringLiteral("keyWarning")),
-                 QStringLiteral("Für das aktive Modell ist noch kein OpenAI-Key hinterlegt."));
+        QVERIFY(shows(sheet.get(), QStringLiteral("keyWarning")));
 
         child<QCheckBox>(sheet.get(), QStringLiteral("liveSpeakers"))->click();
         QVERIFY(app.interviewLiveSpeakers());
         auto *language = child<QComboBox>(sheet.get(), QStringLiteral("appLanguage"));
         emit language->activated(language->findData(QStringLiteral("en")));
         QCOMPARE(app.appLanguage(), QStringLiteral("en"));
-        QCOMPARE(textOf(sheet.get(), QStringLiteral("save")), QStringLiteral("Save"));
         QCOMPARE(textOf(sheet.get(), QStringLiteral("keyWarning")),
                  QStringLiteral("No OpenAI key is stored for the active model yet."));
         app.setAppLanguage(QStringLiteral("system"));
@@ -288,41 +266,35 @@ private slots:
         QVERIFY(app.showOnboarding());
         OnboardingWizard wizard(app);
         wizard.show();
-        auto visible = [&](const char *name) { return shows(&wizard, QLatin1String(name)); };
         auto *next = child<QPushButton>(&wizard, QStringLiteral("next"));
-
-        QCOMPARE(wizard.step(), 0);
-        QVERIFY(!visible("back") && !visible("later"));
-        QCOMPARE(next->text(), QStringLiteral("Los geht's"));
+        QVERIFY(!shows(&wizard, QStringLiteral("back")) && !shows(&wizard, QStringLiteral("later")));
+        wizard.later(); // not on the welcome step
+        QVERIFY(app.showOnboarding());
         QTest::keyClick(&wizard, Qt::Key_Escape); // cannot be dismissed
         QTest::keyClick(&wizard, Qt::Key_Return);
         QVERIFY(wizard.isVisible());
         QCOMPARE(wizard.step(), 1);
 
-        QVERIFY(visible("back") && visible("later"));
+        // No model, no way on.
+        QVERIFY(shows(&wizard, QStringLiteral("back")) && shows(&wizard, QStringLiteral("later")));
         QVERIFY(!next->isEnabled());
-        QCOMPARE(textOf(&wizard, QStringLiteral("modelStatus")),
-                 QStringLiteral("Lade mindestens ein Modell, um fortzufahren."));
         wizard.next();
         QCOMPARE(wizard.step(), 1);
         install(small);
         app.modelStore()->refresh();
-        QVERIFY(next->isEnabled());
         next->click();
         QCOMPARE(wizard.step(), 2);
-        QVERIFY(!visible("later"));
+        QVERIFY(!shows(&wizard, QStringLiteral("later")));
 
-        auto *openai = child<QLineEdit>(child<KeyField>(&wizard, QStringLiteral("openaiKey")), QStringLiteral("field"));
-        QTest::keyClicks(openai, QStringLiteral("sk-wizard"));
+        // The typed key is stored on leaving the step, and again after going back.
+        QTest::keyClicks(keyField(&wizard, "openaiKey"), QStringLiteral("sk-wizard"));
         next->click();
         QCOMPARE(wizard.step(), 3);
         QCOMPARE(app.openaiKey(), QStringLiteral("sk-wizard"));
         app.saveOpenAIKey(QString());
         child<QPushButton>(&wizard, QStringLiteral("back"))->click();
-        QCOMPARE(wizard.step(), 2);
         next->click();
         QCOMPARE(app.openaiKey(), QStringLiteral("sk-wizard"));
-
         next->click();
         QVERIFY(!app.showOnboarding());
         QVERIFY(!wizard.isVisible());
@@ -334,10 +306,8 @@ private slots:
         AppModel app;
         OnboardingWizard wizard(app);
         wizard.show();
-        wizard.later(); // not on the welcome step
-        QVERIFY(app.showOnboarding());
         wizard.next();
-        child<QPushButton>(&wizard, QStringLiteral("later"))->click();
+        click(&wizard, QStringLiteral("later"));
         QVERIFY(!app.showOnboarding());
         QVERIFY(!wizard.isVisible());
         QCOMPARE(app.selectedModelId(), QStringLiteral("small-q5_1"));
@@ -347,17 +317,9 @@ private slots:
     {
         const QList<HelpSection> &german = HelpContent::german();
         const QList<HelpSection> &english = HelpContent::english();
-        QCOMPARE(german.size(), 15);
-        QCOMPARE(english.size(), 15);
-        for (int i = 0; i < 15; ++i) {
-            QCOMPARE(german[i].id, english[i].id);
-            QCOMPARE(german[i].icon, english[i].icon);
-        }
-
-        QCOMPARE(&HelpContent::book(HelpView::lang(QStringLiteral("de"))), &german);
-        for (const char *code : {"en", "fr", "sv"})
-            QCOMPARE(&HelpContent::book(HelpView::lang(QLatin1String(code))), &english);
-        QCOMPARE(HelpView::lang(QStringLiteral("system")), QStringLiteral("de"));
+        QCOMPARE(german.size(), english.size());
+        for (qsizetype i = 0; i < german.size(); ++i)
+            QVERIFY(german[i].id == english[i].id && german[i].icon == english[i].icon);
         QCOMPARE(HelpView::shown(german, QStringLiteral("no-such-topic"))->id, QStringLiteral("overview"));
         QVERIFY(!HelpView::shown({}, QStringLiteral("overview")));
 
@@ -366,21 +328,17 @@ private slots:
         HelpView help(app);
         help.show();
         QCOMPARE(help.selection().value_or(QString()), QStringLiteral("overview"));
-        auto *topics = child<QListWidget>(&help, QStringLiteral("topics"));
-        topics->setCurrentRow(2);
+        child<QListWidget>(&help, QStringLiteral("topics"))->setCurrentRow(2);
         QCOMPARE(help.selection().value_or(QString()), QStringLiteral("models"));
-
+        // The choice survives a change of book; French reads the English one.
         app.setAppLanguage(QStringLiteral("fr"));
         QCOMPARE(help.body()->section().title, QStringLiteral("Models & Neural Engine"));
         QCOMPARE(help.windowTitle(), QStringLiteral("Aide"));
-
         const auto labels = help.body()->findChildren<QLabel *>();
         const auto has = [&](const QString &fragment) {
             return std::any_of(labels.begin(), labels.end(), [&](QLabel *l) { return l->text().contains(fragment); });
         };
-        QVERIFY(has(QStringLiteral("<b>Small</b>")));
-        QVERIFY(!has(QStringLiteral("**")));
-        QVERIFY(help.body()->findChild<QWidget *>(QStringLiteral("tip")));
+        QVERIFY(has(QStringLiteral("<b>Small</b>")) && !has(QStringLiteral("**")));
         app.setAppLanguage(QStringLiteral("system"));
     }
 
@@ -408,12 +366,11 @@ private slots:
             symbols << section.icon;
         for (const QString &symbol : symbols) {
             const QImage image = Symbols::pixmap(symbol, 22, Qt::black).toImage();
-            QVERIFY2(!image.isNull(), qPrintable(symbol));
             int ink = 0;
             for (int y = 0; y < image.height(); ++y)
                 for (int x = 0; x < image.width(); ++x)
                     ink += qAlpha(image.pixel(x, y)) > 128;
-            // Drawn, and not a filled square: a one-colour symbol leaves space free.
+            // Drawn, and not a filled square.
             QVERIFY2(ink > 10 && ink < 22 * 22 * 9 / 10, qPrintable(symbol + u' ' + QString::number(ink)));
         }
     }
@@ -440,17 +397,13 @@ private slots:
         QTRY_VERIFY(note->palette().color(QPalette::WindowText).lightness() < 160);
 
         app.setAppLanguage(QStringLiteral("sv"));
-        QCOMPARE(textOf(rowOf(&sheet, WhisperModel::all().at(3)), QStringLiteral("load")), QStringLiteral("Ladda ned"));
+        QCOMPARE(textOf(rowOf(&sheet, large), QStringLiteral("load")), QStringLiteral("Ladda ned"));
         QCOMPARE(note->text(), QStringLiteral("Ett bra standardval."));
         QCOMPARE(textOf(&wizard, QStringLiteral("next")), QStringLiteral("Sätt igång"));
         app.setAppLanguage(QStringLiteral("system"));
         QCOMPARE(textOf(&wizard, QStringLiteral("next")), QStringLiteral("Los geht's"));
-    }
 
-    void aboutShowsLogoAndVersion()
-    {
         AboutView about;
-        about.show();
         QVERIFY(!child<QLabel>(&about, QStringLiteral("logo"))->pixmap().isNull());
         QCOMPARE(textOf(&about, QStringLiteral("version")), QStringLiteral("Version ") + QStringLiteral(SAGWERK_VERSION));
     }

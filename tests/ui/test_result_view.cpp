@@ -1,7 +1,7 @@
-// The result screen on the offscreen platform, over a real AppModel (in a throw-away
-// session) and real audio: seeking from the text, copy, export names and files, the
-// correction sheet and chips, refinement views. Also renders the screenshots.
+// The result screen offscreen, over a real AppModel in a throw-away session and real
+// audio. Also renders the screenshots.
 #include "Media.h"
+#include "Palettes.h"
 #include "Transcripts.h"
 
 #include "app/AppModel.h"
@@ -23,7 +23,6 @@
 #include <QPushButton>
 #include <QSet>
 #include <QSettings>
-#include <QStyle>
 #include <QTest>
 #include <QToolButton>
 
@@ -31,7 +30,6 @@
 
 namespace {
 
-// A file manager on the session bus of the test's throw-away session.
 class FakeFileManager : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.FileManager1")
@@ -85,6 +83,13 @@ protected:
         return item;
     }
 
+    static void expose(ResultView &view, QSize size = {900, 600})
+    {
+        view.resize(size);
+        view.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&view));
+    }
+
     AppModel app;
 };
 
@@ -95,10 +100,8 @@ TEST_F(ResultViewTest, TextSeeksThePlayerExactlyOrASecondEarly)
     const HistoryItem item = withAudio();
     app.setCurrent(item);
     ResultView view(app, nullptr);
-    view.resize(900, 600);
-    view.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&view));
-    ASSERT_EQ(view.player().loadedURL(), item.audioURL) << "the screen loads the audio on coming up";
+    expose(view);
+    ASSERT_EQ(view.player().loadedURL(), item.audioURL);
     EXPECT_FALSE(view.player().isPlaying());
 
     TranscriptTextView *text = view.textView();
@@ -106,8 +109,7 @@ TEST_F(ResultViewTest, TextSeeksThePlayerExactlyOrASecondEarly)
     ASSERT_GT(words.size(), 20);
     QTest::mouseClick(text->viewport(), Qt::LeftButton, {}, at(text, words[20].loc));
     EXPECT_EQ(view.player().currentTime(), words[20].ms / 1000.0);
-    // The click lit the word, without playing.
-    ASSERT_TRUE(text->coordinator().highlighted());
+    ASSERT_TRUE(text->coordinator().highlighted()) << "a click lights the word without playing";
     EXPECT_EQ(text->coordinator().highlighted()->loc, words[20].loc);
 
     QTest::mouseDClick(text->viewport(), Qt::LeftButton, {}, at(text, words[12].loc));
@@ -116,13 +118,6 @@ TEST_F(ResultViewTest, TextSeeksThePlayerExactlyOrASecondEarly)
     QTest::mouseDClick(text->viewport(), Qt::LeftButton, {}, at(text, words[0].loc));
     EXPECT_EQ(view.player().currentTime(), 0) << "clamped at the start";
 
-    view.player().seek(5);
-    text->setFocus();
-    QTest::keyClick(text, Qt::Key_Right, Qt::ShiftModifier);
-    QTest::keyClick(text, Qt::Key_Down, Qt::ShiftModifier);
-    EXPECT_EQ(view.player().currentTime(), 5) << "the keyboard never seeks";
-
-    // Going away pauses.
     view.player().togglePlay();
     EXPECT_TRUE(view.player().isPlaying());
     view.hide();
@@ -134,12 +129,9 @@ TEST_F(ResultViewTest, PlaysWithTheWordCursorInStep)
     ASSERT_FALSE(qEnvironmentVariable("PULSE_SERVER").isEmpty()) << "run under with-sound-server.sh";
     app.setCurrent(withAudio());
     ResultView view(app, nullptr);
-    view.resize(900, 600);
-    view.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&view));
+    expose(view);
     const Coordinator &text = view.textView()->coordinator();
 
-    // While it plays, each tick lights the word that the position has reached.
     QSet<qsizetype> lit;
     QObject::connect(&view.player(), &AudioPlayer::currentTimeChanged, &view, [&] {
         const auto i = TranscriptLayout::wordAt(text.wordAnchors(), TranscriptLines::currentMs(view.player().currentTime()),
@@ -191,14 +183,14 @@ TEST_F(ResultViewTest, ExportNamesFollowTheViewAndFilesHoldTheText)
         asked << name + u'|' + filter;
         return answer;
     });
-    answer = temp(QStringLiteral("a.txt"));
-    view.exportText();
-    answer = temp(QStringLiteral("a.srt"));
-    view.exportSubtitles();
-    answer = temp(QStringLiteral("a.pdf"));
-    view.exportPDF();
-    answer = temp(QStringLiteral("a.docx"));
-    view.exportDocx();
+    const auto save = [&](const char *file, void (ResultView::*action)()) {
+        answer = file ? temp(QLatin1String(file)) : QString();
+        (view.*action)();
+    };
+    save("a.txt", &ResultView::exportText);
+    save("a.srt", &ResultView::exportSubtitles);
+    save("a.pdf", &ResultView::exportPDF);
+    save("a.docx", &ResultView::exportDocx);
     EXPECT_EQ(asked, (QStringList{"Mühle am Fluss.txt|", "Mühle am Fluss.srt|", "Mühle am Fluss.pdf|PDF (*.pdf)",
                                   "Mühle am Fluss.docx|Word (*.docx)"}));
     EXPECT_EQ(contents(temp(QStringLiteral("a.txt"))), AppModel::plainText(item, true).toUtf8());
@@ -206,22 +198,19 @@ TEST_F(ResultViewTest, ExportNamesFollowTheViewAndFilesHoldTheText)
     EXPECT_TRUE(contents(temp(QStringLiteral("a.pdf"))).startsWith("%PDF"));
     EXPECT_TRUE(contents(temp(QStringLiteral("a.docx"))).startsWith("PK"));
 
-    // In a refinement view the text files carry its level; subtitles stay the segments'.
+    // A refinement's text files carry its level; subtitles stay the segments'.
     asked.clear();
     view.setSelectedView(2);
-    answer = temp(QStringLiteral("b.txt"));
-    view.exportText();
-    answer = temp(QStringLiteral("b.srt"));
-    view.exportSubtitles();
+    save("b.txt", &ResultView::exportText);
+    save("b.srt", &ResultView::exportSubtitles);
     EXPECT_EQ(asked, (QStringList{"Mühle am Fluss-stufe2.txt|", "Mühle am Fluss.srt|"}));
     EXPECT_EQ(contents(temp(QStringLiteral("b.txt"))), item.smoothed[2].toUtf8());
     EXPECT_EQ(contents(temp(QStringLiteral("b.srt"))), AppModel::srt(item).toUtf8());
 
     // A cancelled panel writes nothing.
     const QStringList before = QDir(QDir::tempPath()).entryList(QDir::Files);
-    answer.clear();
-    view.exportText();
-    view.exportPDF();
+    save(nullptr, &ResultView::exportText);
+    save(nullptr, &ResultView::exportPDF);
     EXPECT_EQ(QDir(QDir::tempPath()).entryList(QDir::Files), before);
 
     // The menu: subtitles need segments, the file manager a bundle.
@@ -249,7 +238,7 @@ TEST_F(ResultViewTest, RefinementsAndAnotherItemChangeTheView)
     view.setShowTimestamps(false);
     auto *timestamps = view.findChild<QCheckBox *>();
 
-    // A finished refinement is shown at once, the highest level, with the switch off.
+    // A finished refinement shows at once, the highest level, with the switch off.
     item.smoothed.insert(3, QStringLiteral("drei"));
     item.smoothed.insert(2, QStringLiteral("zwei"));
     app.setCurrent(item);
@@ -257,14 +246,12 @@ TEST_F(ResultViewTest, RefinementsAndAnotherItemChangeTheView)
     EXPECT_FALSE(timestamps->isEnabled());
     EXPECT_EQ(view.currentText(), QStringLiteral("drei"));
 
-    // A selection in the plain refined text does not reach the screen.
     view.setSelectedView(0);
     EXPECT_TRUE(timestamps->isEnabled());
     view.setSelectedView(1);
     EXPECT_FALSE(timestamps->isEnabled()) << "disabled for a level that is not there";
     EXPECT_EQ(view.currentText(), QString());
 
-    // Another item starts the screen afresh.
     app.setCurrent(withAudio(2));
     EXPECT_EQ(view.selectedView(), 0);
     EXPECT_TRUE(view.showTimestamps());
@@ -319,7 +306,7 @@ TEST_F(ResultViewTest, CorrectionSheetCountsPreviewsAndSavesAChip)
     EXPECT_TRUE(view.textView()->document()->toPlainText().contains(QStringLiteral("Die Mühlrad steht")));
     EXPECT_TRUE(view.textView()->document()->toPlainText().contains(QStringLiteral("Mühlen und MÜHLE")));
 
-    // The chip removes its rule, and the text is restored.
+    // The chip removes its rule.
     auto *remove = button<QToolButton>(view, QStringLiteral("Korrektur entfernen"));
     ASSERT_NE(remove, nullptr);
     remove->click();
@@ -360,14 +347,12 @@ TEST_F(ResultViewTest, RevealsTheBundleThroughTheFileManager)
 
 TEST(PlayerBar, TimesCountTotalMinutes)
 {
-    EXPECT_EQ(PlayerBar::timeText(0), QStringLiteral("0:00"));
-    EXPECT_EQ(PlayerBar::timeText(59.999), QStringLiteral("0:59")) << "cut, not rounded";
-    EXPECT_EQ(PlayerBar::timeText(3903.5), QStringLiteral("65:03"));
-    EXPECT_EQ(PlayerBar::timeText(-2), QStringLiteral("0:00"));
+    for (auto [seconds, text] : {std::pair{0.0, "0:00"}, {59.999, "0:59"}, {3903.5, "65:03"}, {-2.0, "0:00"}})
+        EXPECT_EQ(PlayerBar::timeText(seconds), QLatin1String(text)) << seconds;
 }
 
-// Renders the screen with a long transcript, two corrections and the cursor lit, in a
-// light and a dark palette, to $SAGWERK_SCREENSHOTS (or the temporary folder).
+// The screen with a long transcript, two corrections and the cursor lit, light and dark,
+// to $SAGWERK_SCREENSHOTS (or the temporary folder).
 TEST_F(ResultViewTest, Screenshots)
 {
     QString folder = qEnvironmentVariable("SAGWERK_SCREENSHOTS");
@@ -379,55 +364,38 @@ TEST_F(ResultViewTest, Screenshots)
     item.fileName = QStringLiteral("Interview mit Herrn Schäfer über die alte Mühle am Fluss, Teil 2.m4a");
     item.corrections << Correction{QUuid::createUuid(), QStringLiteral("Schäfer"), QStringLiteral("Schaefer"), true, true}
                      << Correction{QUuid::createUuid(), QStringLiteral("Wasserrad"), QStringLiteral("Mühlrad"), false, false};
-    const QPalette light = QApplication::style()->standardPalette();
-    QPalette dark = light;
-    const QList<std::pair<QPalette::ColorRole, QColor>> darkColors{
-        {QPalette::Window, QColor(40, 40, 42)},          {QPalette::WindowText, QColor(236, 236, 236)},
-        {QPalette::Base, QColor(30, 30, 32)},            {QPalette::AlternateBase, QColor(46, 46, 48)},
-        {QPalette::Text, QColor(236, 236, 236)},         {QPalette::Button, QColor(58, 58, 60)},
-        {QPalette::ButtonText, QColor(236, 236, 236)},   {QPalette::PlaceholderText, QColor(152, 152, 157)},
-        {QPalette::Highlight, QColor(10, 132, 255)},     {QPalette::Accent, QColor(10, 132, 255)},
-        {QPalette::HighlightedText, Qt::white},          {QPalette::Mid, QColor(70, 70, 72)},
-        {QPalette::Light, QColor(80, 80, 82)},           {QPalette::Dark, QColor(20, 20, 22)},
-    };
-    for (const auto &[role, color] : darkColors)
-        dark.setColor(role, color);
-
-    // A desktop session names its icon theme and where it lies; the offscreen platform does not.
+    item.smoothed.insert(1, QStringLiteral("Leicht geglättet."));
+    // The offscreen platform names no icon theme.
     const QStringList iconPaths = QIcon::themeSearchPaths();
     QIcon::setThemeSearchPaths(iconPaths + QStringList{QStringLiteral("/usr/share/icons")});
-    item.smoothed.insert(1, QStringLiteral("Leicht geglättet."));
-    for (const auto &[name, palette] : {std::pair{"light", light}, std::pair{"dark", dark}}) {
-        QApplication::setPalette(palette);
-        QIcon::setThemeName(name == std::string_view("dark") ? QStringLiteral("breeze-dark") : QStringLiteral("breeze"));
+    for (const bool dark : {false, true}) {
+        const QString name = dark ? QStringLiteral("dark") : QStringLiteral("light");
+        QApplication::setPalette(dark ? Palettes::dark() : Palettes::light());
+        QIcon::setThemeName(dark ? QStringLiteral("breeze-dark") : QStringLiteral("breeze"));
         app.setCurrent(item);
         ResultView view(app, nullptr);
-        view.resize(1000, 700);
-        view.show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(&view));
-        // Light a word in the third line, as after a click.
+        expose(view, {1000, 700});
         view.player().seek(item.result.segments[2].words[4].startMs / 1000.0);
         QTest::qWait(50);
         QTextCursor c(view.textView()->document());
-        const qsizetype from = view.textView()->document()->toPlainText().indexOf(QStringLiteral("Mehl"));
-        c.setPosition(from);
+        c.setPosition(view.textView()->document()->toPlainText().indexOf(QStringLiteral("Mehl")));
         c.movePosition(QTextCursor::EndOfWord, QTextCursor::KeepAnchor);
         view.textView()->setTextCursor(c);
         const QImage image = view.grab().toImage();
         EXPECT_EQ(image.width(), 1000);
-        EXPECT_TRUE(image.save(folder + QStringLiteral("/result-%1.png").arg(QLatin1String(name))));
+        EXPECT_TRUE(image.save(folder + QStringLiteral("/result-%1.png").arg(name)));
 
         view.openCorrectionSheet(QStringLiteral("Mühle"));
         auto *sheet = view.findChild<CorrectionSheet *>();
         ASSERT_NE(sheet, nullptr);
         sheet->findChildren<QLineEdit *>()[1]->setText(QStringLiteral("Mühlrad"));
         QTest::qWait(20); // new preview lines show with the next turn of the event loop
-        EXPECT_TRUE(sheet->grab().save(folder + QStringLiteral("/correction-%1.png").arg(QLatin1String(name))));
+        EXPECT_TRUE(sheet->grab().save(folder + QStringLiteral("/correction-%1.png").arg(name)));
         sheet->close();
     }
     QIcon::setThemeName(QString());
     QIcon::setThemeSearchPaths(iconPaths);
-    QApplication::setPalette(light);
+    QApplication::setPalette(Palettes::light());
 }
 
 #include "test_result_view.moc"

@@ -1,43 +1,60 @@
-// The main window offscreen, against the real application state: which screen the detail
-// area shows, the enabled rules of the toolbar and the setup, deleting, the sidebar, the
-// alert, the open panel, a drop, and a change of the interface language.
+// The main window against the real application state: offscreen, and the whole road of a
+// file on a real display server (Xvfb).
 #include "ShellFixture.h"
 
-#include "app/LanguageManager.h"
-#include "app/MediaTypes.h"
 #include "engine/ModelStore.h"
-#include "export/Format.h"
+#include "ui/BusyView.h"
 #include "ui/ContentView.h"
 #include "ui/DetailPane.h"
 #include "ui/DropZone.h"
 #include "ui/MainWindow.h"
 #include "ui/SagwerkApp.h"
 #include "ui/Sidebar.h"
+#include "ui/SystemMonitor.h"
 #include "ui/TranscribeSetupView.h"
 
 #include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDialog>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QListWidget>
 #include <QMenu>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
-#include <QToolBar>
 
 namespace {
 
 using Screen = DetailPane::Screen;
 
-QPushButton *buttonLabelled(QMessageBox *box, const QString &text)
+QAbstractButton *buttonLabelled(QMessageBox *box, const QString &text)
 {
-    for (QAbstractButton *button : box->buttons()) {
+    for (QAbstractButton *button : box->buttons())
         if (button->text() == text)
-            return qobject_cast<QPushButton *>(button);
-    }
+            return button;
     return nullptr;
+}
+
+// Drags `files` onto the zone and drops them there: true when the zone took both and lit
+// up while the drag hovered.
+bool drop(QWidget *screen, const QStringList &files)
+{
+    auto *zone = qobject_cast<DropZone *>(screen);
+    if (!zone)
+        return false;
+    QList<QUrl> urls;
+    for (const QString &file : files)
+        urls << QUrl::fromLocalFile(file);
+    QMimeData data;
+    data.setUrls(urls);
+    const QPoint at = zone->rect().center();
+    QDragEnterEvent enter(at, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(zone, &enter);
+    const bool lit = zone->targeted();
+    QDropEvent dropped(QPointF(at), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(zone, &dropped);
+    return enter.isAccepted() && lit && dropped.isAccepted() && !zone->targeted();
 }
 
 TranscribeSetupView *setupOf(ContentView &view)
@@ -49,12 +66,8 @@ TranscribeSetupView *setupOf(ContentView &view)
 
 TEST_F(ShellTest, DetailAreaShowsTheFirstScreenWhoseConditionHolds)
 {
-    // interviewActive, isBusy, pending, current: each beats everything after it.
     EXPECT_EQ(DetailPane::screenFor(true, true, true, true), Screen::interview);
     EXPECT_EQ(DetailPane::screenFor(false, true, true, true), Screen::busy);
-    EXPECT_EQ(DetailPane::screenFor(false, false, true, true), Screen::setup);
-    EXPECT_EQ(DetailPane::screenFor(false, false, false, true), Screen::result);
-    EXPECT_EQ(DetailPane::screenFor(false, false, false, false), Screen::drop);
 
     addBundle(QStringLiteral("a.m4a"), QDateTime::currentDateTime().addDays(-1));
     addBundle(QStringLiteral("b.m4a"), QDateTime::currentDateTime());
@@ -75,19 +88,16 @@ TEST_F(ShellTest, DetailAreaShowsTheFirstScreenWhoseConditionHolds)
     app.addCorrection(app.history().at(1).id, QStringLiteral("Hallo"), QStringLiteral("Hi"), false, false);
     EXPECT_EQ(pane.screenWidget(), second);
 
-    // Staging while a result is on show: the setup wins.
     app.stage(QStringLiteral("/x/c.mp3"));
     EXPECT_EQ(pane.screen(), Screen::setup);
     app.setCurrent(app.history().at(0));
     EXPECT_EQ(pane.screen(), Screen::setup) << "pending wins over current";
 
-    // "Neu" goes back to the drop zone and leaves the history alone.
     pane.newAction()->trigger();
     EXPECT_EQ(pane.screen(), Screen::drop);
     EXPECT_FALSE(app.pending() || app.current());
     EXPECT_EQ(app.history().size(), 2);
 
-    // The interview screen, with the toolbar still active.
     app.stageInterview();
     app.startPending();
     EXPECT_EQ(pane.screen(), Screen::interview);
@@ -109,7 +119,7 @@ TEST_F(ShellTest, ToolbarAndSetupFollowTheirEnabledRules)
     EXPECT_TRUE(pane.newAction()->isEnabled());
     EXPECT_TRUE(pane.deleteAction()->isEnabled());
 
-    // No model: the drop zone and the setup point to the settings, and nothing starts.
+    // No model: the drop zone and the setup point to the settings.
     pane.newAction()->trigger();
     auto *zone = qobject_cast<DropZone *>(pane.screenWidget());
     ASSERT_TRUE(zone);
@@ -140,14 +150,13 @@ TEST_F(ShellTest, ToolbarAndSetupFollowTheirEnabledRules)
     EXPECT_EQ(app.selectedModelId(), QStringLiteral("base-q5_1")) << "the setup corrects it when it appears";
     setup = setupOf(view);
 
-    // Speaker options bind to the settings; the count shows only with detection on and keeps its value.
+    // The count shows only with detection on, and keeps its value.
     EXPECT_TRUE(setup->rowShown(QStringLiteral("Sprechererkennung")));
     EXPECT_FALSE(setup->rowShown(QStringLiteral("Anzahl Sprecher")));
     setup->speakerSwitch()->click();
     EXPECT_TRUE(app.speakerDetection());
     EXPECT_TRUE(setup->rowShown(QStringLiteral("Anzahl Sprecher")));
     QComboBox *count = setup->speakerCountPicker();
-    ASSERT_EQ(count->count(), 6);
     count->setCurrentIndex(1);
     emit count->activated(1);
     EXPECT_EQ(app.speakerCount(), 2);
@@ -155,7 +164,6 @@ TEST_F(ShellTest, ToolbarAndSetupFollowTheirEnabledRules)
     EXPECT_FALSE(setup->rowShown(QStringLiteral("Anzahl Sprecher")));
     EXPECT_EQ(app.speakerCount(), 2);
 
-    // An interview has its own speaker switch and no count.
     app.stageInterview();
     setup = setupOf(view);
     ASSERT_TRUE(setup);
@@ -212,21 +220,19 @@ TEST_F(ShellTest, SidebarAlertAndLanguage)
     QListWidget *list = sidebar.historyList();
     ASSERT_EQ(list->count(), 1);
 
-    // A click shows the item; clearing the current item clears the selection.
     list->setCurrentRow(0);
     ASSERT_TRUE(app.current().has_value());
     EXPECT_EQ(app.current()->fileName, QStringLiteral("Interview.m4a"));
     app.setCurrent(std::nullopt);
     EXPECT_TRUE(list->selectedItems().isEmpty());
 
-    // The alert shows the message and clears it when dismissed.
     app.setErrorMessage(QStringLiteral("Etwas ging schief."));
     ASSERT_TRUE(waitFor([&] { return view.errorAlert() != nullptr; }));
     EXPECT_EQ(view.errorAlert()->informativeText(), QStringLiteral("Etwas ging schief."));
     buttonLabelled(view.errorAlert(), QStringLiteral("OK"))->click();
     EXPECT_FALSE(app.errorMessage().has_value());
 
-    // Another language reaches the open window at once; the date keeps its German form.
+    // Another language reaches the open window at once; the date keeps its form.
     app.setAppLanguage(QStringLiteral("en"));
     QCoreApplication::processEvents();
     EXPECT_EQ(view.detailPane()->newAction()->text(), QStringLiteral("New"));
@@ -240,11 +246,6 @@ TEST_F(ShellTest, SidebarAlertAndLanguage)
 
 TEST_F(ShellTest, OpenPanelAndDropStageTheFirstFile)
 {
-    const QStringList patterns = MediaTypes::patterns();
-    for (const char *ext : {"m4a", "mp3", "wav", "flac", "ogg", "opus", "mp4", "mov", "mkv", "webm", "avi", "3gp"})
-        EXPECT_TRUE(patterns.contains(QStringLiteral("*.") + QLatin1String(ext))) << ext;
-    EXPECT_EQ(patterns.size(), QSet<QString>(patterns.begin(), patterns.end()).size());
-
     AppModel app;
     ContentView view(app);
     view.show();
@@ -264,29 +265,15 @@ TEST_F(ShellTest, OpenPanelAndDropStageTheFirstFile)
     ASSERT_TRUE(app.pending().has_value());
     EXPECT_EQ(std::get<PendingItem::File>(app.pending()->kind).name, QStringLiteral("Vortrag.mkv"));
 
-    // A drop: the zone lights up while the drag hovers, and the first file is staged
-    // whatever its type.
+    // The first file is staged whatever its type.
     app.setPending(std::nullopt);
-    zone = qobject_cast<DropZone *>(view.detailPane()->screenWidget());
-    ASSERT_TRUE(zone);
-    QMimeData data;
-    data.setUrls({QUrl::fromLocalFile(QStringLiteral("/x/notes.txt")), QUrl::fromLocalFile(QStringLiteral("/x/b.mp3"))});
-    const QPoint at = zone->rect().center();
-    QDragEnterEvent enter(at, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(zone, &enter);
-    EXPECT_TRUE(enter.isAccepted());
-    EXPECT_TRUE(zone->targeted());
-    QDropEvent drop(QPointF(at), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(zone, &drop);
-    EXPECT_TRUE(drop.isAccepted()) << "taken at once";
-    EXPECT_FALSE(zone->targeted());
+    EXPECT_TRUE(drop(view.detailPane()->screenWidget(), {QStringLiteral("/x/notes.txt"), QStringLiteral("/x/b.mp3")}));
     ASSERT_TRUE(waitFor([&] { return app.pending().has_value(); }));
     EXPECT_EQ(std::get<PendingItem::File>(app.pending()->kind).url, QStringLiteral("/x/notes.txt"));
 }
 
 TEST_F(ShellTest, WindowsOpenOnceAndSheetsFollowTheirFlags)
 {
-    // A first start without a model: the wizard covers the window at once.
     QSettings(QStringLiteral("Morvane"), QStringLiteral("Sagwerk")).remove(Settings::onboardingDone);
     SagwerkApp sagwerk;
     AppModel &app = sagwerk.model();
@@ -295,13 +282,12 @@ TEST_F(ShellTest, WindowsOpenOnceAndSheetsFollowTheirFlags)
     ContentView &view = *window->content();
     ASSERT_TRUE(app.showOnboarding());
     ASSERT_TRUE(waitFor([&] { return view.onboardingSheet() != nullptr; }));
-    // The wizard cannot be dismissed; finishing it closes the sheet.
     view.onboardingSheet()->reject();
     EXPECT_TRUE(app.showOnboarding());
     app.finishOnboarding();
     EXPECT_TRUE(waitFor([&] { return view.onboardingSheet() == nullptr; }));
 
-    // "help" and "about" open once each; asking again brings back the same window.
+    // Asking again brings back the same window.
     window->helpAction()->trigger();
     QWidget *help = sagwerk.window(QStringLiteral("help"));
     ASSERT_TRUE(help);
@@ -312,7 +298,6 @@ TEST_F(ShellTest, WindowsOpenOnceAndSheetsFollowTheirFlags)
     window->aboutAction()->trigger();
     QWidget *about = sagwerk.window(QStringLiteral("about"));
     ASSERT_TRUE(about);
-    EXPECT_EQ(about->minimumSize(), about->maximumSize()) << "the about window keeps its size";
 
     // A sheet opens with its flag and closes when the flag is cleared elsewhere.
     app.setShowRecorder(true);
@@ -320,10 +305,66 @@ TEST_F(ShellTest, WindowsOpenOnceAndSheetsFollowTheirFlags)
     app.setShowRecorder(false);
     EXPECT_TRUE(waitFor([&] { return view.recordSheet() == nullptr; }));
 
-    // Windows follow the interface language too.
     app.setAppLanguage(QStringLiteral("sv"));
     QCoreApplication::processEvents();
     EXPECT_EQ(help->windowTitle(), QStringLiteral("Hjälp"));
     EXPECT_EQ(window->aboutAction()->text(), QStringLiteral("Om Morvane…"));
     app.setAppLanguage(QStringLiteral("de"));
+}
+
+// A dropped and an opened file from the setup through the busy screen to the history.
+TEST_F(ShellTest, RoadFromDropAndOpenToHistory)
+{
+    ASSERT_EQ(QGuiApplication::platformName(), QStringLiteral("xcb")) << "meant for a real display server";
+    installBase();
+    const QString dropped = Media::tone(QStringLiteral("wav"), 3.0);
+    const QString opened = Media::tone(QStringLiteral("mp3"), 2.0);
+
+    SagwerkApp sagwerk;
+    AppModel &app = sagwerk.model();
+    MainWindow *window = sagwerk.mainWindow();
+    window->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(window));
+    DetailPane &pane = *window->content()->detailPane();
+    QListWidget *rows = window->content()->sidebar()->historyList();
+
+    ASSERT_TRUE(drop(pane.screenWidget(), {dropped}));
+    ASSERT_TRUE(waitFor([&] { return pane.screen() == DetailPane::Screen::setup; }));
+    auto *setup = qobject_cast<TranscribeSetupView *>(pane.screenWidget());
+    ASSERT_TRUE(setup);
+    ASSERT_TRUE(setup->startButton()->isEnabled());
+
+    QTest::mouseClick(setup->startButton(), Qt::LeftButton);
+    ASSERT_TRUE(app.isBusy()) << (app.errorMessage() ? app.errorMessage()->toStdString() : "");
+    auto *busy = qobject_cast<BusyView *>(pane.screenWidget());
+    ASSERT_TRUE(busy);
+    EXPECT_TRUE(busy->monitor()->isSampling());
+    EXPECT_FALSE(pane.newAction()->isEnabled() || pane.openAction()->isEnabled());
+    EXPECT_TRUE(pane.settingsAction()->isEnabled());
+    EXPECT_TRUE(busy->statusText().startsWith(QStringLiteral("Transkribiere… ")));
+
+    ASSERT_TRUE(waitFor([&] { return !app.isBusy(); }, 120000));
+    ASSERT_FALSE(app.errorMessage().has_value()) << app.errorMessage()->toStdString();
+    ASSERT_EQ(app.history().size(), 1);
+    EXPECT_EQ(app.history().at(0).fileName, QStringLiteral("tone-3s.wav"));
+    EXPECT_EQ(rows->count(), 1);
+    EXPECT_EQ(pane.screen(), DetailPane::Screen::result);
+    EXPECT_EQ(rows->currentRow(), 0);
+
+    // Open, then Return starts.
+    app.setFilePanel([&] { return std::optional<QString>(opened); });
+    pane.openAction()->trigger();
+    setup = qobject_cast<TranscribeSetupView *>(pane.screenWidget());
+    ASSERT_TRUE(setup);
+    window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+    setup->startButton()->setFocus();
+    QTest::keyClick(setup->startButton(), Qt::Key_Return);
+    ASSERT_TRUE(waitFor([&] { return app.isBusy() || !app.history().isEmpty(); }));
+    ASSERT_TRUE(waitFor([&] { return !app.isBusy(); }, 120000));
+    ASSERT_EQ(app.history().size(), 2);
+    EXPECT_EQ(app.history().at(0).fileName, QStringLiteral("tone-2s.mp3"));
+    EXPECT_EQ(rows->count(), 2);
+    EXPECT_EQ(pane.screen(), DetailPane::Screen::result);
+    EXPECT_EQ(app.current()->id, app.history().at(0).id);
 }

@@ -1,5 +1,4 @@
-// The transcript surface with real mouse and key events on the offscreen platform: which
-// selection changes seek, the word cursor in the document, the key rule, the menu entry.
+// The transcript surface with real mouse and key events on the offscreen platform.
 #include "Transcripts.h"
 
 #include "review/TranscriptLines.h"
@@ -48,7 +47,6 @@ protected:
         view.refresh(v);
     }
 
-    // The middle of the character at `position`, in viewport coordinates.
     QPoint at(qsizetype position)
     {
         QTextCursor c(view.document());
@@ -62,6 +60,14 @@ protected:
     {
         QMouseEvent e(type, pos, view.viewport()->mapToGlobal(pos), button, buttons, Qt::NoModifier);
         QApplication::sendEvent(view.viewport(), &e);
+    }
+
+    void select(qsizetype from, qsizetype to)
+    {
+        QTextCursor c(view.document());
+        c.setPosition(from);
+        c.setPosition(to, QTextCursor::KeepAnchor);
+        view.setTextCursor(c);
     }
 
     const TranscriptLayout::WordAnchor &word(int i) { return view.coordinator().wordAnchors()[i]; }
@@ -78,21 +84,19 @@ protected:
 
 TEST_F(TextViewTest, ClickSeeksExactlySelectionNotExactlyKeyboardNever)
 {
-    // The document holds exactly the laid-out text, so its positions are the anchors'.
     EXPECT_EQ(view.document()->toPlainText(),
               TranscriptLayout::build(TranscriptLines::originalLines(result), true, {}).text);
 
-    // A click within a word seeks to that word, exactly; again on the same place, again.
+    // A click seeks exactly, also twice on the same place; the time column to the line.
     QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, at(word(2).loc + 1));
     QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, at(word(2).loc + 1));
     EXPECT_EQ(seeks, (QList<Seek>{{word(2).ms, true}, {word(2).ms, true}}));
-    // The time column seeks to the line's start.
     seeks.clear();
     const qsizetype line2 = view.document()->findBlockByNumber(1).position();
     QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, at(line2 + 2));
     EXPECT_EQ(seeks, (QList<Seek>{{result.segments[1].startMs, true}}));
 
-    // A drag from one word to another seeks from the selection's start, not exactly.
+    // A drag or a double-click seeks from the selection's start, not exactly.
     seeks.clear();
     mouse(QEvent::MouseButtonPress, at(word(3).loc + 1), Qt::LeftButton, Qt::LeftButton);
     mouse(QEvent::MouseMove, at(word(4).loc + 2), Qt::NoButton, Qt::LeftButton);
@@ -103,7 +107,6 @@ TEST_F(TextViewTest, ClickSeeksExactlySelectionNotExactlyKeyboardNever)
     EXPECT_EQ(seeks.last(), (Seek{word(3).ms, false}));
     EXPECT_TRUE(selected.startsWith(view.document()->toPlainText().sliced(word(3).loc + 1, 3)));
 
-    // A double-click selects the word and seeks not exactly.
     seeks.clear();
     QTest::mouseDClick(view.viewport(), Qt::LeftButton, {}, at(word(6).loc + 1));
     ASSERT_FALSE(seeks.isEmpty());
@@ -119,9 +122,7 @@ TEST_F(TextViewTest, ClickSeeksExactlySelectionNotExactlyKeyboardNever)
     EXPECT_FALSE(selected.isEmpty());
     mouse(QEvent::MouseButtonPress, at(word(9).loc), Qt::RightButton, Qt::RightButton);
     mouse(QEvent::MouseButtonRelease, at(word(9).loc), Qt::RightButton, Qt::NoButton);
-    QTextCursor c(view.document());
-    c.setPosition(word(12).loc);
-    view.setTextCursor(c);
+    select(word(12).loc, word(12).loc);
     EXPECT_TRUE(seeks.isEmpty());
 }
 
@@ -139,17 +140,13 @@ TEST_F(TextViewTest, WordCursorLightsOneWordAndLeavesTheTextAlone)
     EXPECT_EQ(lit(), std::pair(word(5).loc, word(5).loc + word(5).length));
     EXPECT_EQ(view.extraSelections()[0].format.foreground().color(), view.palette().color(QPalette::Accent));
 
-    // The next word takes the light over; the text itself never changes.
     refresh(word(5).ms + 20, true);
     refresh(word(6).ms, true);
     EXPECT_EQ(lit(), std::pair(word(6).loc, word(6).loc + word(6).length));
     EXPECT_EQ(changes.size(), 0);
 
-    // A user's selection survives playback; a stopped player at the start shows no cursor.
-    QTextCursor selection(view.document());
-    selection.setPosition(word(1).loc);
-    selection.setPosition(word(2).loc + 2, QTextCursor::KeepAnchor);
-    view.setTextCursor(selection);
+    // A selection survives playback; a stopped player at the start shows no cursor.
+    select(word(1).loc, word(2).loc + 2);
     refresh(word(7).ms, true);
     refresh(word(8).ms, true);
     EXPECT_EQ(view.textCursor().selectionStart(), word(1).loc);
@@ -157,14 +154,12 @@ TEST_F(TextViewTest, WordCursorLightsOneWordAndLeavesTheTextAlone)
     refresh(0, false);
     EXPECT_FALSE(view.coordinator().highlighted());
     EXPECT_EQ(lit(), std::nullopt);
-}
 
-TEST_F(TextViewTest, ScrollsToTheWordOnlyWhilePlaying)
-{
+    // Only playback scrolls to the word.
     QScrollBar *bar = view.verticalScrollBar();
     bar->setValue(0);
     const int last = int(view.coordinator().wordAnchors().size()) - 1;
-    refresh(word(last).ms, false); // lit after a click: no scrolling
+    refresh(word(last).ms, false);
     EXPECT_EQ(bar->value(), 0);
     refresh(word(last - 1).ms, true);
     EXPECT_GT(bar->value(), 0);
@@ -176,16 +171,11 @@ TEST_F(TextViewTest, ScrollsToTheWordOnlyWhilePlaying)
 TEST_F(TextViewTest, RebuildsOnlyWhenTheKeyChanges)
 {
     const QString before = view.document()->toPlainText();
-    // New lines under the same key are not laid out.
     result = Transcripts::result(3, 4);
     refresh(0, false);
     EXPECT_EQ(view.document()->toPlainText(), before);
 
-    // A new key lays them out, clears the selection and reports an empty selected text.
-    QTextCursor c(view.document());
-    c.setPosition(5);
-    c.setPosition(20, QTextCursor::KeepAnchor);
-    view.setTextCursor(c);
+    select(5, 20);
     EXPECT_FALSE(selected.isEmpty());
     refresh(0, false, QStringLiteral("k2"), false);
     EXPECT_EQ(view.document()->toPlainText(), TranscriptLines::originalLines(result).constFirst().text
@@ -194,7 +184,7 @@ TEST_F(TextViewTest, RebuildsOnlyWhenTheKeyChanges)
     EXPECT_TRUE(selected.isEmpty());
     EXPECT_TRUE(seeks.isEmpty()) << "a rebuild never seeks";
 
-    // Corrections: the replaced text is marked green and underlined, and lost its anchor.
+    // A replaced text is underlined and has no anchor.
     corrections = {Correction{QUuid::createUuid(), result.segments[0].words[1].text, QStringLiteral("Mahlwerk"), true, false}};
     refresh(0, false, QStringLiteral("k3"), false);
     const qsizetype at = view.document()->toPlainText().indexOf(QStringLiteral("Mahlwerk"));
@@ -208,10 +198,7 @@ TEST_F(TextViewTest, RebuildsOnlyWhenTheKeyChanges)
 
 TEST_F(TextViewTest, ContextMenuOffersACorrectionOfTheSelection)
 {
-    QTextCursor c(view.document());
-    c.setPosition(word(1).loc - 1); // with the blank before it, which is trimmed
-    c.setPosition(word(1).loc + word(1).length, QTextCursor::KeepAnchor);
-    view.setTextCursor(c);
+    select(word(1).loc - 1, word(1).loc + word(1).length); // the blank before it is trimmed
     QContextMenuEvent event(QContextMenuEvent::Mouse, at(word(1).loc), view.viewport()->mapToGlobal(at(word(1).loc)));
     QApplication::sendEvent(view.viewport(), &event);
     QMenu *menu = nullptr;
