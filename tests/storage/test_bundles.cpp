@@ -1,4 +1,6 @@
 // Bundle folders on real files in a throwaway data folder.
+#include "Media.h"
+
 #include "app/HistoryItem.h"
 #include "storage/BundleStore.h"
 
@@ -62,19 +64,8 @@ QByteArray doc(const QString &createdAt, const std::function<void(QJsonObject &)
     return QJsonDocument(o).toJson();
 }
 
-void write(const QString &path, const QByteArray &content)
-{
-    QDir().mkpath(QFileInfo(path).path());
-    QFile f(path);
-    ASSERT_TRUE(f.open(QIODevice::WriteOnly)) << path.toStdString();
-    f.write(content);
-}
-
-QByteArray read(const QString &path)
-{
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
+using Media::read;
+using Media::write;
 
 QJsonObject document(const QString &bundle)
 {
@@ -116,16 +107,13 @@ protected:
 
 TEST(BundleFolderName, LocalDateAndASafeNameOfSixtyCharacters)
 {
-    EXPECT_EQ(folderName("Interview.mp3", january), local + "Interview");
-    EXPECT_EQ(folderName(" \t\u00a0 ", january), local + "Sagwerk");
-    EXPECT_EQ(folderName("Bericht.final.m4a", january), local + "Bericht.final");
-    EXPECT_EQ(folderName(R"(a//b\c:d?e%f*g|h"i<j>k.wav)", january), local + "a--b-c-d-e-f-g-h-i-j-k");
-    EXPECT_EQ(folderName(".hidden", january), local + ".hidden");
-
     // The cut comes first, then the trim; a cluster counts once and is never split.
-    EXPECT_EQ(folderName(QString(59, u'a') + u' ' + QString(10, u'b'), january), local + QString(59, u'a'));
     const QString kept = QString(56, u'x') + "👩‍👩‍👧‍👦" + "👍🏽" + "🇩🇪" + "e\u0301";
-    EXPECT_EQ(folderName(kept + "tail", january), local + kept);
+    const std::pair<QString, QString> names[] = {{"Interview.mp3", "Interview"}, {" \t\u00a0 ", "Sagwerk"},
+        {"Bericht.final.m4a", "Bericht.final"}, {R"(a//b\c:d?e%f*g|h"i<j>k.wav)", "a--b-c-d-e-f-g-h-i-j-k"},
+        {".hidden", ".hidden"}, {QString(59, u'a') + u' ' + QString(10, u'b'), QString(59, u'a')}, {kept + "tail", kept}};
+    for (const auto &[name, folder] : names)
+        EXPECT_EQ(folderName(name, january), local + folder);
 }
 
 TEST_F(Bundles, CreateWritesTheDocumentAndTheAudioCopy)
