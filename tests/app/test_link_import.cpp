@@ -62,7 +62,7 @@ protected:
 TEST_F(LinkImport, AFeedLinkBecomesAStagedJobAndThenATranscript)
 {
     installBase();
-    const QByteArray audio = Media::read(Media::tone(QStringLiteral("mp3")));
+    const QByteArray audio = Media::readFile(Media::tone(QStringLiteral("mp3")));
     ASSERT_GT(audio.size(), 10'000);
     server.answer("/feed", {.body = "<rss><channel><title>Sendung</title><item><title>Folge 7: Gäste</title>"
                                     "<enclosure url=\"" + at("media/episode").toUtf8() + "\" type=\"audio/mpeg\"/>"
@@ -105,7 +105,7 @@ TEST_F(LinkImport, AFeedLinkBecomesAStagedJobAndThenATranscript)
     EXPECT_EQ(file->name, QStringLiteral("Folge 7: Gäste"));
     EXPECT_TRUE(file->url.startsWith(QDir::tempPath() + u'/')) << file->url.toStdString();
     EXPECT_TRUE(file->url.endsWith(QStringLiteral(".mp3")));
-    EXPECT_TRUE(Media::read(file->url) == audio);
+    EXPECT_TRUE(Media::readFile(file->url) == audio);
 
     app.startPending();
     ASSERT_TRUE(app.isBusy());
@@ -115,7 +115,7 @@ TEST_F(LinkImport, AFeedLinkBecomesAStagedJobAndThenATranscript)
     const HistoryItem &item = app.history().first();
     EXPECT_EQ(item.fileName, QStringLiteral("Folge 7: Gäste"));
     ASSERT_TRUE(item.audioURL.has_value());
-    EXPECT_TRUE(Media::read(*item.audioURL) == audio);
+    EXPECT_TRUE(Media::readFile(*item.audioURL) == audio);
     EXPECT_EQ(app.current()->id, item.id);
 }
 

@@ -54,11 +54,11 @@ TEST(SystemLoad, GpuCounterOfTheFirstCardThatHasOne)
     // card0 has no counter (an integrated chip without one), a connector folder is not a
     // card, card2 comes after card10 in number order only.
     QDir(drm.path()).mkpath(QStringLiteral("card0/device"));
-    Media::write(drm.filePath(QStringLiteral("card0-DP-1/device/gpu_busy_percent")), "5\n");
-    Media::write(drm.filePath(QStringLiteral("card10/device/gpu_busy_percent")), "7\n");
-    Media::write(drm.filePath(QStringLiteral("card2/device/gpu_busy_percent")), "130\n");
+    Media::writeFile(drm.filePath(QStringLiteral("card0-DP-1/device/gpu_busy_percent")), "5\n");
+    Media::writeFile(drm.filePath(QStringLiteral("card10/device/gpu_busy_percent")), "7\n");
+    Media::writeFile(drm.filePath(QStringLiteral("card2/device/gpu_busy_percent")), "130\n");
     EXPECT_EQ(drmBusyPercent(drm.path()), 100.0) << "clamped to 100";
 
-    Media::write(drm.filePath(QStringLiteral("card2/device/gpu_busy_percent")), "garbage\n");
+    Media::writeFile(drm.filePath(QStringLiteral("card2/device/gpu_busy_percent")), "garbage\n");
     EXPECT_EQ(drmBusyPercent(drm.path()), 7.0);
 }

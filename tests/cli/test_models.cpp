@@ -10,7 +10,7 @@ TEST(CliModels, ListsTheCatalogueAndDownloadsOrSaysWhyNot)
 {
     const QString models = useThrowawayHome() + QStringLiteral("/.local/share/Sagwerk/models");
     QDir().mkpath(models + QStringLiteral("/ggml-medium-encoder.mlmodelc"));
-    Media::write(models + QStringLiteral("/ggml-small-q5_1.bin"), {});
+    Media::writeFile(models + QStringLiteral("/ggml-small-q5_1.bin"), {});
     ASSERT_TRUE(QFile::resize(models + QStringLiteral("/ggml-small-q5_1.bin"), 181 * 900'000 + 1));
 
     const CliRun list = cli({"models"});
@@ -33,7 +33,7 @@ TEST(CliModels, ListsTheCatalogueAndDownloadsOrSaysWhyNot)
     ASSERT_EQ(ok.status, 0) << ok.err.toStdString();
     EXPECT_EQ(ok.out, (models + QStringLiteral("/ggml-base-q5_1.bin\n")).toUtf8());
     EXPECT_TRUE(ok.err.isEmpty()) << "no progress bar when stderr is no terminal";
-    EXPECT_TRUE(Media::read(models + QStringLiteral("/ggml-base-q5_1.bin")) == body);
+    EXPECT_TRUE(Media::readFile(models + QStringLiteral("/ggml-base-q5_1.bin")) == body);
 
     const CliRun errorPage = cli({"download", "small-q5_1", "--from", from});
     EXPECT_EQ(errorPage.status, 1);

@@ -56,7 +56,7 @@ TEST(CliSaveExport, TranscribeIntoTheHistoryAndExportWithCorrections)
     // Subtitles always show the raw words.
     const QString outFile = QDir::tempPath() + "/../export.srt";
     EXPECT_EQ(cli({"export", folder, "--format", "srt", "--output", outFile}).status, 0);
-    EXPECT_EQ(QString::fromUtf8(Media::read(outFile)), TextForms::srt(item.result));
+    EXPECT_EQ(QString::fromUtf8(Media::readFile(outFile)), TextForms::srt(item.result));
     QFile::remove(outFile);
 
     const CliRun notABundle = cli({"export", QDir::tempPath(), "--format", "txt"});

@@ -27,7 +27,7 @@ TEST_F(CliLink, ALinkIsResolvedDownloadedAndTranscribed)
     server.answer("/feed", {.body = "<rss><channel><item><title>Die Folge</title><enclosure url=\""
                                     + at("media/folge").toUtf8() + "\"/></item></channel></rss>",
                             .contentType = "application/rss+xml"});
-    server.answer("/media/folge", {.body = Media::read(Media::tone(QStringLiteral("mp3"))), .contentType = "audio/mpeg"});
+    server.answer("/media/folge", {.body = Media::readFile(Media::tone(QStringLiteral("mp3"))), .contentType = "audio/mpeg"});
 
     const CliRun json = cli({"transcribe", at("feed"), "--model", Media::tinyModel(), "--language", "de"});
     ASSERT_EQ(json.status, 0) << json.err.toStdString();

@@ -99,7 +99,7 @@ TEST(EngineAudio, ExtractWavWritesTheFixedHeaderAndTheSamples)
 {
     const QString input = Media::tone(QStringLiteral("m4a"));
     const QString wav = Engine::extractWav(input);
-    const QByteArray bytes = Media::read(wav);
+    const QByteArray bytes = Media::readFile(wav);
     QFile::remove(wav);
     EXPECT_TRUE(wav.endsWith(QStringLiteral(".wav")));
     EXPECT_EQ(QFileInfo(wav).completeBaseName(), QFileInfo(wav).completeBaseName().toUpper());

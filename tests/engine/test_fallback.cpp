@@ -78,8 +78,8 @@ TEST_F(Fallback, ChildGetsExactlyTheFourteenArgumentsAndItsResultIsReadBack)
     const std::vector<float> samples = Engine::decodeTo16kMonoFloats(Media::textFileNamedMp3());
     EXPECT_NEAR(double(samples.size()), 32000.0, 50.0);
 
-    const QStringList args = QString::fromUtf8(Media::read(log)).split(u'\n').mid(0, 14);
-    ASSERT_EQ(QString::fromUtf8(Media::read(log)).count(u'\n'), 14);
+    const QStringList args = QString::fromUtf8(Media::readFile(log)).split(u'\n').mid(0, 14);
+    ASSERT_EQ(QString::fromUtf8(Media::readFile(log)).count(u'\n'), 14);
     EXPECT_EQ(args.mid(0, 5), (QStringList{"-hide_banner", "-loglevel", "error", "-y", "-i"}));
     EXPECT_EQ(args[5], Media::textFileNamedMp3());
     EXPECT_EQ(args.mid(6, 7), (QStringList{"-vn", "-ac", "1", "-ar", "16000", "-c:a", "pcm_s16le"}));

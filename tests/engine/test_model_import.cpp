@@ -252,7 +252,7 @@ TEST(ModelImport, RefusalsNameTheProblemAndLeaveNothing)
     EXPECT_EQ(refusal(dir.filePath(QStringLiteral("empty")), models), C::notAModel);
     // Another kind of CTranslate2 model.
     const QString translator = source(QStringLiteral("translator")) + QStringLiteral("/model.bin");
-    Media::write(translator, Media::read(translator).replace("WhisperSpec", "Transformer"));
+    Media::writeFile(translator, Media::readFile(translator).replace("WhisperSpec", "Transformer"));
     EXPECT_EQ(refusal(QFileInfo(translator).path(), models), C::notAModel);
 
     // Damaged files: cut short, a part missing, something appended.
@@ -266,13 +266,13 @@ TEST(ModelImport, RefusalsNameTheProblemAndLeaveNothing)
     EXPECT_EQ(refusal(gap + QStringLiteral("/model.bin.part1"), models, &text), C::broken);
     EXPECT_TRUE(text.contains(QStringLiteral("model.bin.part2"))) << text.toStdString();
     const QString longer = source(QStringLiteral("longer")) + QStringLiteral("/model.bin");
-    Media::write(longer, Media::read(longer) + "trailing");
+    Media::writeFile(longer, Media::readFile(longer) + "trailing");
     EXPECT_EQ(refusal(QFileInfo(longer).path(), models), C::broken);
 
     // A token list that does not belong to the weights.
     const QString mismatched = source(QStringLiteral("mismatched"));
-    const QByteArray lines = Media::read(mismatched + QStringLiteral("/vocabulary.txt"));
-    Media::write(mismatched + QStringLiteral("/vocabulary.txt"), lines.mid(lines.indexOf('\n') + 1));
+    const QByteArray lines = Media::readFile(mismatched + QStringLiteral("/vocabulary.txt"));
+    Media::writeFile(mismatched + QStringLiteral("/vocabulary.txt"), lines.mid(lines.indexOf('\n') + 1));
     QFile out(dir.filePath(QStringLiteral("mismatched.bin")));
     ASSERT_TRUE(out.open(QIODevice::WriteOnly));
     try {

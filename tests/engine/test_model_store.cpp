@@ -27,7 +27,7 @@ qint64 bound(const WhisperModel &model)
 
 void writeFile(const QString &path, qint64 size, const QByteArray &marker = "old model")
 {
-    Media::write(path, marker);
+    Media::writeFile(path, marker);
     ASSERT_TRUE(QFile::resize(path, size));
 }
 
@@ -45,7 +45,7 @@ QByteArray zipArchive(const QList<std::pair<QString, QByteArray>> &entries)
     python.start(QStringLiteral("python3"), args);
     python.waitForFinished(-1);
     EXPECT_EQ(python.exitCode(), 0) << python.readAllStandardError().toStdString();
-    const QByteArray zip = Media::read(path);
+    const QByteArray zip = Media::readFile(path);
     QFile::remove(path);
     return zip;
 }
@@ -122,7 +122,7 @@ TEST_F(ModelStoreTest, StartImportsTheDeveloperModelOnceAndStillChecksItsSize)
     writeFile(source, 1000, "developer copy");
     {
         ModelStore store;
-        EXPECT_EQ(Media::read(modelPath(small)).left(14), "developer copy");
+        EXPECT_EQ(Media::readFile(modelPath(small)).left(14), "developer copy");
         EXPECT_FALSE(store.installed().contains(small.id));
     }
     // With the target present a second start copies nothing.
@@ -151,12 +151,12 @@ TEST_F(ModelStoreTest, DownloadReplacesTheOldModelOnlyAtTheEnd)
         const QStringList entries = Media::temporaryEntries();
         return entries.size() == 1 && QFileInfo(QDir::temp().filePath(entries[0])).size() == body.size() / 2;
     }));
-    EXPECT_EQ(Media::read(modelPath(base)).left(9), "old model");
+    EXPECT_EQ(Media::readFile(modelPath(base)).left(9), "old model");
 
     server.release();
     waitForDownloads(store);
     EXPECT_EQ(server.hits(QStringLiteral("/ggml-base-q5_1.bin")), 1);
-    EXPECT_TRUE(Media::read(modelPath(base)) == body);
+    EXPECT_TRUE(Media::readFile(modelPath(base)) == body);
     EXPECT_TRUE(Media::temporaryEntries().isEmpty());
 
     ASSERT_GE(fractions.size(), 3);
@@ -186,8 +186,8 @@ TEST_F(ModelStoreTest, AnswersWithoutLengthOrWithAnErrorPageLandAsTheyAre)
     waitForDownloads(store);
     ASSERT_FALSE(fractions.isEmpty());
     EXPECT_EQ(fractions.count(0.0), fractions.size()) << "progress without a length";
-    EXPECT_TRUE(Media::read(modelPath(base)) == body);
-    EXPECT_TRUE(Media::read(modelPath(small)).contains("404 Not Found"));
+    EXPECT_TRUE(Media::readFile(modelPath(base)) == body);
+    EXPECT_TRUE(Media::readFile(modelPath(small)).contains("404 Not Found"));
     EXPECT_TRUE(store.installed().isEmpty());
     EXPECT_TRUE(Media::temporaryEntries().isEmpty());
 }
@@ -195,7 +195,7 @@ TEST_F(ModelStoreTest, AnswersWithoutLengthOrWithAnErrorPageLandAsTheyAre)
 TEST_F(ModelStoreTest, FailedOrAbandonedDownloadsKeepTheOldModelAndNoTemporaryFile)
 {
     writeFile(modelPath(base), bound(base) + 1);
-    const QByteArray old = Media::read(modelPath(base));
+    const QByteArray old = Media::readFile(modelPath(base));
     auto server = std::make_unique<LocalServer>();
     const QByteArray body = randomBytes(2'000'000);
     server->answer(QStringLiteral("/ggml-base-q5_1.bin"), {.body = body, .dropAfter = body.size() / 2});
@@ -209,7 +209,7 @@ TEST_F(ModelStoreTest, FailedOrAbandonedDownloadsKeepTheOldModelAndNoTemporaryFi
     waitForDownloads(*store);
     ASSERT_TRUE(store->errorMessage());
     EXPECT_EQ(messages, 1);
-    EXPECT_TRUE(Media::read(modelPath(base)) == old);
+    EXPECT_TRUE(Media::readFile(modelPath(base)) == old);
     EXPECT_TRUE(Media::temporaryEntries().isEmpty());
 
     // The store goes away while a download runs, as when the application quits.
@@ -249,7 +249,7 @@ TEST_F(ModelStoreTest, NeuralEnginePackagesAreUnpackedBesideTheModels)
     EXPECT_EQ(store.coreMLDownloading().size(), 1);
     waitForDownloads(store);
     EXPECT_EQ(server.hits(zipPath), 1);
-    EXPECT_EQ(Media::read(package + QStringLiteral("/coremldata.bin")), "first");
+    EXPECT_EQ(Media::readFile(package + QStringLiteral("/coremldata.bin")), "first");
     EXPECT_EQ(store.coreMLInstalled(), QSet<QString>{"base-q5_1"});
     EXPECT_TRUE(store.installed().isEmpty()) << "the model file got an error page";
 

@@ -88,7 +88,7 @@ TEST(Whisper, ModelFailuresHaveTheirOwnTextsAndCancelStopsEachMomentOfTheRoad)
     const QString model = Media::tinyModel();
     const QString audio = Media::tone(QStringLiteral("mp3"));
     const QString broken = QDir::tempPath() + QStringLiteral("/../broken-model.bin");
-    Media::write(broken, "ggml but not really a model");
+    Media::writeFile(broken, "ggml but not really a model");
     EXPECT_EQ(failure([&] { WhisperEngine::transcribe(toneSamples(), broken, QString(), nullptr, {}); }),
               QStringLiteral("Transkription fehlgeschlagen: Modell konnte nicht geladen werden"));
     QFile::remove(broken);

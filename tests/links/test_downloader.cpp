@@ -75,7 +75,7 @@ TEST(Downloader, NamesTheLocalFileByTheAnswer)
         ASSERT_TRUE(d.file) << d.error.value_or("").toStdString();
         EXPECT_EQ(QFileInfo(*d.file).absolutePath(), QFileInfo(QDir::tempPath()).absoluteFilePath());
         EXPECT_EQ(name.match(QFileInfo(*d.file).fileName()).captured(1), extension) << d.file->toStdString();
-        EXPECT_EQ(Media::read(*d.file) == body, QByteArray(path) != "missing.flac");
+        EXPECT_EQ(Media::readFile(*d.file) == body, QByteArray(path) != "missing.flac");
         QFile::remove(*d.file);
         if (QByteArray(path) == "files/vortrag") {
             ASSERT_FALSE(d.progress.isEmpty());

@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
+#include <QStandardPaths>
 
 #include <gtest/gtest.h>
 
@@ -24,14 +25,18 @@ QString folder()
     return dir;
 }
 
-QByteArray runFfmpeg(const QStringList &arguments)
+bool runFfmpeg(const QStringList &arguments, QByteArray *out = nullptr)
 {
     QProcess p;
     p.start(QStringLiteral("/usr/bin/ffmpeg"), QStringList{"-hide_banner", "-loglevel", "error", "-y"} + arguments);
     p.waitForFinished(-1);
-    if (p.exitStatus() != QProcess::NormalExit || p.exitCode() != 0)
+    if (out)
+        *out = p.readAllStandardOutput();
+    if (p.exitStatus() != QProcess::NormalExit || p.exitCode() != 0) {
         ADD_FAILURE() << "ffmpeg failed: " << p.readAllStandardError().toStdString();
-    return p.readAllStandardOutput();
+        return false;
+    }
+    return true;
 }
 
 } // namespace
@@ -47,12 +52,13 @@ QString make(const QString &name, const QStringList &arguments)
 QString tone(const QString &extension, double seconds)
 {
     const QString source = QStringLiteral("sine=frequency=440:sample_rate=48000:duration=%1").arg(seconds);
-    QStringList arguments{"-f", "lavfi", "-i", source, "-ac", "2", "-ar", "48000"};
+    QStringList codec;
     if (extension == QLatin1String("m4a"))
-        arguments << "-c:a" << "aac";
+        codec = {"-c:a", "aac"};
     else if (extension == QLatin1String("opus"))
-        arguments << "-c:a" << "libopus";
-    return make(QStringLiteral("tone-%1s.%2").arg(seconds).arg(extension), arguments);
+        codec = {"-c:a", "libopus"};
+    const QStringList input{"-f", "lavfi", "-i", source, "-ac", "2", "-ar", "48000"};
+    return make(QStringLiteral("tone-%1s.%2").arg(seconds).arg(extension), input + codec);
 }
 
 QString videoWithAudio()
@@ -70,21 +76,29 @@ QString videoWithoutAudio()
 
 QString emptyFile()
 {
-    write(folder() + QStringLiteral("/empty.m4a"), {});
-    return folder() + QStringLiteral("/empty.m4a");
+    const QString path = folder() + QStringLiteral("/empty.m4a");
+    QFile f(path);
+    EXPECT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    return path;
 }
 
 QString textFileNamedMp3()
 {
-    write(folder() + QStringLiteral("/notes.mp3"), "Dies ist keine Audiodatei, sondern eine Einkaufsliste.\n");
-    return folder() + QStringLiteral("/notes.mp3");
+    const QString path = folder() + QStringLiteral("/notes.mp3");
+    QFile f(path);
+    if (f.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        f.write("Dies ist keine Audiodatei, sondern eine Einkaufsliste.\n");
+    return path;
 }
 
 QString truncatedMp3()
 {
-    const QByteArray whole = read(tone(QStringLiteral("mp3"), 4.0));
-    write(folder() + QStringLiteral("/truncated.mp3"), whole.left(whole.size() / 2 + 37));
-    return folder() + QStringLiteral("/truncated.mp3");
+    const QString path = folder() + QStringLiteral("/truncated.mp3");
+    QFile whole(tone(QStringLiteral("mp3"), 4.0));
+    QFile cut(path);
+    if (whole.open(QIODevice::ReadOnly) && cut.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        cut.write(whole.read(whole.size() / 2 + 37));
+    return path;
 }
 
 QString tinyModel()
@@ -118,28 +132,33 @@ QStringList temporaryEntries()
 QString script(const QString &name, const QString &body)
 {
     const QString path = folder() + u'/' + name;
-    write(path, "#!/bin/sh\n" + body.toUtf8() + "\n");
-    QFile::setPermissions(path, QFile::permissions(path) | QFile::ExeOwner | QFile::ExeGroup | QFile::ExeOther);
+    QFile f(path);
+    EXPECT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    f.write("#!/bin/sh\n" + body.toUtf8() + "\n");
+    f.close();
+    f.setPermissions(f.permissions() | QFile::ExeOwner | QFile::ExeGroup | QFile::ExeOther);
     return path;
 }
 
-QByteArray read(const QString &path)
+QByteArray ffmpegPcm(const QString &path)
+{
+    QByteArray out;
+    runFfmpeg({"-i", path, "-vn", "-ac", "1", "-ar", "16000", "-f", "s16le", "-"}, &out);
+    return out;
+}
+
+QByteArray readFile(const QString &path)
 {
     QFile f(path);
     return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
 }
 
-void write(const QString &path, const QByteArray &content)
+void writeFile(const QString &path, const QByteArray &content)
 {
     QDir().mkpath(QFileInfo(path).path());
     QFile f(path);
     ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate)) << path.toStdString();
     f.write(content);
-}
-
-QByteArray ffmpegPcm(const QString &path)
-{
-    return runFfmpeg({"-i", path, "-vn", "-ac", "1", "-ar", "16000", "-f", "s16le", "-"});
 }
 
 } // namespace Media

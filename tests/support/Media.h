@@ -35,8 +35,8 @@ QStringList temporaryEntries();
 QString script(const QString &name, const QString &body);
 
 // The bytes of `path`, empty when it cannot be read; and a write that makes the folder.
-QByteArray read(const QString &path);
-void write(const QString &path, const QByteArray &content);
+QByteArray readFile(const QString &path);
+void writeFile(const QString &path, const QByteArray &content);
 
 // 16-bit PCM samples of `path` as the ffmpeg program decodes them to 16 kHz mono.
 QByteArray ffmpegPcm(const QString &path);
