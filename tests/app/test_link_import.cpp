@@ -10,12 +10,10 @@
 
 #include <QDir>
 #include <QElapsedTimer>
-#include <QThreadPool>
-#include <QFile>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QStandardPaths>
-#include <QTest>
+#include <QThreadPool>
 
 #include <gtest/gtest.h>
 
@@ -24,20 +22,6 @@ namespace {
 QString dataDir()
 {
     return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/Sagwerk");
-}
-
-QByteArray fileBytes(const QString &path)
-{
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
-
-LocalServer::Answer answer(const QByteArray &type, const QByteArray &body)
-{
-    LocalServer::Answer a;
-    a.contentType = type;
-    a.body = body;
-    return a;
 }
 
 class LinkImport : public ::testing::Test {
@@ -78,16 +62,14 @@ protected:
 TEST_F(LinkImport, AFeedLinkBecomesAStagedJobAndThenATranscript)
 {
     installBase();
-    const QByteArray audio = fileBytes(Media::tone(QStringLiteral("mp3")));
+    const QByteArray audio = Media::readFile(Media::tone(QStringLiteral("mp3")));
     ASSERT_GT(audio.size(), 10'000);
-    server.answer("/feed", answer("application/rss+xml",
-                                  "<rss><channel><title>Sendung</title><item><title>Folge 7: Gäste</title>"
-                                  "<enclosure url=\"" + at("media/episode").toUtf8() + "\" type=\"audio/mpeg\"/>"
-                                  "</item></channel></rss>"));
+    server.answer("/feed", {.body = "<rss><channel><title>Sendung</title><item><title>Folge 7: Gäste</title>"
+                                    "<enclosure url=\"" + at("media/episode").toUtf8() + "\" type=\"audio/mpeg\"/>"
+                                    "</item></channel></rss>",
+                            .contentType = "application/rss+xml"});
     // Half the file, then a pause in which the progress can be seen.
-    LocalServer::Answer media = answer("audio/mpeg", audio);
-    media.holdAfter = audio.size() / 2;
-    server.answer("/media/episode", media);
+    server.answer("/media/episode", {.body = audio, .holdAfter = audio.size() / 2, .contentType = "audio/mpeg"});
 
     AppModel app;
     app.setSelectedModelId(QStringLiteral("base-q5_1"));
@@ -123,7 +105,7 @@ TEST_F(LinkImport, AFeedLinkBecomesAStagedJobAndThenATranscript)
     EXPECT_EQ(file->name, QStringLiteral("Folge 7: Gäste"));
     EXPECT_TRUE(file->url.startsWith(QDir::tempPath() + u'/')) << file->url.toStdString();
     EXPECT_TRUE(file->url.endsWith(QStringLiteral(".mp3")));
-    EXPECT_TRUE(fileBytes(file->url) == audio);
+    EXPECT_TRUE(Media::readFile(file->url) == audio);
 
     app.startPending();
     ASSERT_TRUE(app.isBusy());
@@ -133,7 +115,7 @@ TEST_F(LinkImport, AFeedLinkBecomesAStagedJobAndThenATranscript)
     const HistoryItem &item = app.history().first();
     EXPECT_EQ(item.fileName, QStringLiteral("Folge 7: Gäste"));
     ASSERT_TRUE(item.audioURL.has_value());
-    EXPECT_TRUE(fileBytes(*item.audioURL) == audio);
+    EXPECT_TRUE(Media::readFile(*item.audioURL) == audio);
     EXPECT_EQ(app.current()->id, item.id);
 }
 
@@ -141,9 +123,7 @@ TEST_F(LinkImport, RefusedAndFailedLinks)
 {
     // An application that closes while a server stalls the resolution closes at once:
     // the resolution is stopped, not awaited for its time limit.
-    LocalServer::Answer stalled = answer("audio/mpeg", randomBytes(100'000));
-    stalled.holdAfter = 100;
-    server.answer("/stalled.mp3", stalled);
+    server.answer("/stalled.mp3", {.body = randomBytes(100'000), .holdAfter = 100, .contentType = "audio/mpeg"});
     {
         AppModel closing;
         closing.stageLink(at("stalled.mp3"));
@@ -172,9 +152,7 @@ TEST_F(LinkImport, RefusedAndFailedLinks)
 
     // A broken download reaches the user with the transfer's own text, and leaves no
     // file behind.
-    LocalServer::Answer cut = answer("audio/mpeg", randomBytes(300'000));
-    cut.dropAfter = 100'000;
-    server.answer("/cut.mp3", cut);
+    server.answer("/cut.mp3", {.body = randomBytes(300'000), .dropAfter = 100'000, .contentType = "audio/mpeg"});
     app.stageLink(at("cut.mp3"));
     waitLinkDone(app);
     ASSERT_TRUE(app.errorMessage().has_value());
@@ -182,13 +160,11 @@ TEST_F(LinkImport, RefusedAndFailedLinks)
     EXPECT_FALSE(app.errorMessage()->startsWith(QStringLiteral("Netzwerkfehler"))) << app.errorMessage()->toStdString();
     EXPECT_EQ(app.linkProgress(), 0.0);
     EXPECT_FALSE(app.pending().has_value());
-    EXPECT_TRUE(Media::temporaryEntries().isEmpty()) << Media::temporaryEntries().join(' ').toStdString();
+    EXPECT_NO_TEMPORARY_FILES();
 
     // Without a length the progress stays at 0 until the end; the file's name comes
     // from its link.
-    LocalServer::Answer unsized = answer("application/octet-stream", randomBytes(2'000'000));
-    unsized.sendLength = false;
-    server.answer("/show/Mein_Beitrag.ogg", unsized);
+    server.answer("/show/Mein_Beitrag.ogg", {.body = randomBytes(2'000'000), .sendLength = false});
     double highest = 0;
     QObject::connect(&app, &AppModel::linkProgressChanged, [&] { highest = std::max(highest, app.linkProgress()); });
     app.stageLink(at("show/Mein_Beitrag.ogg"));

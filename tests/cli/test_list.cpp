@@ -1,31 +1,17 @@
 // sagwerk-cli list over real bundle folders in a throwaway data folder.
+#include "Cli.h"
+
 #include "storage/BundleStore.h"
 
 #include <QDir>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QTimeZone>
 
-#include <gtest/gtest.h>
-
-namespace {
-
 // The command's local time is UTC+13:45 in January.
-const bool chatham = qputenv("TZ", "Pacific/Chatham");
-
-QByteArray cli(const QStringList &args, int *status)
-{
-    QProcess p;
-    p.start(QStringLiteral(SAGWERK_CLI), args);
-    p.waitForFinished(-1);
-    *status = p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1;
-    return p.readAllStandardOutput();
-}
-
-} // namespace
+static const bool chatham = qputenv("TZ", "Pacific/Chatham");
 
 TEST(CliList, PrintsTheHistoryNewestFirst)
 {
@@ -40,19 +26,19 @@ TEST(CliList, PrintsTheHistoryNewestFirst)
     BundleStore::saveSmoothed(newer.url, 1, "Hello.");
     QDir().mkpath(BundleStore::root() + "/no-document");
 
-    int status = -1;
-    EXPECT_EQ(QString::fromUtf8(cli({"list"}, &status)),
+    const CliRun plain = cli({"list"});
+    EXPECT_EQ(plain.status, 0);
+    EXPECT_EQ(QString::fromUtf8(plain.out),
               "16.01.2024 23:15\tTalk\ten\t" + newer.url + "\n15.01.2024 23:45\tVortrag.mp3\tde\t" + older.url + "\n");
-    EXPECT_EQ(status, 0);
 
-    const QJsonArray items = QJsonDocument::fromJson(cli({"list", "--json"}, &status)).array();
-    EXPECT_EQ(status, 0);
+    const CliRun json = cli({"list", "--json"});
+    EXPECT_EQ(json.status, 0);
+    const QJsonArray items = QJsonDocument::fromJson(json.out).array();
     ASSERT_EQ(items.size(), 2);
     EXPECT_EQ(items[0]["id"], newer.url);
     EXPECT_EQ(items[0]["date"], "2024-01-16T09:30:00Z");
     EXPECT_EQ(items[0]["audioURL"], newer.url + "/audio.m4a");
     EXPECT_EQ(items[0]["smoothed"], (QJsonObject{{"1", "Hello."}}));
 
-    cli({"list", "extra"}, &status);
-    EXPECT_EQ(status, 2);
+    EXPECT_EQ(cli({"list", "extra"}).status, 2);
 }

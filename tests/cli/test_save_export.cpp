@@ -1,4 +1,5 @@
 // The batch road: transcribe into the history, then export with the bundle's corrections.
+#include "Cli.h"
 #include "Media.h"
 
 #include "app/HistoryItem.h"
@@ -7,30 +8,9 @@
 #include "storage/BundleStore.h"
 
 #include <QDir>
-#include <QFile>
-#include <QProcess>
+#include <QFileInfo>
 #include <QSettings>
 #include <QStandardPaths>
-
-#include <gtest/gtest.h>
-
-namespace {
-
-struct CliRun {
-    int status = -1;
-    QByteArray out, err;
-};
-
-CliRun cli(const QStringList &args)
-{
-    QProcess p;
-    p.start(QStringLiteral(SAGWERK_CLI), args);
-    p.waitForFinished(-1);
-    return {p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1, p.readAllStandardOutput(),
-            p.readAllStandardError()};
-}
-
-} // namespace
 
 TEST(CliSaveExport, TranscribeIntoTheHistoryAndExportWithCorrections)
 {
@@ -69,18 +49,15 @@ TEST(CliSaveExport, TranscribeIntoTheHistoryAndExportWithCorrections)
 
     const CliRun txt = cli({"export", folder, "--format", "txt"});
     ASSERT_EQ(txt.status, 0) << txt.err.toStdString();
-    const QString expected = Corrections::apply({rule}, TextForms::plainText(item.result, true)).text;
-    EXPECT_EQ(QString::fromUtf8(txt.out), expected);
+    EXPECT_EQ(QString::fromUtf8(txt.out), Corrections::apply({rule}, TextForms::plainText(item.result, true)).text);
     EXPECT_TRUE(txt.out.contains("ERSETZT"));
     EXPECT_EQ(QString::fromUtf8(cli({"export", folder, "--format", "txt", "--no-timestamps"}).out),
               Corrections::apply({rule}, item.result.fullText).text);
     // Subtitles always show the raw words.
     const QString outFile = QDir::tempPath() + "/../export.srt";
     EXPECT_EQ(cli({"export", folder, "--format", "srt", "--output", outFile}).status, 0);
-    QFile srt(outFile);
-    ASSERT_TRUE(srt.open(QIODevice::ReadOnly));
-    EXPECT_EQ(QString::fromUtf8(srt.readAll()), TextForms::srt(item.result));
-    srt.remove();
+    EXPECT_EQ(QString::fromUtf8(Media::readFile(outFile)), TextForms::srt(item.result));
+    QFile::remove(outFile);
 
     const CliRun notABundle = cli({"export", QDir::tempPath(), "--format", "txt"});
     EXPECT_EQ(notABundle.status, 1);

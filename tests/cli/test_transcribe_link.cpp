@@ -1,134 +1,84 @@
 // sagwerk-cli transcribe with a link in place of a file, served from 127.0.0.1: the
 // link is resolved and downloaded as the application does, and the download goes away.
-#include "LocalServer.h"
+#include "Cli.h"
 #include "Media.h"
 
 #include "links/PodcastError.h"
 #include "storage/BundleStore.h"
 
-#include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QStandardPaths>
 
-#include <gtest/gtest.h>
-
-#include <signal.h>
-
-namespace {
-
-struct CliRun {
-    int status = -1;
-    QByteArray out, err;
+class CliLink : public ::testing::Test {
+protected:
+    CliRun transcribe(const QString &path, const std::function<bool()> &interruptWhen = {})
+    {
+        return cli({"transcribe", at(path), "--model", Media::tinyModel()}, interruptWhen);
+    }
+    QString at(const QString &path) const { return server.base().resolved(QUrl(path)).toString(); }
+    LocalServer server;
 };
 
-// Runs the program while this process's event loop serves its requests; `interruptWhen`
-// sends it Ctrl-C once it holds.
-CliRun cli(const QStringList &args, const std::function<bool()> &interruptWhen = {})
-{
-    QProcess p;
-    p.start(QStringLiteral(SAGWERK_CLI), args);
-    if (interruptWhen) {
-        EXPECT_TRUE(waitFor(interruptWhen));
-        ::kill(pid_t(p.processId()), SIGINT);
-    }
-    EXPECT_TRUE(waitFor([&] { return p.state() == QProcess::NotRunning; }, 300'000));
-    return {p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1, p.readAllStandardOutput(),
-            p.readAllStandardError()};
-}
-
-QByteArray fileBytes(const QString &path)
-{
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
-
-LocalServer::Answer answer(const QByteArray &type, const QByteArray &body)
-{
-    LocalServer::Answer a;
-    a.contentType = type;
-    a.body = body;
-    return a;
-}
-
-} // namespace
-
-TEST(CliLink, ALinkIsResolvedDownloadedAndTranscribed)
+TEST_F(CliLink, ALinkIsResolvedDownloadedAndTranscribed)
 {
     ASSERT_TRUE(qEnvironmentVariable("SAGWERK_SESSION_DIR").size() > 0);
-    LocalServer server;
-    const QString media = server.base().resolved(QUrl("media/folge")).toString();
-    server.answer("/feed", answer("application/rss+xml", "<rss><channel><item><title>Die Folge</title><enclosure url=\""
-                                                             + media.toUtf8() + "\"/></item></channel></rss>"));
-    server.answer("/media/folge", answer("audio/mpeg", fileBytes(Media::tone(QStringLiteral("mp3")))));
-    const QString feed = server.base().resolved(QUrl("feed")).toString();
+    server.answer("/feed", {.body = "<rss><channel><item><title>Die Folge</title><enclosure url=\""
+                                    + at("media/folge").toUtf8() + "\"/></item></channel></rss>",
+                            .contentType = "application/rss+xml"});
+    server.answer("/media/folge", {.body = Media::readFile(Media::tone(QStringLiteral("mp3"))), .contentType = "audio/mpeg"});
 
-    const CliRun json = cli({"transcribe", feed, "--model", Media::tinyModel(), "--language", "de"});
+    const CliRun json = cli({"transcribe", at("feed"), "--model", Media::tinyModel(), "--language", "de"});
     ASSERT_EQ(json.status, 0) << json.err.toStdString();
     EXPECT_EQ(QJsonDocument::fromJson(json.out).object().value("language").toString(), "de");
     EXPECT_EQ(server.hits("/media/folge"), 1);
-    EXPECT_TRUE(Media::temporaryEntries().isEmpty()) << Media::temporaryEntries().join(' ').toStdString();
+    EXPECT_NO_TEMPORARY_FILES();
 
     // Stored, the transcript carries the episode's title.
-    const QString models = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
-                           + QStringLiteral("/Sagwerk/models");
-    Media::installTinyModel(models, QStringLiteral("ggml-base-q5_1.bin"));
-    const CliRun saved = cli({"transcribe", feed, "--save", "--model", "base-q5_1"});
+    Media::installTinyModel(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
+                                + QStringLiteral("/Sagwerk/models"),
+                            QStringLiteral("ggml-base-q5_1.bin"));
+    const CliRun saved = cli({"transcribe", at("feed"), "--save", "--model", "base-q5_1"});
     ASSERT_EQ(saved.status, 0) << saved.err.toStdString();
     const QList<LoadedBundle> bundles = BundleStore::list();
     ASSERT_EQ(bundles.size(), 1);
     EXPECT_EQ(bundles.first().data.displayName, QStringLiteral("Die Folge"));
     EXPECT_EQ(saved.out.trimmed(), bundles.first().url.toUtf8());
-    EXPECT_TRUE(Media::temporaryEntries().isEmpty()) << Media::temporaryEntries().join(' ').toStdString();
+    EXPECT_NO_TEMPORARY_FILES();
 }
 
-TEST(CliLink, FailuresSpeakTheUsersText)
+TEST_F(CliLink, FailuresSpeakTheUsersText)
 {
-    LocalServer server;
-    LocalServer::Answer cut = answer("audio/mpeg", randomBytes(100'000));
-    cut.dropAfter = 1000;
-    server.answer("/cut.mp3", cut);
-
     const CliRun spotify = cli({"transcribe", "https://open.spotify.com/episode/x", "--model", Media::tinyModel()});
     EXPECT_EQ(spotify.status, 1);
     EXPECT_EQ(spotify.err, PodcastError::spotify().errorDescription().toUtf8() + "\n");
     EXPECT_TRUE(spotify.out.isEmpty());
 
-    const CliRun broken = cli({"transcribe", server.base().resolved(QUrl("cut.mp3")).toString(), "--model",
-                               Media::tinyModel()});
+    server.answer("/cut.mp3", {.body = randomBytes(100'000), .dropAfter = 1000, .contentType = "audio/mpeg"});
+    const CliRun broken = transcribe("cut.mp3");
     EXPECT_EQ(broken.status, 1);
     EXPECT_FALSE(broken.err.trimmed().isEmpty());
     EXPECT_TRUE(broken.out.isEmpty());
 
     // Ctrl-C while the server stalls the resolution, and while it stalls the download.
-    LocalServer::Answer stalled = answer("audio/mpeg", randomBytes(100'000));
-    stalled.holdAfter = 100;
-    server.answer("/stalled.mp3", stalled);
+    server.answer("/stalled.mp3", {.body = randomBytes(100'000), .holdAfter = 100, .contentType = "audio/mpeg"});
+    server.answer("/slow.mp3", {.body = randomBytes(100'000), .holdAfter = 50'000, .contentType = "audio/mpeg"});
     QElapsedTimer clock;
     clock.start();
-    const CliRun resolving = cli({"transcribe", server.base().resolved(QUrl("stalled.mp3")).toString(), "--model",
-                                  Media::tinyModel()},
-                                 [&] { return server.held() == 1; });
+    const CliRun resolving = transcribe("stalled.mp3", [&] { return server.held() == 1; });
     EXPECT_EQ(resolving.status, 130);
     EXPECT_EQ(resolving.err, "Abgebrochen.\n");
-    LocalServer::Answer slow = answer("audio/mpeg", randomBytes(100'000));
-    slow.holdAfter = 50'000;
-    server.answer("/slow.mp3", slow);
-    const CliRun downloading = cli({"transcribe", server.base().resolved(QUrl("slow.mp3")).toString(), "--model",
-                                    Media::tinyModel()},
-                                   [&] { return server.held() == 3 && !Media::temporaryEntries().isEmpty(); });
+    const CliRun downloading
+        = transcribe("slow.mp3", [&] { return server.held() == 3 && !Media::temporaryEntries().isEmpty(); });
     EXPECT_EQ(downloading.status, 130);
     EXPECT_EQ(downloading.err, "Abgebrochen.\n");
     EXPECT_LT(clock.elapsed(), 20'000);
-    EXPECT_TRUE(Media::temporaryEntries().isEmpty()) << Media::temporaryEntries().join(' ').toStdString();
+    EXPECT_NO_TEMPORARY_FILES();
 
     // A missing file answers with an HTML page, which names no feed.
-    const CliRun missing = cli({"transcribe", server.base().resolved(QUrl("weg.mp3")).toString(), "--model",
-                                Media::tinyModel()});
+    const CliRun missing = transcribe("weg.mp3");
     EXPECT_EQ(missing.status, 1);
     EXPECT_EQ(missing.err, "Netzwerkfehler: HTTP 404\n");
-    EXPECT_TRUE(Media::temporaryEntries().isEmpty()) << Media::temporaryEntries().join(' ').toStdString();
+    EXPECT_NO_TEMPORARY_FILES();
 }

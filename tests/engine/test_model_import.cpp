@@ -18,7 +18,6 @@
 using CTranslate2Model::Options;
 using CTranslate2Model::Vocabulary;
 using CTranslate2Model::Weights;
-using GgmlFormat::Hparams;
 
 namespace {
 
@@ -70,15 +69,8 @@ const QString &baseSource()
     static const QString folder = [] {
         const QString f = QString::fromLocal8Bit(qgetenv("SAGWERK_TEST_TMP")) + QStringLiteral("-base-ct2");
         if (!QFile::exists(f + QStringLiteral("/model.bin.part3"))) {
-            Options o;
-            o.state = 512;
-            o.heads = 8;
-            o.layers = 6;
-            o.weights = Weights::Int8;
-            o.vocabulary = Vocabulary::Tokenizer;
-            o.parts = 3;
-            o.patterned = true;
-            CTranslate2Model::write(f, o);
+            CTranslate2Model::write(f, {.state = 512, .heads = 8, .layers = 6, .weights = Weights::Int8,
+                                        .vocabulary = Vocabulary::Tokenizer, .parts = 3, .patterned = true});
         }
         return f;
     }();
@@ -94,21 +86,16 @@ TEST(ModelImport, ConversionHasWhisperLayoutKeepsValuesAndRecognises)
     struct Variant {
         const char *what;
         Options options;
+    } variants[] = {
+        {"float16, vocabulary.txt", {}},
+        {"int8 with scales, aliases, vocabulary.json",
+         {.weights = Weights::Int8, .vocabulary = Vocabulary::Json, .aliasNorm = true, .seed = 2}},
+        {"float32, tokenizer.json, English only, three parts",
+         {.englishOnly = true, .weights = Weights::Float32, .vocabulary = Vocabulary::Tokenizer, .parts = 3, .seed = 3}},
     };
-    Options f16, int8, f32;
-    int8.weights = Weights::Int8;
-    int8.vocabulary = Vocabulary::Json;
-    int8.aliasNorm = true;
-    int8.seed = 2;
-    f32.weights = Weights::Float32;
-    f32.vocabulary = Vocabulary::Tokenizer;
-    f32.englishOnly = true;
-    f32.parts = 3;
-    f32.seed = 3;
     const std::vector<float> samples = Engine::decodeTo16kMonoFloats(Media::tone(QStringLiteral("wav")));
 
-    for (const Variant &v : {Variant{"float16, vocabulary.txt", f16}, Variant{"int8 with scales, aliases, vocabulary.json", int8},
-                             Variant{"float32, tokenizer.json, English only, three parts", f32}}) {
+    for (const Variant &v : variants) {
         SCOPED_TRACE(v.what);
         QTemporaryDir dir;
         const QString source = dir.filePath(QStringLiteral("ct2"));
@@ -183,18 +170,15 @@ TEST(ModelImport, MelFiltersAreWhispersOwn)
     EXPECT_EQ(std::count_if(mel128.begin(), mel128.end(), [](float v) { return v != 0; }), 394);
 }
 
-TEST(ModelImport, KindsFollowTheReleasedShapes)
+TEST(ModelImport, KindsFollowTheReleasedShapesAndFillTheCatalogue)
 {
-    auto h = [](int vocab, int layers, int state, int textLayers, int mels) {
-        return Hparams{vocab, 1500, state, state / 64, layers, 448, state, state / 64, textLayers, mels, 1};
-    };
-    EXPECT_EQ(ModelImport::kindOf(h(51865, 6, 512, 6, 80)), QStringLiteral("base"));
-    EXPECT_EQ(ModelImport::kindOf(h(51864, 4, 384, 4, 80)), QStringLiteral("tiny.en"));
-    EXPECT_EQ(ModelImport::kindOf(h(51866, 32, 1280, 4, 128)), QStringLiteral("large-v3-turbo"));
-    EXPECT_EQ(ModelImport::kindOf(h(51866, 32, 1280, 32, 128)), QStringLiteral("large-v3"));
-    EXPECT_EQ(ModelImport::kindOf(h(51865, 6, 512, 6, 128)), QStringLiteral("whisper 6+6×512, 128 mel, 51865 tokens"));
+    const std::tuple<int, int, int, int, int, const char *> shapes[] = {{51865, 6, 512, 6, 80, "base"},
+        {51864, 4, 384, 4, 80, "tiny.en"}, {51866, 32, 1280, 4, 128, "large-v3-turbo"},
+        {51866, 32, 1280, 32, 128, "large-v3"}, {51865, 6, 512, 6, 128, "whisper 6+6×512, 128 mel, 51865 tokens"}};
+    for (const auto &[vocab, layers, state, textLayers, mels, kind] : shapes)
+        EXPECT_EQ(ModelImport::kindOf({vocab, 1500, state, state / 64, layers, 448, state, state / 64, textLayers, mels, 1}),
+                  QString::fromUtf8(kind));
 
-    // Each catalogue entry is filled by the kind its id names.
     EXPECT_EQ(ModelImport::catalogueEntry(QStringLiteral("base"))->id, QStringLiteral("base-q5_1"));
     EXPECT_EQ(ModelImport::catalogueEntry(QStringLiteral("large-v3-turbo"))->id, QStringLiteral("large-v3-turbo-q5_0"));
     EXPECT_FALSE(ModelImport::catalogueEntry(QStringLiteral("large-v3")));
@@ -249,76 +233,53 @@ TEST(ModelImport, RefusalsNameTheProblemAndLeaveNothing)
     QTemporaryDir dir;
     const QString models = dir.filePath(QStringLiteral("models"));
     auto source = [&](const QString &name, Options o = {}) {
-        const QString folder = dir.filePath(name);
-        CTranslate2Model::write(folder, o);
-        return folder;
+        CTranslate2Model::write(dir.filePath(name), o);
+        return dir.filePath(name);
     };
+    using C = ModelImportError::Case;
     QString text;
 
     // Sizes the catalogue does not have, English-only models, and what is no model.
-    EXPECT_EQ(refusal(source(QStringLiteral("tiny")), models, &text), ModelImportError::Case::notInCatalogue);
+    EXPECT_EQ(refusal(source(QStringLiteral("tiny")), models, &text), C::notInCatalogue);
     EXPECT_EQ(text, QStringLiteral("Das Modell „whisper 1+1×32, 80 mel, 51865 tokens“ passt zu keinem Modell des "
                                    "Katalogs: Base, Small, Medium, Large v3 Turbo."));
-    Options english;
-    english.englishOnly = true;
-    EXPECT_EQ(refusal(source(QStringLiteral("english"), english), models), ModelImportError::Case::englishOnly);
-    EXPECT_EQ(refusal(Media::tinyModel(), models), ModelImportError::Case::notInCatalogue);
-    EXPECT_EQ(refusal(Media::textFileNamedMp3(), models, &text), ModelImportError::Case::notAModel);
+    EXPECT_EQ(refusal(source(QStringLiteral("english"), {.englishOnly = true}), models), C::englishOnly);
+    EXPECT_EQ(refusal(Media::tinyModel(), models), C::notInCatalogue);
+    EXPECT_EQ(refusal(Media::textFileNamedMp3(), models, &text), C::notAModel);
     EXPECT_EQ(text, QStringLiteral("Kein Whisper-Modell gefunden: ") + Media::textFileNamedMp3());
-    EXPECT_EQ(refusal(dir.filePath(QStringLiteral("nowhere")), models), ModelImportError::Case::notAModel);
+    EXPECT_EQ(refusal(dir.filePath(QStringLiteral("nowhere")), models), C::notAModel);
     QDir().mkpath(dir.filePath(QStringLiteral("empty")));
-    EXPECT_EQ(refusal(dir.filePath(QStringLiteral("empty")), models), ModelImportError::Case::notAModel);
-
+    EXPECT_EQ(refusal(dir.filePath(QStringLiteral("empty")), models), C::notAModel);
     // Another kind of CTranslate2 model.
-    const QString translator = source(QStringLiteral("translator"));
-    {
-        QFile bin(translator + QStringLiteral("/model.bin"));
-        ASSERT_TRUE(bin.open(QIODevice::ReadWrite));
-        QByteArray data = bin.readAll();
-        data.replace("WhisperSpec", "Transformer");
-        bin.seek(0);
-        bin.write(data);
-    }
-    EXPECT_EQ(refusal(translator, models), ModelImportError::Case::notAModel);
+    const QString translator = source(QStringLiteral("translator")) + QStringLiteral("/model.bin");
+    Media::writeFile(translator, Media::readFile(translator).replace("WhisperSpec", "Transformer"));
+    EXPECT_EQ(refusal(QFileInfo(translator).path(), models), C::notAModel);
 
     // Damaged files: cut short, a part missing, something appended.
     const QString truncated = source(QStringLiteral("truncated"));
-    QFile(truncated + QStringLiteral("/model.bin")).resize(QFileInfo(truncated + QStringLiteral("/model.bin")).size() - 1000);
-    EXPECT_EQ(refusal(truncated, models, &text), ModelImportError::Case::broken);
+    QFile::resize(truncated + QStringLiteral("/model.bin"), QFileInfo(truncated + QStringLiteral("/model.bin")).size() - 1000);
+    EXPECT_EQ(refusal(truncated, models, &text), C::broken);
     EXPECT_TRUE(text.startsWith(QStringLiteral("Die Modelldatei ist beschädigt oder unvollständig: ") + truncated))
         << text.toStdString();
-    Options split;
-    split.parts = 3;
-    const QString gap = source(QStringLiteral("gap"), split);
+    const QString gap = source(QStringLiteral("gap"), {.parts = 3});
     QFile::remove(gap + QStringLiteral("/model.bin.part2"));
-    EXPECT_EQ(refusal(gap + QStringLiteral("/model.bin.part1"), models, &text), ModelImportError::Case::broken);
+    EXPECT_EQ(refusal(gap + QStringLiteral("/model.bin.part1"), models, &text), C::broken);
     EXPECT_TRUE(text.contains(QStringLiteral("model.bin.part2"))) << text.toStdString();
-    const QString longer = source(QStringLiteral("longer"));
-    {
-        QFile bin(longer + QStringLiteral("/model.bin"));
-        ASSERT_TRUE(bin.open(QIODevice::Append));
-        bin.write("trailing");
-    }
-    EXPECT_EQ(refusal(longer, models), ModelImportError::Case::broken);
+    const QString longer = source(QStringLiteral("longer")) + QStringLiteral("/model.bin");
+    Media::writeFile(longer, Media::readFile(longer) + "trailing");
+    EXPECT_EQ(refusal(QFileInfo(longer).path(), models), C::broken);
 
     // A token list that does not belong to the weights.
     const QString mismatched = source(QStringLiteral("mismatched"));
-    {
-        QFile vocabulary(mismatched + QStringLiteral("/vocabulary.txt"));
-        ASSERT_TRUE(vocabulary.open(QIODevice::ReadWrite));
-        QByteArray lines = vocabulary.readAll();
-        lines.remove(0, lines.indexOf('\n') + 1);
-        vocabulary.resize(0);
-        vocabulary.write(lines);
-    }
+    const QByteArray lines = Media::readFile(mismatched + QStringLiteral("/vocabulary.txt"));
+    Media::writeFile(mismatched + QStringLiteral("/vocabulary.txt"), lines.mid(lines.indexOf('\n') + 1));
     QFile out(dir.filePath(QStringLiteral("mismatched.bin")));
     ASSERT_TRUE(out.open(QIODevice::WriteOnly));
     try {
         ModelImport::convertCTranslate2(mismatched, out);
         ADD_FAILURE() << "converted";
     } catch (const ModelImportError &e) {
-        EXPECT_EQ(e.kind(), ModelImportError::Case::broken);
+        EXPECT_EQ(e.kind(), C::broken);
     }
-
     EXPECT_TRUE(entries(models).isEmpty()) << entries(models).join(u' ').toStdString();
 }

@@ -8,7 +8,6 @@
 
 #include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <QTcpServer>
@@ -21,7 +20,6 @@ namespace {
 struct Download {
     std::optional<QString> file;
     std::optional<QString> error;
-    bool cancelled = false;
     QList<double> progress;
     qint64 ms = 0;
 };
@@ -36,32 +34,19 @@ Download download(const QUrl &url, qint64 maxBytes = MediaDownloader::defaultMax
     QFuture<QString> future = downloader.download(url);
     EXPECT_TRUE(waitFor([&] { return future.isFinished(); }, 120'000));
     d.ms = clock.elapsed();
-    // A failure is a future with an exception, which also counts as cancelled.
     try {
         future.waitForFinished();
         if (future.resultCount() > 0)
             d.file = future.result();
-        else
-            d.cancelled = true;
     } catch (const MediaDownloader::Error &e) {
         d.error = e.message();
     }
     return d;
 }
 
-QByteArray contents(const QString &path)
-{
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
-
 LocalServer::Answer answer(const QByteArray &type, const QByteArray &body, const QList<QByteArray> &headers = {})
 {
-    LocalServer::Answer a;
-    a.contentType = type;
-    a.body = body;
-    a.headers = headers;
-    return a;
+    return {.body = body, .contentType = type, .headers = headers};
 }
 
 } // namespace
@@ -78,94 +63,63 @@ TEST(Downloader, NamesTheLocalFileByTheAnswer)
     server.answer("/dl/stream", answer("Audio/X-WAV; codecs=1", body));
     server.answer("/ep.m4a", answer("text/html", body));
     server.answer("/dl/weird", answer("video/quicktime", body, {"Content-Disposition: inline; filename=\"a.m p3\""}));
-    LocalServer::Answer noLength = answer("application/x-unknown", body);
-    noLength.sendLength = false;
-    server.answer("/blob", noLength);
+    server.answer("/blob", {.body = body, .sendLength = false, .contentType = "application/x-unknown"});
 
     const QRegularExpression name(QStringLiteral("^[0-9A-F]{8}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{12}\\.(\\w+)$"));
-    const auto extensionOf = [&](const QString &path) {
-        EXPECT_EQ(QFileInfo(path).absolutePath(), QFileInfo(QDir::tempPath()).absoluteFilePath());
-        const QRegularExpressionMatch m = name.match(QFileInfo(path).fileName());
-        EXPECT_TRUE(m.hasMatch()) << path.toStdString();
-        return m.captured(1);
-    };
-
-    const Download talk = download(server.base().resolved(QUrl("files/vortrag")));
-    ASSERT_TRUE(talk.file) << talk.error.value_or("").toStdString();
-    EXPECT_EQ(extensionOf(*talk.file), "mp3");
-    EXPECT_TRUE(contents(*talk.file) == body);
-    ASSERT_FALSE(talk.progress.isEmpty());
-    EXPECT_TRUE(std::is_sorted(talk.progress.begin(), talk.progress.end()));
-    EXPECT_DOUBLE_EQ(talk.progress.last(), 1.0);
-    EXPECT_TRUE(server.lastRequest("/files/vortrag").contains("\r\nUser-Agent: Sagwerk/1.0 (macOS)\r\n"));
-
-    const std::pair<const char *, const char *> cases[] = {
-        {"files/folge", "ogg"}, {"dl/stream", "wav"}, {"ep.m4a", "m4a"}, {"dl/weird", "mov"}, {"missing.flac", "flac"}};
+    const std::pair<const char *, const char *> cases[] = {{"files/vortrag", "mp3"}, {"files/folge", "ogg"},
+        {"dl/stream", "wav"}, {"ep.m4a", "m4a"}, {"dl/weird", "mov"}, {"missing.flac", "flac"},
+        {"blob", "mp3"}}; // the unknown type gives mp3
     for (const auto &[path, extension] : cases) {
         SCOPED_TRACE(path);
         const Download d = download(server.base().resolved(QUrl(path)));
         ASSERT_TRUE(d.file) << d.error.value_or("").toStdString();
-        EXPECT_EQ(extensionOf(*d.file), extension);
+        EXPECT_EQ(QFileInfo(*d.file).absolutePath(), QFileInfo(QDir::tempPath()).absoluteFilePath());
+        EXPECT_EQ(name.match(QFileInfo(*d.file).fileName()).captured(1), extension) << d.file->toStdString();
+        EXPECT_EQ(Media::readFile(*d.file) == body, QByteArray(path) != "missing.flac");
         QFile::remove(*d.file);
+        if (QByteArray(path) == "files/vortrag") {
+            ASSERT_FALSE(d.progress.isEmpty());
+            EXPECT_TRUE(std::is_sorted(d.progress.begin(), d.progress.end()));
+            EXPECT_DOUBLE_EQ(d.progress.last(), 1.0);
+        } else if (QByteArray(path) == "blob") {
+            EXPECT_TRUE(d.progress.isEmpty()) << "no progress without a length";
+        }
     }
-    // Without a length there is no progress to report; the unknown type gives mp3.
-    const Download blob = download(server.base().resolved(QUrl("blob")));
-    ASSERT_TRUE(blob.file);
-    EXPECT_TRUE(blob.progress.isEmpty());
-    EXPECT_EQ(extensionOf(*blob.file), "mp3");
-    EXPECT_TRUE(contents(*blob.file) == body);
-
-    QFile::remove(*talk.file);
-    QFile::remove(*blob.file);
-    EXPECT_TRUE(Media::temporaryEntries().isEmpty()) << Media::temporaryEntries().join(' ').toStdString();
+    EXPECT_TRUE(server.lastRequest("/files/vortrag").contains("\r\nUser-Agent: Sagwerk/1.0 (macOS)\r\n"));
+    EXPECT_NO_TEMPORARY_FILES();
 }
 
 TEST(Downloader, FailuresLeaveNoFile)
 {
     LocalServer server;
-    LocalServer::Answer cut = answer("audio/mpeg", randomBytes(200'000));
-    cut.dropAfter = 50'000;
-    server.answer("/cut.mp3", cut);
-    LocalServer::Answer endless = answer("audio/mpeg", randomBytes(64 * 1024));
-    endless.endless = true;
-    server.answer("/endless.mp3", endless);
-    LocalServer::Answer held = answer("audio/mpeg", randomBytes(200'000));
-    held.holdAfter = 100'000;
-    server.answer("/held.mp3", held);
+    server.answer("/cut.mp3", {.body = randomBytes(200'000), .dropAfter = 50'000, .contentType = "audio/mpeg"});
+    server.answer("/endless.mp3", {.body = randomBytes(64 * 1024), .endless = true, .contentType = "audio/mpeg"});
+    server.answer("/held.mp3", {.body = randomBytes(200'000), .holdAfter = 100'000, .contentType = "audio/mpeg"});
 
-    // A cut connection, with the transfer layer's own text.
-    const Download broken = download(server.base().resolved(QUrl("cut.mp3")));
-    ASSERT_TRUE(broken.error);
-    EXPECT_FALSE(broken.error->isEmpty());
-
-    const Download huge = download(server.base().resolved(QUrl("endless.mp3")), 1024 * 1024);
-    EXPECT_EQ(huge.error, "Die Datei ist zu groß zum Laden.");
-
+    EXPECT_EQ(download(server.base().resolved(QUrl("endless.mp3")), 1024 * 1024).error,
+              "Die Datei ist zu groß zum Laden.");
+    // A cut connection, a closed port, another scheme: the transfer layer's own text.
     QUrl closed;
     {
         QTcpServer probe;
         probe.listen(QHostAddress::LocalHost);
         closed = QUrl(QStringLiteral("http://127.0.0.1:%1/x.mp3").arg(probe.serverPort()));
     }
-    const Download refused = download(closed);
-    ASSERT_TRUE(refused.error);
-    EXPECT_FALSE(refused.error->isEmpty());
-
-    const Download ftp = download(QUrl("ftp://127.0.0.1/x.mp3"));
-    ASSERT_TRUE(ftp.error);
-    EXPECT_FALSE(ftp.error->isEmpty());
+    for (const QUrl &url : {server.base().resolved(QUrl("cut.mp3")), closed, QUrl("ftp://127.0.0.1/x.mp3")}) {
+        const Download failed = download(url);
+        ASSERT_TRUE(failed.error) << url.toString().toStdString();
+        EXPECT_FALSE(failed.error->isEmpty());
+    }
 
     // Deleting the downloader ends the transfer and its future.
-    {
-        auto *downloader = new MediaDownloader({});
-        QFuture<QString> future = downloader->download(server.base().resolved(QUrl("held.mp3")));
-        ASSERT_TRUE(waitFor([&] { return server.held() == 1; }));
-        ASSERT_TRUE(waitFor([&] { return !Media::temporaryEntries().isEmpty(); }));
-        delete downloader;
-        EXPECT_TRUE(future.isFinished());
-        EXPECT_TRUE(future.isCanceled());
-    }
-    EXPECT_TRUE(Media::temporaryEntries().isEmpty()) << Media::temporaryEntries().join(' ').toStdString();
+    auto *downloader = new MediaDownloader({});
+    QFuture<QString> future = downloader->download(server.base().resolved(QUrl("held.mp3")));
+    ASSERT_TRUE(waitFor([&] { return server.held() == 1; }));
+    ASSERT_TRUE(waitFor([&] { return !Media::temporaryEntries().isEmpty(); }));
+    delete downloader;
+    EXPECT_TRUE(future.isFinished());
+    EXPECT_TRUE(future.isCanceled());
+    EXPECT_NO_TEMPORARY_FILES();
 }
 
 // A server that stops sending: the resolver gives up after 30 seconds, the download
@@ -173,28 +127,23 @@ TEST(Downloader, FailuresLeaveNoFile)
 TEST(DownloaderSlow, StalledTransfersEndAtTheirLimits)
 {
     LocalServer server;
-    LocalServer::Answer stall = answer("audio/mpeg", randomBytes(100'000));
-    stall.holdAfter = 1000;
-    server.answer("/stall.mp3", stall);
-    LocalServer::Answer page = answer("text/html", "<html>" + QByteArray(10'000, ' '));
-    page.holdAfter = 100;
-    server.answer("/stall.html", page);
-    const QUrl mediaUrl = server.base().resolved(QUrl("stall.mp3"));
-    const QUrl pageUrl = server.base().resolved(QUrl("stall.html"));
+    server.answer("/stall.mp3", {.body = randomBytes(100'000), .holdAfter = 1000, .contentType = "audio/mpeg"});
+    server.answer("/stall.html", {.body = "<html>" + QByteArray(10'000, ' '), .holdAfter = 100, .contentType = "text/html"});
+    const QString pageUrl = server.base().resolved(QUrl("stall.html")).toString();
 
     QElapsedTimer clock;
     clock.start();
     std::atomic<qint64> resolverMs = -1;
     QFuture<QString> resolution = QtConcurrent::run([&]() -> QString {
         try {
-            PodcastResolver::resolve(pageUrl.toString());
+            PodcastResolver::resolve(pageUrl);
             return {};
         } catch (const PodcastError &e) {
             resolverMs = clock.elapsed();
             return e.errorDescription();
         }
     });
-    const Download d = download(mediaUrl);
+    const Download d = download(server.base().resolved(QUrl("stall.mp3")));
     ASSERT_TRUE(waitFor([&] { return resolution.isFinished(); }, 10'000));
 
     EXPECT_TRUE(resolution.result().startsWith("Netzwerkfehler: ")) << resolution.result().toStdString();
@@ -204,5 +153,5 @@ TEST(DownloaderSlow, StalledTransfersEndAtTheirLimits)
     EXPECT_GE(d.ms, 59'000);
     EXPECT_LT(d.ms, 75'000);
     server.release();
-    EXPECT_TRUE(Media::temporaryEntries().isEmpty());
+    EXPECT_NO_TEMPORARY_FILES();
 }

@@ -11,6 +11,8 @@
 
 #include <gtest/gtest.h>
 
+using K = PodcastError::Case;
+
 namespace {
 
 struct Outcome {
@@ -52,33 +54,43 @@ std::string describe(const Outcome &o)
         EXPECT_EQ(o_.media->title, QString(name));                                                                   \
     } while (false)
 
-#define EXPECT_FAILS(outcome, kindName)                                                                              \
+#define EXPECT_FAILS(outcome, expectedKind, text)                                                                            \
     do {                                                                                                             \
         const Outcome o_ = (outcome);                                                                                \
         ASSERT_TRUE(o_.error.has_value()) << describe(o_);                                                           \
-        EXPECT_EQ(o_.error->kind(), PodcastError::Case::kindName) << describe(o_);                                  \
+        EXPECT_EQ(o_.error->kind(), expectedKind) << describe(o_);                                                   \
+        if (!QString(text).isEmpty()) {                                                                              \
+            EXPECT_EQ(o_.error->errorDescription(), QString(text));                                                  \
+        }                                                                                                            \
     } while (false)
 
-LocalServer::Answer typed(const QByteArray &type, const QByteArray &body)
+LocalServer::Answer typed(const QByteArray &type, const QByteArray &body, bool endless = false, int status = 200)
 {
-    LocalServer::Answer a;
-    a.contentType = type;
-    a.body = body;
-    return a;
+    return {.status = status, .body = body, .endless = endless, .contentType = type};
 }
 
-QByteArray rss(const QByteArray &items, const QByteArray &channelTitle = "Der Kanal")
+QByteArray rss(const QByteArray &items)
 {
-    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-           "<rss version=\"2.0\" xmlns:itunes=\"http://www.itunes.com/dtds/podcast-1.0.dtd\"><channel><title>"
-           + channelTitle + "</title>\n" + items + "</channel></rss>\n";
+    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<rss version=\"2.0\" "
+           "xmlns:itunes=\"http://www.itunes.com/dtds/podcast-1.0.dtd\"><channel><title>Der Kanal</title>\n"
+           + items + "</channel></rss>\n";
 }
 
 class Resolver : public ::testing::Test {
 protected:
     LocalServer server;
     QString at(const QString &path) const { return server.base().resolved(QUrl(path)).toString(); }
-    QByteArray atBytes(const QString &path) const { return at(path).toUtf8(); }
+    QByteArray enclosure(const QString &path) const { return "<enclosure url=\"" + at(path).toUtf8() + "\"/>"; }
+
+    // Serves each page at its path and expects its link to fail the same way.
+    void expectFailures(K kind, const QList<std::tuple<const char *, QByteArray, QByteArray>> &pages)
+    {
+        for (const auto &[path, type, body] : pages) {
+            SCOPED_TRACE(path);
+            server.answer(QLatin1Char('/') + QLatin1String(path), typed(type, body));
+            EXPECT_FAILS(resolve(at(path)), kind, "");
+        }
+    }
 };
 
 } // namespace
@@ -89,21 +101,21 @@ TEST_F(Resolver, MalformedLinksAndRefusedHostsMakeNoRequest)
     LocalServer proxy;
     QNetworkProxy::setApplicationProxy(QNetworkProxy(QNetworkProxy::HttpProxy, "127.0.0.1", proxy.base().port()));
 
-    for (const char *text : {"", " \n\t", "httpbin.org/get", "https://", "http://", "http:///nur/pfad",
-                                "https://[::1", "ht tp://x", "https://exa mple.com/a.mp3", "://"}) {
+    const std::pair<const char *, K> refused[] = {
+        {"", K::invalidURL}, {" \n\t", K::invalidURL}, {"httpbin.org/get", K::invalidURL}, {"https://", K::invalidURL},
+        {"http://", K::invalidURL}, {"http:///nur/pfad", K::invalidURL}, {"https://[::1", K::invalidURL},
+        {"ht tp://x", K::invalidURL}, {"https://exa mple.com/a.mp3", K::invalidURL}, {"://", K::invalidURL},
+        {"https://open.spotify.com/episode/4rOoJ6Egrf8K2IrywzwOMk", K::spotify},
+        {"OPEN.SPOTIFY.COM/show/abc", K::spotify}, {"  http://podcasters.spotify.com/pod/x \n", K::spotify},
+        // Apple links without a collection id of the form id<digits>.
+        {"https://podcasts.apple.com/de/podcast/sendung/idea?i=1000", K::appleNotFound},
+        {"PODCASTS.APPLE.COM/de/browse", K::appleNotFound}, {"https://itunes.apple.com/id/", K::appleNotFound}};
+    for (const auto &[text, kind] : refused) {
         SCOPED_TRACE(text);
-        EXPECT_FAILS(resolve(text), invalidURL);
+        EXPECT_FAILS(resolve(text), kind, "");
     }
     EXPECT_EQ(PodcastError::invalidURL().errorDescription(),
               QStringLiteral("Das sieht nicht nach einem gültigen Link aus."));
-
-    for (const char *text : {"https://open.spotify.com/episode/4rOoJ6Egrf8K2IrywzwOMk",
-                                "OPEN.SPOTIFY.COM/show/abc", "  http://podcasters.spotify.com/pod/x \n"})
-        EXPECT_FAILS(resolve(text), spotify);
-    // Apple links without a collection id of the form id<digits>.
-    for (const char *text : {"https://podcasts.apple.com/de/podcast/sendung/idea?i=1000",
-                                "PODCASTS.APPLE.COM/de/browse", "https://itunes.apple.com/id/"})
-        EXPECT_FAILS(resolve(text), appleNotFound);
     EXPECT_EQ(proxy.totalHits(), 0);
 
     // The counter works: any other link asks, through the proxy, with its own headers.
@@ -115,7 +127,7 @@ TEST_F(Resolver, MalformedLinksAndRefusedHostsMakeNoRequest)
     EXPECT_TRUE(request.contains("\r\nRange: bytes=0-4095\r\n")) << request.toStdString();
     // Without a scheme the link goes out as https, which the proxy refuses to tunnel.
     const Outcome noScheme = resolve(QStringLiteral("Sagwerk.invalid/folge.mp3"));
-    EXPECT_FAILS(noScheme, network);
+    EXPECT_FAILS(noScheme, K::network, "");
     EXPECT_TRUE(noScheme.error->errorDescription().startsWith("Netzwerkfehler: ")) << describe(noScheme);
     EXPECT_EQ(proxy.hits("sagwerk.invalid:443"), 1);
     QNetworkProxy::setApplicationProxy(QNetworkProxy::NoProxy);
@@ -124,118 +136,96 @@ TEST_F(Resolver, MalformedLinksAndRefusedHostsMakeNoRequest)
 TEST_F(Resolver, DirectMediaIsItsOwnDownloadWithATitleFromItsName)
 {
     const QByteArray binary = randomBytes(9000);
-    server.answer("/audio/my_talk%20final.mp3", typed("application/octet-stream", binary));
-    server.answer("/media/clip.MP4", typed("Video/MP4", binary));
-    server.answer("/", typed("", binary));
-    server.answer("/episode/Teil_1%C3%28", typed("audio/mpeg", binary)); // no UTF-8: stays encoded
+    // A first 400 bytes that end inside a character leave only the type to decide: the
+    // same feed is a feed with a whole character at the edge, and media without.
+    QByteArray cut = "<rss><channel>" + QByteArray(385, ' ') + "\xc3\xa4<item><title>T</title>" + enclosure("a.mp3")
+                     + "</item></channel></rss>";
+    ASSERT_EQ(cut.indexOf("\xc3\xa4"), 399);
+    const struct {
+        const char *path;
+        QByteArray type;
+        QByteArray body;
+        const char *media, *title;
+    } cases[] = {
+        {"audio/my_talk%20final.mp3", "application/octet-stream", binary, "audio/my_talk%20final.mp3", "my talk final"},
+        {"media/clip.MP4", "Video/MP4", binary, "media/clip.MP4", "clip"},
+        {"", "", binary, "", "127.0.0.1"},
+        {"episode/Teil_1%C3%28", "audio/mpeg", binary, "episode/Teil_1%C3%28", "Teil 1%C3%28"}, // no UTF-8
+        {"cut", "", cut, "cut", "cut"},
+        {"whole", "", cut.remove(20, 1), "a.mp3", "T"},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.path);
+        server.answer(QLatin1Char('/') + QLatin1String(c.path), typed(c.type, c.body));
+        EXPECT_MEDIA(resolve(at(c.path)), at(c.media), c.title);
+    }
     // A page that ignores Range and never ends costs no more than the probe reads.
-    LocalServer::Answer endless = typed("audio/mpeg", randomBytes(64 * 1024));
-    endless.endless = true;
-    server.answer("/live", endless);
-
-    EXPECT_MEDIA(resolve(at("audio/my_talk%20final.mp3")), at("audio/my_talk%20final.mp3"), "my talk final");
-    EXPECT_MEDIA(resolve(at("media/clip.MP4")), at("media/clip.MP4"), "clip");
-    EXPECT_MEDIA(resolve(at("")), at(""), "127.0.0.1");
-    EXPECT_MEDIA(resolve(at("episode/Teil_1%C3%28")), at("episode/Teil_1%C3%28"), "Teil 1%C3%28");
+    server.answer("/live", typed("audio/mpeg", randomBytes(64 * 1024), true));
     const Outcome live = resolve(at("live"));
     EXPECT_MEDIA(live, at("live"), "live");
     EXPECT_LT(live.ms, 10'000);
-
-    // A first 400 bytes that end inside a character leave only the type to decide: the
-    // same feed is a feed with a whole character at the edge, and media without.
-    const QByteArray item = "<item><title>T</title><enclosure url=\"" + atBytes("a.mp3") + "\"/></item>";
-    QByteArray cut = "<rss><channel>" + QByteArray(385, ' ') + "\xc3\xa4" + item + "</channel></rss>";
-    ASSERT_EQ(cut.indexOf("\xc3\xa4"), 399);
-    server.answer("/cut", typed("", cut));
-    EXPECT_MEDIA(resolve(at("cut")), at("cut"), "cut");
-    cut.remove(20, 1);
-    server.answer("/whole", typed("", cut));
-    EXPECT_MEDIA(resolve(at("whole")), at("a.mp3"), "T");
 }
 
 TEST_F(Resolver, FeedsGiveTheirFirstItem)
 {
-    const QByteArray first = atBytes("media/eins.mp3");
     // The channel's title and a prefixed title are not the item's; markup splits the
     // title, CDATA and entities are text.
-    server.answer("/feed.xml",
-                  typed("application/rss+xml; charset=utf-8",
-                        rss("<item><itunes:title>Falsch</itunes:title>\n"
-                            "  <title> Folge <b>1</b>: <![CDATA[Anfang & Ende]]> &amp; mehr </title>\n"
-                            "  <enclosure length=\"1\" type=\"audio/mpeg\" url=\"  " + first + "  \"/>\n"
-                            "  <enclosure url=\"" + atBytes("zweite.mp3") + "\"/></item>\n"
-                            "<item><title>Zwei</title><enclosure url=\"" + atBytes("zwei.mp3") + "\"/></item>")));
-    EXPECT_MEDIA(resolve(at("feed.xml")), first, "Folge 1: Anfang & Ende & mehr");
+    server.answer("/feed.xml", typed("application/rss+xml; charset=utf-8",
+                                     rss("<item><itunes:title>Falsch</itunes:title>\n"
+                                         "  <title> Folge <b>1</b>: <![CDATA[Anfang & Ende]]> &amp; mehr </title>\n"
+                                         "  <enclosure length=\"1\" type=\"audio/mpeg\" url=\"  " + at("eins.mp3").toUtf8()
+                                         + "  \"/>\n" + enclosure("zweite.mp3") + "</item>\n<item><title>Zwei</title>"
+                                         + enclosure("zwei.mp3") + "</item>")));
+    EXPECT_MEDIA(resolve(at("feed.xml")), at("eins.mp3"), "Folge 1: Anfang & Ende & mehr");
 
-    // A first item without an enclosure, or with one without url, means no episode.
-    server.answer("/no-enclosure.xml",
-                  typed("text/xml", rss("<item><title>Eins</title></item><item><title>Zwei</title><enclosure url=\""
-                                        + atBytes("zwei.mp3") + "\"/></item>")));
-    EXPECT_FAILS(resolve(at("no-enclosure.xml")), noEnclosure);
-    server.answer("/no-url.xml", typed("text/xml", rss("<item><enclosure href=\"x.mp3\"/></item>")));
-    EXPECT_FAILS(resolve(at("no-url.xml")), noEnclosure);
-    // What a feed names under another scheme is not fetched.
-    server.answer("/file.xml", typed("text/xml", rss("<item><enclosure url=\"file:///etc/passwd\"/></item>")));
-    EXPECT_FAILS(resolve(at("file.xml")), noEnclosure);
-
-    // Atom: an entry counts as an item, its link elements do not count; an untitled
-    // episode is a "Podcast-Episode".
-    server.answer("/atom", typed("application/atom+xml",
-                                 "<feed xmlns=\"http://www.w3.org/2005/Atom\"><title>A</title><entry><title>E</title>"
-                                 "<link rel=\"enclosure\" href=\"" + atBytes("e.mp3") + "\"/></entry></feed>"));
-    EXPECT_FAILS(resolve(at("atom")), noEnclosure);
-    server.answer("/atom-enclosure", typed("text/plain", "<feed><entry><enclosure url=\"" + atBytes("e.mp3")
-                                                             + "\"/><title>  </title></entry></feed>"));
+    // An Atom entry counts as an item; an untitled episode is a "Podcast-Episode".
+    server.answer("/atom-enclosure", typed("text/plain", "<feed><entry>" + enclosure("e.mp3")
+                                                             + "<title>  </title></entry></feed>"));
     EXPECT_MEDIA(resolve(at("atom-enclosure")), at("e.mp3"), "Podcast-Episode");
+    // A document broken after the first item counts up to the break.
+    server.answer("/broken-after.xml", typed("text/xml", "<rss><channel><item><title>Halb</title>" + enclosure("h.mp3")
+                                                             + "<guid>x</gu"));
+    EXPECT_MEDIA(resolve(at("broken-after.xml")), at("h.mp3"), "Halb");
 
     // Thousands of items: only the first is read.
     QByteArray many;
     for (int i = 0; i < 20'000; ++i)
-        many += "<item><title>Folge " + QByteArray::number(i) + "</title><enclosure url=\"" + atBytes("f.mp3")
-                + "?n=" + QByteArray::number(i) + "\"/></item>\n";
+        many += "<item><title>Folge " + QByteArray::number(i) + "</title>" + enclosure("f.mp3?n=" + QString::number(i))
+                + "</item>\n";
     server.answer("/many.xml", typed("application/rss+xml", rss(many)));
     const Outcome big = resolve(at("many.xml"));
     EXPECT_MEDIA(big, at("f.mp3?n=0"), "Folge 0");
     EXPECT_LT(big.ms, 10'000);
 
-    // Broken documents count up to the break.
-    server.answer("/broken-after.xml",
-                  typed("text/xml", "<rss><channel><item><title>Halb</title><enclosure url=\"" + atBytes("h.mp3")
-                                        + "\"/><guid>x</gu"));
-    EXPECT_MEDIA(resolve(at("broken-after.xml")), at("h.mp3"), "Halb");
-    server.answer("/broken-before.xml", typed("text/xml", "<rss><channel><item><title>Halb</titel><enclosure url=\""
-                                                              + atBytes("h.mp3") + "\"/></item>"));
-    EXPECT_FAILS(resolve(at("broken-before.xml")), noEnclosure);
-    server.answer("/latin1.xml", typed("text/xml", "<?xml version=\"1.0\" encoding=\"UTF-8\"?><rss><channel><item>"
-                                                   "<title>Gr\xfc\xdf Gott</title><enclosure url=\""
-                                                       + atBytes("g.mp3") + "\"/></item></channel></rss>"));
-    EXPECT_FAILS(resolve(at("latin1.xml")), noEnclosure);
-    server.answer("/garbage", typed("application/xml", randomBytes(100'000)));
-    EXPECT_FAILS(resolve(at("garbage")), noEnclosure);
-
-    // An XHTML page, or any page that opens with an XML declaration, is taken for a feed.
-    server.answer("/page.xhtml", typed("application/xhtml+xml",
-                                       "<html xmlns=\"http://www.w3.org/1999/xhtml\"><head><link rel=\"alternate\" "
-                                       "type=\"application/rss+xml\" href=\"feed.xml\"/></head></html>"));
-    EXPECT_FAILS(resolve(at("page.xhtml")), noEnclosure);
-    server.answer("/decl.html", typed("text/html", "<?xml version=\"1.0\"?><html><head><link "
-                                                   "type=\"application/rss+xml\" href=\"feed.xml\"></head></html>"));
-    EXPECT_FAILS(resolve(at("decl.html")), noEnclosure);
+    expectFailures(K::noEnclosure, {
+        // A first item without an enclosure, or with one without url.
+        {"no-enclosure.xml", "text/xml", rss("<item><title>Eins</title></item><item>" + enclosure("zwei.mp3") + "</item>")},
+        {"no-url.xml", "text/xml", rss("<item><enclosure href=\"x.mp3\"/></item>")},
+        // What a feed names under another scheme is not fetched.
+        {"file.xml", "text/xml", rss("<item><enclosure url=\"file:///etc/passwd\"/></item>")},
+        // Atom link elements do not count.
+        {"atom", "application/atom+xml", "<feed xmlns=\"http://www.w3.org/2005/Atom\"><title>A</title><entry><title>E"
+                                         "</title><link rel=\"enclosure\" href=\"" + at("e.mp3").toUtf8() + "\"/></entry></feed>"},
+        {"broken-before.xml", "text/xml", "<rss><channel><item><title>Halb</titel>" + enclosure("h.mp3") + "</item>"},
+        {"latin1.xml", "text/xml", "<?xml version=\"1.0\" encoding=\"UTF-8\"?><rss><channel><item><title>Gr\xfc\xdf Gott"
+                                   "</title>" + enclosure("g.mp3") + "</item></channel></rss>"},
+        {"garbage", "application/xml", randomBytes(100'000)},
+        // An XHTML page, or any page that opens with an XML declaration, is taken for a feed.
+        {"page.xhtml", "application/xhtml+xml", "<html xmlns=\"http://www.w3.org/1999/xhtml\"><head><link rel=\"alternate\" "
+                                                "type=\"application/rss+xml\" href=\"feed.xml\"/></head></html>"},
+        {"decl.html", "text/html", "<?xml version=\"1.0\"?><html><head><link type=\"application/rss+xml\" "
+                                   "href=\"feed.xml\"></head></html>"},
+    });
 
     // A feed that turns out to be missing when fetched in full.
-    LocalServer::Answer gone = typed("application/rss+xml", "<rss>");
-    gone.status = 410;
-    server.answer("/gone.xml", gone);
-    const Outcome goneOutcome = resolve(at("gone.xml"));
-    EXPECT_FAILS(goneOutcome, network);
-    EXPECT_EQ(goneOutcome.error->errorDescription(), QStringLiteral("Netzwerkfehler: HTTP 410"));
+    server.answer("/gone.xml", typed("application/rss+xml", "<rss>", false, 410));
+    EXPECT_FAILS(resolve(at("gone.xml")), K::network, "Netzwerkfehler: HTTP 410");
 }
 
 TEST_F(Resolver, WebPagesLeadToTheirFeed)
 {
-    server.answer("/shows/feed.xml", typed("application/rss+xml",
-                                           rss("<item><title>Seite</title><enclosure url=\"" + atBytes("s.mp3")
-                                               + "\"/></item>")));
+    server.answer("/shows/feed.xml", typed("application/rss+xml", rss("<item><title>Seite</title>" + enclosure("s.mp3")
+                                                                      + "</item>")));
     // Single quotes, a relative address, and the type after the href.
     server.answer("/shows/page", typed("text/html; charset=utf-8",
                                        "<!DOCTYPE html><html><head><title>Ä</title><link rel='alternate' "
@@ -243,54 +233,42 @@ TEST_F(Resolver, WebPagesLeadToTheirFeed)
                                            + QByteArray(5000, 'x') + "</body></html>"));
     EXPECT_MEDIA(resolve(at("shows/page")), at("s.mp3"), "Seite");
     // Double quotes and a protocol-relative address; no type but the text says html.
-    const QByteArray hostPort = "//127.0.0.1:" + QByteArray::number(server.base().port());
-    server.answer("/index", typed("", "<html><head><link type=\"application/rss+xml\" href=\"" + hostPort
+    server.answer("/index", typed("", "<html><head><link type=\"application/rss+xml\" href=\"//127.0.0.1:"
+                                          + QByteArray::number(server.base().port())
                                           + "/shows/feed.xml\" rel=\"alternate\"></head></html>"));
     EXPECT_MEDIA(resolve(at("index")), at("s.mp3"), "Seite");
 
-    // A page without a feed link, with an unclosed href, with a javascript: href, or
-    // with text that is no UTF-8.
-    server.answer("/plain", typed("text/html", "<html><body>Nur Text</body></html>"));
-    EXPECT_FAILS(resolve(at("plain")), unsupported);
-    server.answer("/unclosed", typed("text/html", "<html><link type=\"application/rss+xml\" href=\"feed.xml"));
-    EXPECT_FAILS(resolve(at("unclosed")), unsupported);
-    server.answer("/script", typed("text/html", "<html><link type=\"application/rss+xml\" href=\"javascript:x()\">"));
-    EXPECT_FAILS(resolve(at("script")), unsupported);
-    server.answer("/latin1", typed("text/html", "<html>Gr\xfc\xdf<link type=\"application/rss+xml\" href=\"feed.xml\">"));
-    EXPECT_FAILS(resolve(at("latin1")), unsupported);
-
-    // A missing page is an HTML answer whose full fetch fails with its status.
-    const Outcome missing = resolve(at("nirgends"));
-    EXPECT_FAILS(missing, network);
-    EXPECT_EQ(missing.error->errorDescription(), QStringLiteral("Netzwerkfehler: HTTP 404"));
-    // A feed named on a page but gone is a network failure, not a missing enclosure.
-    server.answer("/dead-link", typed("text/html", "<html><link type=\"application/rss+xml\" href=\"/weg.xml\">"));
-    EXPECT_FAILS(resolve(at("dead-link")), network);
+    // No feed link, an unclosed href, a javascript: href, text that is no UTF-8.
+    expectFailures(K::unsupported, {
+        {"plain", "text/html", "<html><body>Nur Text</body></html>"},
+        {"unclosed", "text/html", "<html><link type=\"application/rss+xml\" href=\"feed.xml"},
+        {"script", "text/html", "<html><link type=\"application/rss+xml\" href=\"javascript:x()\">"},
+        {"latin1", "text/html", "<html>Gr\xfc\xdf<link type=\"application/rss+xml\" href=\"feed.xml\">"},
+    });
+    // A missing page is an HTML answer whose full fetch fails with its status; a feed
+    // named on a page but gone is a network failure, not a missing enclosure.
+    EXPECT_FAILS(resolve(at("nirgends")), K::network, "Netzwerkfehler: HTTP 404");
+    expectFailures(K::network, {{"dead-link", "text/html", "<html><link type=\"application/rss+xml\" href=\"/weg.xml\">"}});
 
     // An endless page is read only up to its bound.
-    LocalServer::Answer endless = typed("text/html", "<html><body>" + QByteArray(60'000, 'y') + "</body>");
-    endless.endless = true;
-    server.answer("/endless", endless);
+    server.answer("/endless", typed("text/html", "<html><body>" + QByteArray(60'000, 'y') + "</body>", true));
     const Outcome bounded = resolve(at("endless"));
-    EXPECT_FAILS(bounded, unsupported);
+    EXPECT_FAILS(bounded, K::unsupported, "");
     EXPECT_LT(bounded.ms, 30'000);
 }
 
 TEST_F(Resolver, AppleLinksGoThroughTheLookup)
 {
     const QString lookup = "/lookup?id=1234567&media=podcast&entity=podcastEpisode&limit=200";
-    const QByteArray feed = atBytes("apple-feed.xml");
-    server.answer("/apple-feed.xml", typed("application/rss+xml",
-                                           rss("<item><title>Aus dem Feed</title><enclosure url=\"" + atBytes("f.mp3")
-                                               + "\"/></item>")));
-    const QByteArray reply = R"({"resultCount": 4, "results": [
+    server.answer("/apple-feed.xml", typed("application/rss+xml", rss("<item><title>Aus dem Feed</title>"
+                                                                      + enclosure("f.mp3") + "</item>")));
+    server.answer(lookup, typed("text/javascript; charset=utf-8", R"({"resultCount": 4, "results": [
         {"wrapperType": "track", "kind": "podcast", "collectionId": 1234567, "trackId": 1234567,
-         "trackName": "Die Sendung", "feedUrl": ")" + feed + R"("},
+         "trackName": "Die Sendung", "feedUrl": ")" + at("apple-feed.xml").toUtf8() + R"("},
         {"kind": "podcast-episode", "trackId": 1000001, "trackName": "Neueste Folge",
-         "episodeUrl": ")" + atBytes("neu.mp3") + R"(", "feedUrl": null},
-        {"kind": "podcast-episode", "trackId": 1000002, "episodeUrl": ")" + atBytes("alt.m4a") + R"("},
-        {"kind": "podcast-episode", "trackId": 1000003, "trackName": "Ohne Datei"}]})";
-    server.answer(lookup, typed("text/javascript; charset=utf-8", reply));
+         "episodeUrl": ")" + at("neu.mp3").toUtf8() + R"(", "feedUrl": null},
+        {"kind": "podcast-episode", "trackId": 1000002, "episodeUrl": ")" + at("alt.m4a").toUtf8() + R"("},
+        {"kind": "podcast-episode", "trackId": 1000003, "trackName": "Ohne Datei"}]})"));
 
     const QUrl base = server.base();
     const QString show = QStringLiteral("https://podcasts.apple.com/de/podcast/die-sendung/idea/id1234567");
@@ -304,25 +282,19 @@ TEST_F(Resolver, AppleLinksGoThroughTheLookup)
     EXPECT_EQ(server.hits(lookup), 5);
     EXPECT_TRUE(server.lastRequest(lookup).contains("\r\nUser-Agent: Sagwerk/1.0 (macOS)\r\n"));
 
-    // A show whose lookup has no episode and no feed; a reply with a value of the wrong
-    // type; a lookup that fails.
+    // A show whose lookup has no episode and no feed; a value of the wrong type; a reply
+    // without results; a cut reply; a lookup that fails.
     const QString other = "/lookup?id=42&media=podcast&entity=podcastEpisode&limit=200";
     const QString otherShow = QStringLiteral("https://podcasts.apple.com/us/podcast/x/id42");
-    server.answer(other, typed("application/json", R"({"results": [{"kind": "podcast", "trackName": "Leer"}]})"));
-    EXPECT_FAILS(resolve(otherShow, base), appleNotFound);
-    server.answer(other, typed("application/json", R"({"results": [{"kind": "podcast-episode", "trackId": "7",
-                                                         "episodeUrl": "https://a.example/x.mp3"}]})"));
-    EXPECT_FAILS(resolve(otherShow, base), appleNotFound);
-    server.answer(other, typed("application/json", R"({"resultCount": 0})"));
-    EXPECT_FAILS(resolve(otherShow, base), appleNotFound);
-    server.answer(other, typed("application/json", "{\"results\": [{\"kind\": \"podcast-episode\", \"episode"));
-    EXPECT_FAILS(resolve(otherShow, base), appleNotFound);
-    LocalServer::Answer failing = typed("application/json", "{}");
-    failing.status = 503;
-    server.answer(other, failing);
-    const Outcome down = resolve(otherShow, base);
-    EXPECT_FAILS(down, network);
-    EXPECT_EQ(down.error->errorDescription(), QStringLiteral("Netzwerkfehler: HTTP 503"));
+    for (const QByteArray reply : {R"({"results": [{"kind": "podcast", "trackName": "Leer"}]})",
+                                   R"({"results": [{"kind": "podcast-episode", "trackId": "7",
+                                       "episodeUrl": "https://a.example/x.mp3"}]})",
+                                   R"({"resultCount": 0})", R"({"results": [{"kind": "podcast-episode", "episode)"}) {
+        server.answer(other, typed("application/json", reply));
+        EXPECT_FAILS(resolve(otherShow, base), K::appleNotFound, "");
+    }
+    server.answer(other, typed("application/json", "{}", false, 503));
+    EXPECT_FAILS(resolve(otherShow, base), K::network, "Netzwerkfehler: HTTP 503");
 }
 
 TEST(ResolverParts, IdsNumbersAndNames)

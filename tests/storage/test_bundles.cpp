@@ -1,4 +1,6 @@
 // Bundle folders on real files in a throwaway data folder.
+#include "Media.h"
+
 #include "app/HistoryItem.h"
 #include "storage/BundleStore.h"
 
@@ -62,23 +64,12 @@ QByteArray doc(const QString &createdAt, const std::function<void(QJsonObject &)
     return QJsonDocument(o).toJson();
 }
 
-void write(const QString &path, const QByteArray &content)
-{
-    QDir().mkpath(QFileInfo(path).path());
-    QFile f(path);
-    ASSERT_TRUE(f.open(QIODevice::WriteOnly)) << path.toStdString();
-    f.write(content);
-}
-
-QByteArray read(const QString &path)
-{
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
+using Media::readFile;
+using Media::writeFile;
 
 QJsonObject document(const QString &bundle)
 {
-    return QJsonDocument::fromJson(read(bundle + "/sagwerk.json")).object();
+    return QJsonDocument::fromJson(readFile(bundle + "/sagwerk.json")).object();
 }
 
 QStringList entries(const QString &dir)
@@ -93,12 +84,12 @@ protected:
     QString root() const { return home.path() + "/Sagwerk/Aufnahmen"; }
     QString source(const QString &name)
     {
-        write(home.path() + "/in/" + name, "audio");
+        writeFile(home.path() + "/in/" + name, "audio");
         return home.path() + "/in/" + name;
     }
     QString folder(const QString &name, const QByteArray &content)
     {
-        write(root() + u'/' + name + "/sagwerk.json", content);
+        writeFile(root() + u'/' + name + "/sagwerk.json", content);
         return root() + u'/' + name;
     }
     QStringList listed() const
@@ -116,16 +107,13 @@ protected:
 
 TEST(BundleFolderName, LocalDateAndASafeNameOfSixtyCharacters)
 {
-    EXPECT_EQ(folderName("Interview.mp3", january), local + "Interview");
-    EXPECT_EQ(folderName(" \t\u00a0 ", january), local + "Sagwerk");
-    EXPECT_EQ(folderName("Bericht.final.m4a", january), local + "Bericht.final");
-    EXPECT_EQ(folderName(R"(a//b\c:d?e%f*g|h"i<j>k.wav)", january), local + "a--b-c-d-e-f-g-h-i-j-k");
-    EXPECT_EQ(folderName(".hidden", january), local + ".hidden");
-
     // The cut comes first, then the trim; a cluster counts once and is never split.
-    EXPECT_EQ(folderName(QString(59, u'a') + u' ' + QString(10, u'b'), january), local + QString(59, u'a'));
     const QString kept = QString(56, u'x') + "👩‍👩‍👧‍👦" + "👍🏽" + "🇩🇪" + "e\u0301";
-    EXPECT_EQ(folderName(kept + "tail", january), local + kept);
+    const std::pair<QString, QString> names[] = {{"Interview.mp3", "Interview"}, {" \t\u00a0 ", "Sagwerk"},
+        {"Bericht.final.m4a", "Bericht.final"}, {R"(a//b\c:d?e%f*g|h"i<j>k.wav)", "a--b-c-d-e-f-g-h-i-j-k"},
+        {".hidden", ".hidden"}, {QString(59, u'a') + u' ' + QString(10, u'b'), QString(59, u'a')}, {kept + "tail", kept}};
+    for (const auto &[name, folder] : names)
+        EXPECT_EQ(folderName(name, january), local + folder);
 }
 
 TEST_F(Bundles, CreateWritesTheDocumentAndTheAudioCopy)
@@ -136,9 +124,9 @@ TEST_F(Bundles, CreateWritesTheDocumentAndTheAudioCopy)
 
     EXPECT_EQ(b.url, root() + u'/' + local + "Vortrag- Teil 1-2");
     EXPECT_EQ(entries(b.url), (QStringList{"audio.MP3", "sagwerk.json"}));
-    EXPECT_EQ(read(b.url + "/audio.MP3"), "audio");
+    EXPECT_EQ(readFile(b.url + "/audio.MP3"), "audio");
 
-    const QByteArray raw = read(b.url + "/sagwerk.json");
+    const QByteArray raw = readFile(b.url + "/sagwerk.json");
     EXPECT_TRUE(raw.contains("Teil 1\\/2.mp3") && raw.contains("https:\\/\\/example.org"));
     EXPECT_FALSE(QString::fromUtf8(raw).contains(QRegularExpression(R"((?<!\\)/)"))) << raw.toStdString();
     const QJsonObject json = document(b.url);
@@ -165,7 +153,7 @@ TEST_F(Bundles, SuffixesMissingExtensionAndMissingSource)
     for (const QString suffix : {"", "-2", "-3"}) {
         const LoadedBundle b = create("Notiz", january, source("aufnahme"), sampleResult());
         EXPECT_EQ(b.url, root() + u'/' + local + "Notiz" + suffix);
-        EXPECT_EQ(read(b.url + "/audio.m4a"), "audio");
+        EXPECT_EQ(readFile(b.url + "/audio.m4a"), "audio");
     }
     // Any entry occupies a name, a dangling link too.
     QFile::link(root() + "/nowhere", root() + u'/' + local + "Notiz-4");
@@ -178,7 +166,7 @@ TEST_F(Bundles, SuffixesMissingExtensionAndMissingSource)
 
 TEST_F(Bundles, FailedCreateThrowsAndLeavesNoDocument)
 {
-    write(home.path() + "/Sagwerk", "a file where the root should be");
+    writeFile(home.path() + "/Sagwerk", "a file where the root should be");
     try {
         create("a", january, source("a.wav"), sampleResult());
         ADD_FAILURE() << "no throw";
@@ -229,7 +217,7 @@ TEST_F(Bundles, ListSkipsWhatDoesNotDecodeAndSortsNewestFirst)
            }));
     QDir().mkpath(root() + "/dir-as-document/sagwerk.json");
     QDir().mkpath(root() + "/empty");
-    write(root() + "/stray.json", doc(bad));
+    writeFile(root() + "/stray.json", doc(bad));
     if (geteuid() != 0) // root reads anything
         QFile::setPermissions(folder("unreadable", doc(bad)) + "/sagwerk.json", {});
 
@@ -266,7 +254,7 @@ TEST_F(Bundles, PatchesChangeOneFieldAndKeepTheRest)
     QJsonObject json = document(bundle);
     json["futureKey"] = "from a newer version";
     json["smoothed"] = QJsonObject{{"entwurf", "kein Level"}};
-    write(bundle + "/sagwerk.json", QJsonDocument(json).toJson());
+    writeFile(bundle + "/sagwerk.json", QJsonDocument(json).toJson());
     const BundleData before = list()[0].data;
 
     saveSmoothed(bundle, 2, "glatt");
@@ -305,7 +293,7 @@ TEST_F(Bundles, FailedPatchesAndRemovalsLeaveTheRestAlone)
     const QString full = create("Voll", january, source("v.wav"), sampleResult()).url;
     QList<QByteArray> before;
     for (const QString &bundle : {broken, incomplete, full})
-        before << read(bundle + "/sagwerk.json");
+        before << readFile(bundle + "/sagwerk.json");
     saveSmoothed(broken, 1, "x");
     saveCorrections(incomplete, {});
     {
@@ -313,9 +301,9 @@ TEST_F(Bundles, FailedPatchesAndRemovalsLeaveTheRestAlone)
         saveSpeakerText(full, "Sprecher 1: ein Text, der nicht mehr auf die Platte passt");
     }
     saveSpeakerText(root() + "/missing", "x");
-    EXPECT_EQ(read(broken + "/sagwerk.json"), before[0]);
-    EXPECT_EQ(read(incomplete + "/sagwerk.json"), before[1]);
-    EXPECT_EQ(read(full + "/sagwerk.json"), before[2]);
+    EXPECT_EQ(readFile(broken + "/sagwerk.json"), before[0]);
+    EXPECT_EQ(readFile(incomplete + "/sagwerk.json"), before[1]);
+    EXPECT_EQ(readFile(full + "/sagwerk.json"), before[2]);
     EXPECT_EQ(entries(full), (QStringList{"audio.wav", "sagwerk.json"}));
     EXPECT_FALSE(QFileInfo::exists(root() + "/missing"));
 

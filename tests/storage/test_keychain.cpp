@@ -23,16 +23,10 @@ const QString anthropic = KeychainStore::anthropicAccount;
 const QString openai = KeychainStore::openaiAccount;
 const QByteArray marker = "KEYMARKER";
 
-QString sessionDir()
-{
-    return qEnvironmentVariable("SAGWERK_SESSION_DIR");
-}
-
-bool onThrowAwaySession()
-{
-    const QString dir = sessionDir();
-    return !dir.isEmpty() && qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS").contains(dir);
-}
+const QString sessionDir = qEnvironmentVariable("SAGWERK_SESSION_DIR");
+#define ASSERT_ON_THROWAWAY_SESSION()                                                                               \
+    ASSERT_TRUE(!sessionDir.isEmpty() && qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS").contains(sessionDir))      \
+        << "run through tests/support/with-secret-service.sh"
 
 // The Secret Service items of one account under our service name, found by the
 // attributes that QtKeychain gives its items.
@@ -72,9 +66,9 @@ QStringList filesWithMarker(const QString &dir)
 
 } // namespace
 
-TEST(KeychainStore, SavesReplacesAndRemovesOneItemPerAccount)
+TEST(KeychainStore, SavesReplacesAndRemovesOneItemPerAccountOfText)
 {
-    ASSERT_TRUE(onThrowAwaySession()) << "run through tests/support/with-secret-service.sh";
+    ASSERT_ON_THROWAWAY_SESSION();
 
     EXPECT_EQ(KeychainStore::load(anthropic), std::nullopt);
     KeychainStore::remove(anthropic);
@@ -107,12 +101,8 @@ TEST(KeychainStore, SavesReplacesAndRemovesOneItemPerAccount)
     // Nothing of it went to a settings file.
     EXPECT_EQ(filesWithMarker(qEnvironmentVariable("XDG_CONFIG_HOME")), QStringList());
     EXPECT_EQ(filesWithMarker(qEnvironmentVariable("HOME")), QStringList());
-}
 
-TEST(KeychainStore, SecretThatIsNotUtf8ReadsAsNone)
-{
-    ASSERT_TRUE(onThrowAwaySession()) << "run through tests/support/with-secret-service.sh";
-
+    // A secret that is not UTF-8 reads as none.
     QKeychain::WritePasswordJob job(KeychainStore::service);
     job.setAutoDelete(false);
     job.setKey(anthropic);
@@ -130,7 +120,7 @@ TEST(KeychainStore, SecretThatIsNotUtf8ReadsAsNone)
 
 TEST(KeychainStoreUnreachable, EverythingIsSilentAndNothingIsKept)
 {
-    ASSERT_TRUE(onThrowAwaySession()) << "run through tests/support/with-secret-service.sh";
+    ASSERT_ON_THROWAWAY_SESSION();
 
     QElapsedTimer clock;
     clock.start();
@@ -143,6 +133,6 @@ TEST(KeychainStoreUnreachable, EverythingIsSilentAndNothingIsKept)
     EXPECT_LT(clock.elapsed(), 10000);
 
     // The key did not go to a file instead: not to the settings, not anywhere.
-    EXPECT_EQ(filesWithMarker(sessionDir()), QStringList());
+    EXPECT_EQ(filesWithMarker(sessionDir), QStringList());
     EXPECT_EQ(filesWithMarker(qEnvironmentVariable("SAGWERK_TEST_TMP")), QStringList());
 }

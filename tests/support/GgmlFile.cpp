@@ -19,10 +19,8 @@ GgmlFile GgmlFile::read(const QString &path, bool values)
     i32(); // magic
     for (int i = 0; i < 11; ++i)
         g.hparams.push_back(i32());
-    g.mels = i32();
-    g.fftBins = i32();
-    g.filters.resize(size_t(g.mels) * size_t(g.fftBins));
-    f.read(reinterpret_cast<char *>(g.filters.data()), qint64(g.filters.size()) * 4);
+    const qint64 mels = i32(), bins = i32();
+    f.skip(mels * bins * 4); // the mel filters
     const int count = i32();
     for (int i = 0; i < count; ++i)
         g.tokens << f.read(i32());

@@ -7,7 +7,7 @@
 
 #include <vector>
 
-// Reads a whisper.cpp model file back, for checks: header, filters, tokens, tensors.
+// Reads a whisper.cpp model file back, for checks: header, tokens, tensors.
 struct GgmlFile {
     struct Tensor {
         std::vector<qint64> ne; // fastest first
@@ -16,8 +16,6 @@ struct GgmlFile {
     };
 
     std::vector<int> hparams; // the eleven header numbers
-    int mels = 0, fftBins = 0;
-    std::vector<float> filters;
     QList<QByteArray> tokens;
     QHash<QByteArray, Tensor> tensors;
     bool complete = false; // the file ended right after a whole tensor

@@ -21,16 +21,6 @@ QUrl LocalServer::base() const
     return QUrl(QStringLiteral("http://127.0.0.1:%1/").arg(server.serverPort()));
 }
 
-void LocalServer::answer(const QString &path, const Answer &answer)
-{
-    answers.insert(path, answer);
-}
-
-int LocalServer::hits(const QString &path) const
-{
-    return counts.value(path);
-}
-
 void LocalServer::release()
 {
     for (auto &[socket, rest] : std::exchange(waiting, {})) {

@@ -39,8 +39,8 @@ public:
 
     // "http://127.0.0.1:PORT/", a repository base for the model store.
     QUrl base() const;
-    void answer(const QString &path, const Answer &answer);
-    int hits(const QString &path) const;
+    void answer(const QString &path, const Answer &answer) { answers.insert(path, answer); }
+    int hits(const QString &path) const { return counts.value(path); }
     // Requests of any path, also those that came through as a proxy's.
     int totalHits() const { return total; }
     // The head of the last request for `path`, lines separated by CRLF.

@@ -28,9 +28,15 @@ void installTinyModel(const QString &modelsDir, const QString &fileName);
 
 // Names in the temporary folder, to check that an operation left nothing behind.
 QStringList temporaryEntries();
+#define EXPECT_NO_TEMPORARY_FILES() \
+    EXPECT_TRUE(Media::temporaryEntries().isEmpty()) << Media::temporaryEntries().join(u' ').toStdString()
 
 // Writes an executable shell script and returns its path.
 QString script(const QString &name, const QString &body);
+
+// The bytes of `path`, empty when it cannot be read; and a write that makes the folder.
+QByteArray readFile(const QString &path);
+void writeFile(const QString &path, const QByteArray &content);
 
 // 16-bit PCM samples of `path` as the ffmpeg program decodes them to 16 kHz mono.
 QByteArray ffmpegPcm(const QString &path);
