@@ -188,10 +188,7 @@ void HelpView::select(const QString &id)
 
 void HelpView::changeEvent(QEvent *event)
 {
-    // Colours come from the window, and widgets learn of a new palette in no fixed order:
-    // restyle once all have it.
-    if (Look::isLookChange(event))
-        QMetaObject::invokeMethod(this, &HelpView::rebuildList, Qt::QueuedConnection);
+    Look::restyleOnLookChange(event, this, &HelpView::rebuildList);
     QWidget::changeEvent(event);
 }
 

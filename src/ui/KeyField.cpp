@@ -96,10 +96,7 @@ void KeyField::remove()
 
 void KeyField::changeEvent(QEvent *event)
 {
-    // Colours come from the window, and widgets learn of a new palette in no fixed order:
-    // restyle once all have it.
-    if (Look::isLookChange(event))
-        QMetaObject::invokeMethod(this, &KeyField::refresh, Qt::QueuedConnection);
+    Look::restyleOnLookChange(event, this, &KeyField::refresh);
     QWidget::changeEvent(event);
 }
 

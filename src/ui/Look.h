@@ -3,6 +3,7 @@
 #include <QColor>
 #include <QFont>
 #include <QFrame>
+#include <QMetaObject>
 
 class QEvent;
 class QLabel;
@@ -33,6 +34,15 @@ void setTone(QWidget *widget, Tone tone);
 
 // A change of palette or style, after which colours and pictures are drawn anew.
 bool isLookChange(const QEvent *event);
+
+// Calls `restyle` on `widget` after a change of palette or style. Colours come from the
+// window, and widgets learn of a new palette in no fixed order: so once all have it.
+template <typename Widget>
+void restyleOnLookChange(const QEvent *event, Widget *widget, void (Widget::*restyle)())
+{
+    if (isLookChange(event))
+        QMetaObject::invokeMethod(widget, restyle, Qt::QueuedConnection);
+}
 
 // A thin horizontal line between sections.
 QFrame *divider(QWidget *parent = nullptr);

@@ -202,10 +202,7 @@ void ModelRow::mouseReleaseEvent(QMouseEvent *event)
 
 void ModelRow::changeEvent(QEvent *event)
 {
-    // Colours come from the window, and widgets learn of a new palette in no fixed order:
-    // restyle once all have it.
-    if (Look::isLookChange(event))
-        QMetaObject::invokeMethod(this, &ModelRow::restyle, Qt::QueuedConnection);
+    Look::restyleOnLookChange(event, this, &ModelRow::restyle);
     QWidget::changeEvent(event);
 }
 

@@ -241,10 +241,7 @@ void OnboardingWizard::closeEvent(QCloseEvent *event)
 
 void OnboardingWizard::changeEvent(QEvent *event)
 {
-    // Colours come from the window, and widgets learn of a new palette in no fixed order:
-    // restyle once all have it.
-    if (Look::isLookChange(event))
-        QMetaObject::invokeMethod(this, &OnboardingWizard::refresh, Qt::QueuedConnection);
+    Look::restyleOnLookChange(event, this, &OnboardingWizard::refresh);
     QDialog::changeEvent(event);
 }
 

@@ -171,10 +171,7 @@ void SettingsSheet::save()
 
 void SettingsSheet::changeEvent(QEvent *event)
 {
-    // Colours come from the window, and widgets learn of a new palette in no fixed order:
-    // restyle once all have it.
-    if (Look::isLookChange(event))
-        QMetaObject::invokeMethod(this, &SettingsSheet::refresh, Qt::QueuedConnection);
+    Look::restyleOnLookChange(event, this, &SettingsSheet::refresh);
     QDialog::changeEvent(event);
 }
 
