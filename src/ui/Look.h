@@ -8,6 +8,7 @@
 class QEvent;
 class QLabel;
 class QPalette;
+class QVBoxLayout;
 class QWidget;
 
 // The few type sizes and colours the screens share. Sizes follow the application font,
@@ -46,6 +47,9 @@ void restyleOnLookChange(const QEvent *event, Widget *widget, void (Widget::*res
 
 // A thin horizontal line between sections.
 QFrame *divider(QWidget *parent = nullptr);
+
+// A column on `widget` whose parts touch its edges and each other.
+QVBoxLayout *flushColumn(QWidget *widget);
 
 // A quiet rounded surface behind a group of controls.
 class RoundedBox : public QFrame {

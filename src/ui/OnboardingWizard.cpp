@@ -41,9 +41,7 @@ OnboardingWizard::OnboardingWizard(AppModel &app, QWidget *parent) : QDialog(par
     resize(580, 600);
     setMinimumSize(580, 600);
 
-    auto *outer = new QVBoxLayout(this);
-    outer->setContentsMargins(0, 0, 0, 0);
-    outer->setSpacing(0);
+    auto *outer = Look::flushColumn(this);
     m_pages = new QStackedWidget(this);
     outer->addWidget(m_pages, 1);
 

@@ -45,9 +45,7 @@ SettingsSheet::SettingsSheet(AppModel &app, QWidget *parent) : QDialog(parent), 
     resize(560, 720);
     setMinimumSize(560, 420);
 
-    auto *outer = new QVBoxLayout(this);
-    outer->setContentsMargins(0, 0, 0, 0);
-    outer->setSpacing(0);
+    auto *outer = Look::flushColumn(this);
 
     m_title = new QLabel(this);
     auto *titleRow = new QHBoxLayout;
