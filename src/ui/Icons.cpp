@@ -23,15 +23,21 @@ QIcon drawn(int size, Draw draw)
     return QIcon(pixmap);
 }
 
+// A filled disc over all of `r`; gives its width, the unit of what goes on it.
+double disc(QPainter &p, const QRectF &r, const QColor &color)
+{
+    p.setPen(Qt::NoPen);
+    p.setBrush(color);
+    p.drawEllipse(r.adjusted(0.5, 0.5, -0.5, -0.5));
+    return r.width();
+}
+
 } // namespace
 
 QIcon playCircle(const QColor &color, int size)
 {
     return drawn(size, [&](QPainter &p, const QRectF &r) {
-        p.setPen(Qt::NoPen);
-        p.setBrush(color);
-        p.drawEllipse(r.adjusted(0.5, 0.5, -0.5, -0.5));
-        const double s = r.width();
+        const double s = disc(p, r, color);
         QPainterPath triangle;
         triangle.moveTo(s * 0.40, s * 0.30);
         triangle.lineTo(s * 0.72, s * 0.50);
@@ -45,10 +51,7 @@ QIcon playCircle(const QColor &color, int size)
 QIcon pauseCircle(const QColor &color, int size)
 {
     return drawn(size, [&](QPainter &p, const QRectF &r) {
-        p.setPen(Qt::NoPen);
-        p.setBrush(color);
-        p.drawEllipse(r.adjusted(0.5, 0.5, -0.5, -0.5));
-        const double s = r.width();
+        const double s = disc(p, r, color);
         p.setBrush(Qt::white);
         p.drawRoundedRect(QRectF(s * 0.35, s * 0.30, s * 0.10, s * 0.40), s * 0.03, s * 0.03);
         p.drawRoundedRect(QRectF(s * 0.55, s * 0.30, s * 0.10, s * 0.40), s * 0.03, s * 0.03);
@@ -58,10 +61,7 @@ QIcon pauseCircle(const QColor &color, int size)
 QIcon xmarkCircle(const QColor &color, int size)
 {
     return drawn(size, [&](QPainter &p, const QRectF &r) {
-        p.setPen(Qt::NoPen);
-        p.setBrush(color);
-        p.drawEllipse(r.adjusted(0.5, 0.5, -0.5, -0.5));
-        const double s = r.width();
+        const double s = disc(p, r, color);
         p.setCompositionMode(QPainter::CompositionMode_Clear);
         p.setPen(QPen(Qt::black, s * 0.11, Qt::SolidLine, Qt::RoundCap));
         p.drawLine(QPointF(s * 0.34, s * 0.34), QPointF(s * 0.66, s * 0.66));

@@ -62,12 +62,19 @@ void findThemes()
     Q_UNUSED(done);
 }
 
-// Themes have no one-colour processor picture; this one is drawn: a chip with pins.
-QPixmap chip(int size, const QColor &color, qreal dpr)
+// A transparent square of `size` logical pixels to draw a symbol on.
+QPixmap blank(int size, qreal dpr)
 {
     QPixmap out(QSize(size, size) * dpr);
     out.setDevicePixelRatio(dpr);
     out.fill(Qt::transparent);
+    return out;
+}
+
+// Themes have no one-colour processor picture; this one is drawn: a chip with pins.
+QPixmap chip(int size, const QColor &color, qreal dpr)
+{
+    QPixmap out = blank(size, dpr);
     QPainter painter(&out);
     painter.setRenderHint(QPainter::Antialiasing);
     const qreal unit = size / 16.0;
@@ -91,9 +98,7 @@ QPixmap chip(int size, const QColor &color, qreal dpr)
 // A warning triangle with its mark cut out, where the themes offer only coloured ones.
 QPixmap warning(int size, const QColor &color, qreal dpr)
 {
-    QPixmap out(QSize(size, size) * dpr);
-    out.setDevicePixelRatio(dpr);
-    out.fill(Qt::transparent);
+    QPixmap out = blank(size, dpr);
     QPainter painter(&out);
     painter.setRenderHint(QPainter::Antialiasing);
     const qreal unit = size / 16.0;
@@ -162,9 +167,7 @@ QPixmap pixmap(const QString &symbol, int size, const QColor &color, qreal dpr)
         return tinted(icon, size, color, dpr);
 
     // A disc in `color` with the symbol in white at its centre.
-    QPixmap out(QSize(size, size) * dpr);
-    out.setDevicePixelRatio(dpr);
-    out.fill(Qt::transparent);
+    QPixmap out = blank(size, dpr);
     QPainter painter(&out);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
