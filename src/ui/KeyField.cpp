@@ -3,7 +3,7 @@
 #include "app/AppModel.h"
 #include "app/LanguageManager.h"
 #include "ui/Look.h"
-#include "ui/Symbols.h"
+#include "ui/Icons.h"
 
 #include <QCoreApplication>
 #include <QEvent>
@@ -111,7 +111,7 @@ void KeyField::refresh()
     m_stored->setText(QCoreApplication::translate("Sagwerk", "hinterlegt"));
     Look::style(m_stored, Look::TextSize::caption, Look::Tone::green);
     const int iconSize = QFontMetrics(m_stored->font()).height();
-    m_storedIcon->setPixmap(Symbols::pixmap(QStringLiteral("checkmark.seal"), iconSize,
+    m_storedIcon->setPixmap(Icons::pixmap(QStringLiteral("checkmark.seal"), iconSize,
                                             Look::color(palette(), Look::Tone::green), devicePixelRatioF()));
     m_stored->setVisible(stored);
     m_storedIcon->setVisible(stored);
