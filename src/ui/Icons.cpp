@@ -73,50 +73,55 @@ QPixmap blank(int size, qreal dpr)
     return out;
 }
 
-// Themes have no one-colour processor picture; this one is drawn: a chip with pins.
-QPixmap chip(int size, const QColor &color, qreal dpr)
+// A symbol drawn on a grid of 16 units across `size` logical pixels.
+template <typename Draw>
+QPixmap onGrid(int size, qreal dpr, Draw draw)
 {
     QPixmap out = blank(size, dpr);
     QPainter painter(&out);
     painter.setRenderHint(QPainter::Antialiasing);
-    const qreal unit = size / 16.0;
-    const QRectF body(3.5 * unit, 3.5 * unit, 9 * unit, 9 * unit);
-    painter.setPen(QPen(color, 1.2 * unit));
-    painter.setBrush(Qt::NoBrush);
-    painter.drawRoundedRect(body, 1.5 * unit, 1.5 * unit);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(color);
-    painter.drawRect(QRectF(6 * unit, 6 * unit, 4 * unit, 4 * unit));
-    for (const qreal at : {5.5, 8.0, 10.5}) {
-        const qreal c = at * unit - 0.5 * unit;
-        painter.drawRect(QRectF(c, 0.8 * unit, unit, 2 * unit));
-        painter.drawRect(QRectF(c, 13.2 * unit, unit, 2 * unit));
-        painter.drawRect(QRectF(0.8 * unit, c, 2 * unit, unit));
-        painter.drawRect(QRectF(13.2 * unit, c, 2 * unit, unit));
-    }
+    draw(painter, size / 16.0);
     return out;
+}
+
+// Themes have no one-colour processor picture; this one is drawn: a chip with pins.
+QPixmap chip(int size, const QColor &color, qreal dpr)
+{
+    return onGrid(size, dpr, [&](QPainter &painter, qreal unit) {
+        const QRectF body(3.5 * unit, 3.5 * unit, 9 * unit, 9 * unit);
+        painter.setPen(QPen(color, 1.2 * unit));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRoundedRect(body, 1.5 * unit, 1.5 * unit);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(color);
+        painter.drawRect(QRectF(6 * unit, 6 * unit, 4 * unit, 4 * unit));
+        for (const qreal at : {5.5, 8.0, 10.5}) {
+            const qreal c = at * unit - 0.5 * unit;
+            painter.drawRect(QRectF(c, 0.8 * unit, unit, 2 * unit));
+            painter.drawRect(QRectF(c, 13.2 * unit, unit, 2 * unit));
+            painter.drawRect(QRectF(0.8 * unit, c, 2 * unit, unit));
+            painter.drawRect(QRectF(13.2 * unit, c, 2 * unit, unit));
+        }
+    });
 }
 
 // A warning triangle with its mark cut out, where the themes offer only coloured ones.
 QPixmap warning(int size, const QColor &color, qreal dpr)
 {
-    QPixmap out = blank(size, dpr);
-    QPainter painter(&out);
-    painter.setRenderHint(QPainter::Antialiasing);
-    const qreal unit = size / 16.0;
-    QPainterPath triangle;
-    triangle.moveTo(8 * unit, 1.5 * unit);
-    triangle.lineTo(15 * unit, 14.5 * unit);
-    triangle.lineTo(1 * unit, 14.5 * unit);
-    triangle.closeSubpath();
-    painter.setPen(QPen(color, 1.2 * unit, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    painter.setBrush(Qt::NoBrush);
-    painter.drawPath(triangle);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(color);
-    painter.drawRoundedRect(QRectF(7.3 * unit, 5.5 * unit, 1.4 * unit, 5 * unit), 0.7 * unit, 0.7 * unit);
-    painter.drawEllipse(QPointF(8 * unit, 12.3 * unit), 0.85 * unit, 0.85 * unit);
-    return out;
+    return onGrid(size, dpr, [&](QPainter &painter, qreal unit) {
+        QPainterPath triangle;
+        triangle.moveTo(8 * unit, 1.5 * unit);
+        triangle.lineTo(15 * unit, 14.5 * unit);
+        triangle.lineTo(1 * unit, 14.5 * unit);
+        triangle.closeSubpath();
+        painter.setPen(QPen(color, 1.2 * unit, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawPath(triangle);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(color);
+        painter.drawRoundedRect(QRectF(7.3 * unit, 5.5 * unit, 1.4 * unit, 5 * unit), 0.7 * unit, 0.7 * unit);
+        painter.drawEllipse(QPointF(8 * unit, 12.3 * unit), 0.85 * unit, 0.85 * unit);
+    });
 }
 
 QIcon themeIcon(const QString &symbol)
