@@ -173,19 +173,23 @@ QList<Piece> layout(const Hparams &h)
         if (bias)
             pieces.append({dst + ".bias", src + QStringLiteral("/bias"), part, parts, {out}, Type::F32});
     };
-    // Self-attention keeps query, key and value in one projection, rows in that order;
-    // cross-attention fuses only key and value, after a projection of the query alone.
+    // Self-attention keeps query, key and value in one projection, rows in that order.
     // Whisper's key has no bias: a bias on the key shifts every score of a query alike,
     // which the softmax cancels, so dropping the zeros there changes nothing.
-    auto attention = [&](const QByteArray &dst, const QString &src, qint64 w, bool cross) {
-        const QString layer = src + QStringLiteral("/linear_");
-        const QString keyValue = layer + (cross ? u'1' : u'0');
-        const int parts = cross ? 2 : 3, key = cross ? 0 : 1;
+    auto selfAttention = [&](const QByteArray &dst, const QString &src, qint64 w) {
         norm(dst + "_ln", src + QStringLiteral("/layer_norm"), w);
-        linear(dst + ".query", layer + u'0', 0, cross ? 1 : 3, w, w, true);
-        linear(dst + ".key", keyValue, key, parts, w, w, false);
-        linear(dst + ".value", keyValue, key + 1, parts, w, w, true);
-        linear(dst + ".out", layer + (cross ? u'2' : u'1'), 0, 1, w, w, true);
+        linear(dst + ".query", src + QStringLiteral("/linear_0"), 0, 3, w, w, true);
+        linear(dst + ".key", src + QStringLiteral("/linear_0"), 1, 3, w, w, false);
+        linear(dst + ".value", src + QStringLiteral("/linear_0"), 2, 3, w, w, true);
+        linear(dst + ".out", src + QStringLiteral("/linear_1"), 0, 1, w, w, true);
+    };
+    // Cross-attention fuses only key and value.
+    auto crossAttention = [&](const QByteArray &dst, const QString &src, qint64 w) {
+        norm(dst + "_ln", src + QStringLiteral("/layer_norm"), w);
+        linear(dst + ".query", src + QStringLiteral("/linear_0"), 0, 1, w, w, true);
+        linear(dst + ".key", src + QStringLiteral("/linear_1"), 0, 2, w, w, false);
+        linear(dst + ".value", src + QStringLiteral("/linear_1"), 1, 2, w, w, true);
+        linear(dst + ".out", src + QStringLiteral("/linear_2"), 0, 1, w, w, true);
     };
     auto mlp = [&](const QByteArray &dst, const QString &src, qint64 w) {
         norm(dst + ".mlp_ln", src + QStringLiteral("/ffn/layer_norm"), w);
@@ -203,7 +207,7 @@ QList<Piece> layout(const Hparams &h)
     for (int l = 0; l < h.audioLayer; ++l) {
         const QByteArray dst = "encoder.blocks." + QByteArray::number(l);
         const QString src = QStringLiteral("encoder/layer_%1").arg(l);
-        attention(dst + ".attn", src + QStringLiteral("/self_attention"), n, false);
+        selfAttention(dst + ".attn", src + QStringLiteral("/self_attention"), n);
         mlp(dst, src, n);
     }
     norm("encoder.ln_post", QStringLiteral("encoder/layer_norm"), n);
@@ -216,8 +220,8 @@ QList<Piece> layout(const Hparams &h)
     for (int l = 0; l < h.textLayer; ++l) {
         const QByteArray dst = "decoder.blocks." + QByteArray::number(l);
         const QString src = QStringLiteral("decoder/layer_%1").arg(l);
-        attention(dst + ".attn", src + QStringLiteral("/self_attention"), t, false);
-        attention(dst + ".cross_attn", src + QStringLiteral("/attention"), t, true);
+        selfAttention(dst + ".attn", src + QStringLiteral("/self_attention"), t);
+        crossAttention(dst + ".cross_attn", src + QStringLiteral("/attention"), t);
         mlp(dst, src, t);
     }
     norm("decoder.ln", QStringLiteral("decoder/layer_norm"), t);
