@@ -1,6 +1,7 @@
 #include "engine/DownloadDelegate.h"
 
 #include "engine/TranscriptionResult.h"
+#include "engine/TransferError.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -13,20 +14,6 @@ namespace {
 
 // How long a transfer may stall before it fails.
 constexpr int stallTimeoutMs = 60'000;
-
-// An HTTP error status is an answer like any other: its body is what was downloaded,
-// and the caller judges the file. Only failures of the transfer itself count.
-bool isTransferError(QNetworkReply *reply)
-{
-    const QNetworkReply::NetworkError error = reply->error();
-    if (error == QNetworkReply::NoError)
-        return false;
-    if (!reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).isValid())
-        return true;
-    const bool contentError = error >= QNetworkReply::ContentAccessDenied && error <= QNetworkReply::UnknownContentError;
-    const bool serverError = error >= QNetworkReply::InternalServerError && error <= QNetworkReply::UnknownServerError;
-    return !(contentError || serverError || error == QNetworkReply::ProtocolInvalidOperationError);
-}
 
 // The value of one parameter of a Content-Disposition header: a token, or a quoted
 // string with its backslash escapes.

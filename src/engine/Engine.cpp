@@ -148,6 +148,20 @@ void runProcess(const QString &executable, const QStringList &arguments, const T
     throw failure(text.trimmed());
 }
 
+namespace {
+
+// The fallback road: the ffmpeg program writes `output` as a 16 kHz mono WAV.
+void convertWithFFmpeg(const QString &input, const QString &output, const TranscribeControlPtr &control)
+{
+    const std::optional<QString> ffmpeg = ffmpegURL();
+    if (!ffmpeg)
+        throw EngineError::convertFailed(QString::fromUtf8(formatMessage));
+    removeQuietly(output);
+    runProcess(*ffmpeg, ffmpegArguments(input, output), control, &EngineError::convertFailed);
+}
+
+} // namespace
+
 std::vector<float> decodeTo16kMonoFloats(const QString &input, const TranscribeControlPtr &control)
 {
     try {
@@ -160,12 +174,9 @@ std::vector<float> decodeTo16kMonoFloats(const QString &input, const TranscribeC
         // Any other failure of the first attempt goes to the fallback, which replaces its message.
     }
 
-    const std::optional<QString> ffmpeg = ffmpegURL();
-    if (!ffmpeg)
-        throw EngineError::convertFailed(QString::fromUtf8(formatMessage));
     const QString temporary = temporaryWavPath();
     const auto cleanup = qScopeGuard([&] { removeQuietly(temporary); });
-    runProcess(*ffmpeg, ffmpegArguments(input, temporary), control, &EngineError::convertFailed);
+    convertWithFFmpeg(input, temporary, control);
     return pcm16ToFloats(avfDecodePCM16(temporary, control));
 }
 
@@ -187,11 +198,7 @@ void convertTo16kMonoWav(const QString &input, const QString &output, const Tran
             throw;
     }
 
-    const std::optional<QString> ffmpeg = ffmpegURL();
-    if (!ffmpeg)
-        throw EngineError::convertFailed(QString::fromUtf8(formatMessage));
-    removeQuietly(output);
-    runProcess(*ffmpeg, ffmpegArguments(input, output), control, &EngineError::convertFailed);
+    convertWithFFmpeg(input, output, control);
 }
 
 QString extractWav(const QString &from, const TranscribeControlPtr &control)

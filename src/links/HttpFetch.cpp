@@ -1,6 +1,7 @@
 #include "links/HttpFetch.h"
 
 #include "engine/EngineError.h"
+#include "engine/TransferError.h"
 #include "links/PodcastError.h"
 #include "links/PodcastResolver.h"
 
@@ -12,24 +13,6 @@
 #include <memory>
 
 namespace Http {
-
-namespace {
-
-// An HTTP error status comes with the answer's body and is the caller's to judge;
-// only failures of the transfer itself count here.
-bool isTransferError(QNetworkReply *reply)
-{
-    const QNetworkReply::NetworkError error = reply->error();
-    if (error == QNetworkReply::NoError)
-        return false;
-    if (!reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).isValid())
-        return true;
-    const bool contentError = error >= QNetworkReply::ContentAccessDenied && error <= QNetworkReply::UnknownContentError;
-    const bool serverError = error >= QNetworkReply::InternalServerError && error <= QNetworkReply::UnknownServerError;
-    return !(contentError || serverError || error == QNetworkReply::ProtocolInvalidOperationError);
-}
-
-} // namespace
 
 QString mimeType(const QString &contentType)
 {

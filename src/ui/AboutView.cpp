@@ -92,10 +92,7 @@ QString AboutView::version()
 
 void AboutView::changeEvent(QEvent *event)
 {
-    // Colours come from the window, and widgets learn of a new palette in no fixed order:
-    // restyle once all have it.
-    if (Look::isLookChange(event))
-        QMetaObject::invokeMethod(this, &AboutView::refresh, Qt::QueuedConnection);
+    Look::restyleOnLookChange(event, this, &AboutView::refresh);
     QWidget::changeEvent(event);
 }
 

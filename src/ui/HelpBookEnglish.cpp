@@ -1,37 +1,7 @@
 // The English help book; French and Swedish users read it too.
-#include "ui/HelpContent.h"
+#include "ui/HelpBook.h"
 
-namespace {
-
-HelpBlock p(const char *text)
-{
-    return HelpBlock::paragraph(QString::fromUtf8(text));
-}
-
-HelpBlock h(const char *text)
-{
-    return HelpBlock::subheading(QString::fromUtf8(text));
-}
-
-HelpBlock tip(const char *text)
-{
-    return HelpBlock::tip(QString::fromUtf8(text));
-}
-
-HelpBlock list(std::initializer_list<const char *> items)
-{
-    QStringList out;
-    for (const char *item : items)
-        out << QString::fromUtf8(item);
-    return HelpBlock::bullets(out);
-}
-
-HelpSection section(const char *id, const char *icon, const char *title, QList<HelpBlock> blocks)
-{
-    return {QString::fromUtf8(id), QString::fromUtf8(icon), QString::fromUtf8(title), std::move(blocks)};
-}
-
-} // namespace
+using namespace HelpBook;
 
 const QList<HelpSection> &HelpContent::english()
 {

@@ -1,37 +1,7 @@
 // The German help book. It speaks to the user in the informal "du", as the interface does.
-#include "ui/HelpContent.h"
+#include "ui/HelpBook.h"
 
-namespace {
-
-HelpBlock p(const char *text)
-{
-    return HelpBlock::paragraph(QString::fromUtf8(text));
-}
-
-HelpBlock h(const char *text)
-{
-    return HelpBlock::subheading(QString::fromUtf8(text));
-}
-
-HelpBlock tip(const char *text)
-{
-    return HelpBlock::tip(QString::fromUtf8(text));
-}
-
-HelpBlock list(std::initializer_list<const char *> items)
-{
-    QStringList out;
-    for (const char *item : items)
-        out << QString::fromUtf8(item);
-    return HelpBlock::bullets(out);
-}
-
-HelpSection section(const char *id, const char *icon, const char *title, QList<HelpBlock> blocks)
-{
-    return {QString::fromUtf8(id), QString::fromUtf8(icon), QString::fromUtf8(title), std::move(blocks)};
-}
-
-} // namespace
+using namespace HelpBook;
 
 const QList<HelpSection> &HelpContent::german()
 {

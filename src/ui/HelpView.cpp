@@ -4,7 +4,7 @@
 #include "app/LanguageManager.h"
 #include "ui/InlineMarkdown.h"
 #include "ui/Look.h"
-#include "ui/Symbols.h"
+#include "ui/Icons.h"
 
 #include <QCoreApplication>
 #include <QEvent>
@@ -59,7 +59,7 @@ HelpSectionBody::HelpSectionBody(const HelpSection &section, QWidget *parent) : 
     heading->setSpacing(10);
     auto *icon = new QLabel(this);
     const int iconSize = QFontMetrics(Look::font(TextSize::title2)).height();
-    icon->setPixmap(Symbols::pixmap(section.icon, iconSize, Look::color(palette(), Tone::accent), devicePixelRatioF()));
+    icon->setPixmap(Icons::pixmap(section.icon, iconSize, Look::color(palette(), Tone::accent), devicePixelRatioF()));
     auto *title = textLabel(this, section.title, false);
     title->setObjectName(QStringLiteral("title"));
     Look::style(title, TextSize::largeTitle, Tone::text, true);
@@ -102,7 +102,7 @@ HelpSectionBody::HelpSectionBody(const HelpSection &section, QWidget *parent) : 
             row->setSpacing(8);
             auto *bulb = new QLabel(box);
             const int bulbSize = QFontMetrics(Look::font(TextSize::body)).height() + 2;
-            bulb->setPixmap(Symbols::pixmap(QStringLiteral("lightbulb"), bulbSize, Look::color(palette(), Tone::yellow),
+            bulb->setPixmap(Icons::pixmap(QStringLiteral("lightbulb"), bulbSize, Look::color(palette(), Tone::yellow),
                                             devicePixelRatioF()));
             row->addWidget(bulb, 0, Qt::AlignTop);
             row->addWidget(textLabel(box, block.text, true), 1);
@@ -188,10 +188,7 @@ void HelpView::select(const QString &id)
 
 void HelpView::changeEvent(QEvent *event)
 {
-    // Colours come from the window, and widgets learn of a new palette in no fixed order:
-    // restyle once all have it.
-    if (Look::isLookChange(event))
-        QMetaObject::invokeMethod(this, &HelpView::rebuildList, Qt::QueuedConnection);
+    Look::restyleOnLookChange(event, this, &HelpView::rebuildList);
     QWidget::changeEvent(event);
 }
 
@@ -204,7 +201,7 @@ void HelpView::rebuildList()
     m_list->setIconSize(QSize(iconSize, iconSize));
     for (const HelpSection &section : book()) {
         auto *item = new QListWidgetItem(
-            Symbols::icon(section.icon, Look::color(pal, Tone::accent), pal.color(QPalette::HighlightedText)),
+            Icons::icon(section.icon, Look::color(pal, Tone::accent), pal.color(QPalette::HighlightedText)),
             section.title, m_list);
         item->setData(Qt::UserRole, section.id);
         item->setSizeHint(QSize(0, iconSize + 12));

@@ -2,11 +2,24 @@
 
 #include <QColor>
 #include <QIcon>
+#include <QPixmap>
 #include <QString>
 
-// Icons of the screens: a few drawn in a given colour, the rest from the desktop's
-// icon theme with a drawn or empty fallback.
+// Symbols and icons of the screens. Symbols go by the names the screens are described
+// with ("trash", "cpu", ...): taken from the desktop's icon theme and drawn in one
+// colour, in the text colour unless a screen asks for another; a name the theme cannot
+// serve gives an empty picture, and the layout stays as it is. A few icons are drawn
+// here in a given colour.
 namespace Icons {
+
+// The theme names tried for a symbol, best first.
+QStringList themeNames(const QString &symbol);
+
+// `symbol` at `size` logical pixels in `color`, for a screen of `devicePixelRatio`.
+QPixmap pixmap(const QString &symbol, int size, const QColor &color, qreal devicePixelRatio = 1.0);
+
+// An icon for buttons and lists: `color` normally, `selected` on a selected row.
+QIcon icon(const QString &symbol, const QColor &color, const QColor &selected = QColor());
 
 QIcon playCircle(const QColor &color, int size = 28);
 QIcon pauseCircle(const QColor &color, int size = 28);

@@ -3,7 +3,7 @@
 #include "app/AppModel.h"
 #include "app/LanguageManager.h"
 #include "ui/Look.h"
-#include "ui/Symbols.h"
+#include "ui/Icons.h"
 
 #include <QCoreApplication>
 #include <QEvent>
@@ -96,10 +96,7 @@ void KeyField::remove()
 
 void KeyField::changeEvent(QEvent *event)
 {
-    // Colours come from the window, and widgets learn of a new palette in no fixed order:
-    // restyle once all have it.
-    if (Look::isLookChange(event))
-        QMetaObject::invokeMethod(this, &KeyField::refresh, Qt::QueuedConnection);
+    Look::restyleOnLookChange(event, this, &KeyField::refresh);
     QWidget::changeEvent(event);
 }
 
@@ -114,7 +111,7 @@ void KeyField::refresh()
     m_stored->setText(QCoreApplication::translate("Sagwerk", "hinterlegt"));
     Look::style(m_stored, Look::TextSize::caption, Look::Tone::green);
     const int iconSize = QFontMetrics(m_stored->font()).height();
-    m_storedIcon->setPixmap(Symbols::pixmap(QStringLiteral("checkmark.seal"), iconSize,
+    m_storedIcon->setPixmap(Icons::pixmap(QStringLiteral("checkmark.seal"), iconSize,
                                             Look::color(palette(), Look::Tone::green), devicePixelRatioF()));
     m_stored->setVisible(stored);
     m_storedIcon->setVisible(stored);

@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QPainter>
 #include <QPalette>
+#include <QVBoxLayout>
 
 namespace Look {
 
@@ -102,6 +103,14 @@ QFrame *divider(QWidget *parent)
     line->setFrameShadow(QFrame::Plain);
     line->setForegroundRole(QPalette::Mid);
     return line;
+}
+
+QVBoxLayout *flushColumn(QWidget *widget)
+{
+    auto *column = new QVBoxLayout(widget);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    return column;
 }
 
 RoundedBox::RoundedBox(double opacity, int radius, QWidget *parent)

@@ -3,10 +3,12 @@
 #include <QColor>
 #include <QFont>
 #include <QFrame>
+#include <QMetaObject>
 
 class QEvent;
 class QLabel;
 class QPalette;
+class QVBoxLayout;
 class QWidget;
 
 // The few type sizes and colours the screens share. Sizes follow the application font,
@@ -34,8 +36,20 @@ void setTone(QWidget *widget, Tone tone);
 // A change of palette or style, after which colours and pictures are drawn anew.
 bool isLookChange(const QEvent *event);
 
+// Calls `restyle` on `widget` after a change of palette or style. Colours come from the
+// window, and widgets learn of a new palette in no fixed order: so once all have it.
+template <typename Widget>
+void restyleOnLookChange(const QEvent *event, Widget *widget, void (Widget::*restyle)())
+{
+    if (isLookChange(event))
+        QMetaObject::invokeMethod(widget, restyle, Qt::QueuedConnection);
+}
+
 // A thin horizontal line between sections.
 QFrame *divider(QWidget *parent = nullptr);
+
+// A column on `widget` whose parts touch its edges and each other.
+QVBoxLayout *flushColumn(QWidget *widget);
 
 // A quiet rounded surface behind a group of controls.
 class RoundedBox : public QFrame {

@@ -4,7 +4,7 @@
 #include "app/LanguageManager.h"
 #include "engine/ModelStore.h"
 #include "ui/Look.h"
-#include "ui/Symbols.h"
+#include "ui/Icons.h"
 
 #include <QCoreApplication>
 #include <QEvent>
@@ -202,10 +202,7 @@ void ModelRow::mouseReleaseEvent(QMouseEvent *event)
 
 void ModelRow::changeEvent(QEvent *event)
 {
-    // Colours come from the window, and widgets learn of a new palette in no fixed order:
-    // restyle once all have it.
-    if (Look::isLookChange(event))
-        QMetaObject::invokeMethod(this, &ModelRow::restyle, Qt::QueuedConnection);
+    Look::restyleOnLookChange(event, this, &ModelRow::restyle);
     QWidget::changeEvent(event);
 }
 
@@ -229,7 +226,7 @@ void ModelRow::restyle()
     Look::style(m_title, Look::TextSize::subheadline);
     Look::style(m_note, Look::TextSize::caption, Look::Tone::secondary);
     const int iconSize = QFontMetrics(Look::font(Look::TextSize::body)).height();
-    m_trash->setIcon(Symbols::icon(QStringLiteral("trash"), Look::color(pal, Look::Tone::text)));
+    m_trash->setIcon(Icons::icon(QStringLiteral("trash"), Look::color(pal, Look::Tone::text)));
     m_trash->setIconSize(QSize(iconSize, iconSize));
     Look::setTone(m_load, Look::Tone::accent);
 
@@ -237,7 +234,7 @@ void ModelRow::restyle()
     for (QWidget *w : m_coreML->findChildren<QWidget *>())
         w->setFont(mini);
     const int miniIcon = QFontMetrics(mini).height();
-    m_coreMLIcon->setPixmap(Symbols::pixmap(QStringLiteral("cpu"), miniIcon, Look::color(pal, Look::Tone::accent),
+    m_coreMLIcon->setPixmap(Icons::pixmap(QStringLiteral("cpu"), miniIcon, Look::color(pal, Look::Tone::accent),
                                             devicePixelRatioF()));
     Look::setTone(m_coreMLRemove, Look::Tone::accent);
     Look::setTone(m_coreMLLoading, Look::Tone::secondary);

@@ -8,7 +8,7 @@
 #include "ui/KeyField.h"
 #include "ui/Look.h"
 #include "ui/ModelRow.h"
-#include "ui/Symbols.h"
+#include "ui/Icons.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>
@@ -41,9 +41,7 @@ OnboardingWizard::OnboardingWizard(AppModel &app, QWidget *parent) : QDialog(par
     resize(580, 600);
     setMinimumSize(580, 600);
 
-    auto *outer = new QVBoxLayout(this);
-    outer->setContentsMargins(0, 0, 0, 0);
-    outer->setSpacing(0);
+    auto *outer = Look::flushColumn(this);
     m_pages = new QStackedWidget(this);
     outer->addWidget(m_pages, 1);
 
@@ -241,10 +239,7 @@ void OnboardingWizard::closeEvent(QCloseEvent *event)
 
 void OnboardingWizard::changeEvent(QEvent *event)
 {
-    // Colours come from the window, and widgets learn of a new palette in no fixed order:
-    // restyle once all have it.
-    if (Look::isLookChange(event))
-        QMetaObject::invokeMethod(this, &OnboardingWizard::refresh, Qt::QueuedConnection);
+    Look::restyleOnLookChange(event, this, &OnboardingWizard::refresh);
     QDialog::changeEvent(event);
 }
 
@@ -270,7 +265,7 @@ void OnboardingWizard::refresh()
     m_pages->setCurrentIndex(m_step);
 
     m_welcomeIcon->setPixmap(
-        Symbols::pixmap(QStringLiteral("waveform.circle.fill"), 60, Look::color(pal, Tone::accent), dpr));
+        Icons::pixmap(QStringLiteral("waveform.circle.fill"), 60, Look::color(pal, Tone::accent), dpr));
     m_welcomeTitle->setText(QCoreApplication::translate("Sagwerk", "Willkommen bei Sagwerk"));
     Look::style(m_welcomeTitle, TextSize::largeTitle, Tone::text, true);
     m_welcomeText->setText(QCoreApplication::translate(
@@ -284,7 +279,7 @@ void OnboardingWizard::refresh()
     };
     const int featureIcon = QFontMetrics(Look::font(TextSize::body)).height() + 4;
     for (int i = 0; i < 4; ++i) {
-        m_featureIcons[i]->setPixmap(Symbols::pixmap(QString::fromLatin1(featureSymbols[i]), featureIcon,
+        m_featureIcons[i]->setPixmap(Icons::pixmap(QString::fromLatin1(featureSymbols[i]), featureIcon,
                                                      Look::color(pal, Tone::accent), dpr));
         m_featureTexts[i]->setText(features[i]);
         Look::style(m_featureTexts[i], TextSize::body);
@@ -302,7 +297,7 @@ void OnboardingWizard::refresh()
                                  : QCoreApplication::translate("Sagwerk", "Lade mindestens ein Modell, um fortzufahren."));
     Look::style(m_modelStatus, TextSize::body, ready ? Tone::text : Tone::secondary);
     m_modelStatusIcon->setPixmap(
-        Symbols::pixmap(ready ? QStringLiteral("checkmark.circle.fill") : QStringLiteral("arrow.down.circle"), statusIcon,
+        Icons::pixmap(ready ? QStringLiteral("checkmark.circle.fill") : QStringLiteral("arrow.down.circle"), statusIcon,
                         Look::color(pal, ready ? Tone::green : Tone::secondary), dpr));
 
     m_aiTitle->setText(QCoreApplication::translate("Sagwerk", "KI aktivieren (optional)"));
@@ -316,7 +311,7 @@ void OnboardingWizard::refresh()
     Look::style(m_activeHeading, TextSize::subheadline, Tone::text, true);
 
     m_doneIcon->setPixmap(
-        Symbols::pixmap(QStringLiteral("checkmark.circle.fill"), 60, Look::color(pal, Tone::green), dpr));
+        Icons::pixmap(QStringLiteral("checkmark.circle.fill"), 60, Look::color(pal, Tone::green), dpr));
     m_doneTitle->setText(QCoreApplication::translate("Sagwerk", "Alles bereit!"));
     Look::style(m_doneTitle, TextSize::largeTitle, Tone::text, true);
     m_doneText->setText(QCoreApplication::translate(

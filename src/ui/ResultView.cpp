@@ -9,6 +9,7 @@
 #include "ui/FileManager.h"
 #include "ui/Fonts.h"
 #include "ui/Icons.h"
+#include "ui/Look.h"
 #include "ui/PlayerBar.h"
 #include "ui/TranscriptTextView.h"
 
@@ -51,15 +52,6 @@ protected:
         p.drawText(contentsRect(), int(alignment()), shown);
     }
 };
-
-QFrame *divider(QWidget *parent)
-{
-    auto *line = new QFrame(parent);
-    line->setFrameShape(QFrame::HLine);
-    line->setFrameShadow(QFrame::Plain);
-    line->setForegroundRole(QPalette::Mid);
-    return line;
-}
 
 // Writes text as UTF-8 without a byte-order mark; a failure leaves no file behind.
 void writeText(const QString &path, const QString &text)
@@ -116,7 +108,7 @@ ResultView::ResultView(AppModel &app, QWidget *parent) : QWidget(parent), m_app(
     viewRow->addStretch(1);
     m_column->addLayout(viewRow);
 
-    m_column->addWidget(divider(this));
+    m_column->addWidget(Look::divider(this));
 
     m_textArea = new QStackedWidget(this);
     m_textView = new TranscriptTextView(m_textArea);
@@ -138,7 +130,7 @@ ResultView::ResultView(AppModel &app, QWidget *parent) : QWidget(parent), m_app(
     m_chips->viewport()->setAutoFillBackground(false);
     m_column->addWidget(m_chips);
 
-    m_column->addWidget(divider(this));
+    m_column->addWidget(Look::divider(this));
 
     // The speaker and AI controls take their places at the front of this row.
     auto *actions = new QHBoxLayout;

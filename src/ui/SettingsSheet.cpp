@@ -45,9 +45,7 @@ SettingsSheet::SettingsSheet(AppModel &app, QWidget *parent) : QDialog(parent), 
     resize(560, 720);
     setMinimumSize(560, 420);
 
-    auto *outer = new QVBoxLayout(this);
-    outer->setContentsMargins(0, 0, 0, 0);
-    outer->setSpacing(0);
+    auto *outer = Look::flushColumn(this);
 
     m_title = new QLabel(this);
     auto *titleRow = new QHBoxLayout;
@@ -171,10 +169,7 @@ void SettingsSheet::save()
 
 void SettingsSheet::changeEvent(QEvent *event)
 {
-    // Colours come from the window, and widgets learn of a new palette in no fixed order:
-    // restyle once all have it.
-    if (Look::isLookChange(event))
-        QMetaObject::invokeMethod(this, &SettingsSheet::refresh, Qt::QueuedConnection);
+    Look::restyleOnLookChange(event, this, &SettingsSheet::refresh);
     QDialog::changeEvent(event);
 }
 

@@ -11,49 +11,20 @@
 # names it. Everything started here is stopped, and the folder removed, on the way out.
 set -euo pipefail
 
-mode=keyring
-while [ $# -gt 0 ]; do
-    case $1 in
-        --no-keyring) mode=no-keyring; shift ;;
-        --no-bus) mode=no-bus; shift ;;
-        --) shift; break ;;
-        *) echo "usage: $0 [--no-keyring | --no-bus] -- CMD [ARG...]" >&2; exit 2 ;;
-    esac
-done
-[ $# -gt 0 ] || { echo "usage: $0 [--no-keyring | --no-bus] -- CMD [ARG...]" >&2; exit 2; }
-
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
-# A short path under /tmp: socket paths are limited to about 100 bytes.
-dir=$(mktemp -d /tmp/sagwerk-session.XXXXXX)
-chmod 700 "$dir"
-pids=()
-cleanup() {
-    local pid
-    for pid in "${pids[@]}"; do kill "$pid" 2>/dev/null || true; done
-    for pid in "${pids[@]}"; do wait "$pid" 2>/dev/null || true; done
-    rm -rf "$dir"
-}
-trap cleanup EXIT
-trap 'exit 129' HUP
-trap 'exit 130' INT
-trap 'exit 143' TERM
+. "$here/session-common.sh"
+session_arguments keyring --no-keyring --no-bus -- "$@"
+session_folder sagwerk-session
 
-export HOME="$dir/home" XDG_CONFIG_HOME="$dir/config" XDG_DATA_HOME="$dir/data" \
-    XDG_CACHE_HOME="$dir/cache" XDG_RUNTIME_DIR="$dir" SAGWERK_SESSION_DIR="$dir"
-mkdir -p "$HOME" "$XDG_CONFIG_HOME" "$XDG_DATA_HOME" "$XDG_CACHE_HOME"
+export XDG_DATA_HOME="$dir/data" XDG_CACHE_HOME="$dir/cache" XDG_RUNTIME_DIR="$dir" SAGWERK_SESSION_DIR="$dir"
+mkdir -p "$XDG_DATA_HOME" "$XDG_CACHE_HOME"
 # Nothing here may pick a desktop's own wallet instead of the Secret Service.
 unset XDG_CURRENT_DESKTOP DESKTOP_SESSION KDE_FULL_SESSION KDE_SESSION_VERSION \
     GNOME_DESKTOP_SESSION_ID GNOME_KEYRING_CONTROL DISPLAY WAYLAND_DISPLAY
 
-wait_for() { # tries, command...
-    local n=$1; shift
-    for _ in $(seq "$n"); do "$@" && return 0; sleep 0.1; done
-    return 1
-}
-
 export DBUS_SESSION_BUS_ADDRESS="unix:path=$dir/bus"
 if [ "$mode" = no-bus ]; then
-    "$@"
+    "${command[@]}"
     exit $?
 fi
 
@@ -75,4 +46,4 @@ if [ "$mode" = keyring ]; then
     wait_for 100 has_keyring || { echo "$0: gnome-keyring did not start" >&2; cat "$dir/keyring.log" >&2; exit 1; }
 fi
 
-"$@"
+"${command[@]}"

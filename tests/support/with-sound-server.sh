@@ -14,35 +14,14 @@
 # the folder removed, on the way out.
 set -euo pipefail
 
-mode=tone
-while [ $# -gt 0 ]; do
-    case $1 in
-        --tone) mode=tone; shift ;;
-        --none) mode=none; shift ;;
-        --) shift; break ;;
-        *) echo "usage: $0 [--tone | --none] -- CMD [ARG...]" >&2; exit 2 ;;
-    esac
-done
-[ $# -gt 0 ] || { echo "usage: $0 [--tone | --none] -- CMD [ARG...]" >&2; exit 2; }
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+. "$here/session-common.sh"
+session_arguments tone --tone --none -- "$@"
+session_folder sagwerk-sound
 
-# A short path under /tmp: socket paths are limited to about 100 bytes.
-dir=$(mktemp -d /tmp/sagwerk-sound.XXXXXX)
-chmod 700 "$dir"
-pids=()
-cleanup() {
-    local pid
-    for pid in "${pids[@]}"; do kill "$pid" 2>/dev/null || true; done
-    for pid in "${pids[@]}"; do wait "$pid" 2>/dev/null || true; done
-    rm -rf "$dir"
-}
-trap cleanup EXIT
-trap 'exit 129' HUP
-trap 'exit 130' INT
-trap 'exit 143' TERM
-
-export HOME="$dir/home" XDG_RUNTIME_DIR="$dir/run" XDG_CONFIG_HOME="$dir/config" \
-    PULSE_RUNTIME_PATH="$dir/pulse" PULSE_STATE_PATH="$dir/pulse-state" PIPEWIRE_RUNTIME_DIR="$dir/run"
-mkdir -p "$HOME" "$XDG_RUNTIME_DIR" "$XDG_CONFIG_HOME"
+export XDG_RUNTIME_DIR="$dir/run" PULSE_RUNTIME_PATH="$dir/pulse" PULSE_STATE_PATH="$dir/pulse-state" \
+    PIPEWIRE_RUNTIME_DIR="$dir/run"
+mkdir -p "$XDG_RUNTIME_DIR"
 chmod 700 "$XDG_RUNTIME_DIR"
 unset PIPEWIRE_REMOTE
 # Clients must never start a server of their own.
@@ -57,12 +36,8 @@ if [ "$mode" = tone ]; then
         --load="module-remap-source master=room.monitor source_name=microphone" \
         ${SAGWERK_PULSE_LOG:+-vvv} >"${SAGWERK_PULSE_LOG:-$dir/pulseaudio.log}" 2>&1 &
     pids+=($!)
-    ready=
-    for _ in $(seq 100); do
-        if pactl info >/dev/null 2>&1; then ready=1; break; fi
-        sleep 0.1
-    done
-    [ -n "$ready" ] || { echo "$0: PulseAudio did not start" >&2; cat "$dir/pulseaudio.log" >&2; exit 1; }
+    answers() { pactl info >/dev/null 2>&1; }
+    wait_for 100 answers || { echo "$0: PulseAudio did not start" >&2; cat "$dir/pulseaudio.log" >&2; exit 1; }
     pactl set-default-source microphone
     pactl set-default-sink speakers
     # Ten minutes of tone, paced by the sink's clock.
@@ -72,4 +47,4 @@ if [ "$mode" = tone ]; then
     pids+=($!)
 fi
 
-"$@"
+"${command[@]}"

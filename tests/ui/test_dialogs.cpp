@@ -13,7 +13,7 @@
 #include "ui/ModelRow.h"
 #include "ui/OnboardingWizard.h"
 #include "ui/SettingsSheet.h"
-#include "ui/Symbols.h"
+#include "ui/Icons.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -365,7 +365,7 @@ private slots:
         for (const HelpSection &section : HelpContent::english())
             symbols << section.icon;
         for (const QString &symbol : symbols) {
-            const QImage image = Symbols::pixmap(symbol, 22, Qt::black).toImage();
+            const QImage image = Icons::pixmap(symbol, 22, Qt::black).toImage();
             int ink = 0;
             for (int y = 0; y < image.height(); ++y)
                 for (int x = 0; x < image.width(); ++x)

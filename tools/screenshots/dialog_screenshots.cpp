@@ -4,7 +4,7 @@
 //   dialog-screenshots OUT-FOLDER
 //
 // Run it in a throw-away session (tests/support/with-secret-service.sh), as
-// scripts/screenshots-dialogs does: it writes settings, models and a key there.
+// scripts/screenshots does: it writes settings, models and a key there.
 #include "LocalServer.h"
 
 #include "app/AppModel.h"
