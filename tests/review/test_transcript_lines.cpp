@@ -14,7 +14,7 @@ HistoryItem sample()
     TranscriptionResult r;
     const TranscriptSegment a{.startMs = 0, .endMs = 2000, .text = QStringLiteral("Herr Schäfer kommt."),
                               .words = {{"Herr", 0, 400}, {"Schäfer", 400, 1200}, {"kommt.", 1200, 2000}}};
-    const TranscriptSegment b{.startMs = 62000, .endMs = 64000, .text = QStringLiteral("Ohne Wörter.")};
+    const TranscriptSegment b{.startMs = 62000, .endMs = 64000, .text = QStringLiteral("Ohne Wörter."), .words = {}};
     r.segments = {a, b};
     r.fullText = a.text + u' ' + b.text;
     r.language = QStringLiteral("de");

@@ -5,7 +5,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
-#include <QStandardPaths>
 
 #include <gtest/gtest.h>
 
@@ -25,18 +24,14 @@ QString folder()
     return dir;
 }
 
-bool runFfmpeg(const QStringList &arguments, QByteArray *out = nullptr)
+QByteArray runFfmpeg(const QStringList &arguments)
 {
     QProcess p;
     p.start(QStringLiteral("/usr/bin/ffmpeg"), QStringList{"-hide_banner", "-loglevel", "error", "-y"} + arguments);
     p.waitForFinished(-1);
-    if (out)
-        *out = p.readAllStandardOutput();
-    if (p.exitStatus() != QProcess::NormalExit || p.exitCode() != 0) {
+    if (p.exitStatus() != QProcess::NormalExit || p.exitCode() != 0)
         ADD_FAILURE() << "ffmpeg failed: " << p.readAllStandardError().toStdString();
-        return false;
-    }
-    return true;
+    return p.readAllStandardOutput();
 }
 
 } // namespace
@@ -52,13 +47,12 @@ QString make(const QString &name, const QStringList &arguments)
 QString tone(const QString &extension, double seconds)
 {
     const QString source = QStringLiteral("sine=frequency=440:sample_rate=48000:duration=%1").arg(seconds);
-    QStringList codec;
+    QStringList arguments{"-f", "lavfi", "-i", source, "-ac", "2", "-ar", "48000"};
     if (extension == QLatin1String("m4a"))
-        codec = {"-c:a", "aac"};
+        arguments << "-c:a" << "aac";
     else if (extension == QLatin1String("opus"))
-        codec = {"-c:a", "libopus"};
-    const QStringList input{"-f", "lavfi", "-i", source, "-ac", "2", "-ar", "48000"};
-    return make(QStringLiteral("tone-%1s.%2").arg(seconds).arg(extension), input + codec);
+        arguments << "-c:a" << "libopus";
+    return make(QStringLiteral("tone-%1s.%2").arg(seconds).arg(extension), arguments);
 }
 
 QString videoWithAudio()
@@ -76,29 +70,21 @@ QString videoWithoutAudio()
 
 QString emptyFile()
 {
-    const QString path = folder() + QStringLiteral("/empty.m4a");
-    QFile f(path);
-    EXPECT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    return path;
+    writeFile(folder() + QStringLiteral("/empty.m4a"), {});
+    return folder() + QStringLiteral("/empty.m4a");
 }
 
 QString textFileNamedMp3()
 {
-    const QString path = folder() + QStringLiteral("/notes.mp3");
-    QFile f(path);
-    if (f.open(QIODevice::WriteOnly | QIODevice::Truncate))
-        f.write("Dies ist keine Audiodatei, sondern eine Einkaufsliste.\n");
-    return path;
+    writeFile(folder() + QStringLiteral("/notes.mp3"), "Dies ist keine Audiodatei, sondern eine Einkaufsliste.\n");
+    return folder() + QStringLiteral("/notes.mp3");
 }
 
 QString truncatedMp3()
 {
-    const QString path = folder() + QStringLiteral("/truncated.mp3");
-    QFile whole(tone(QStringLiteral("mp3"), 4.0));
-    QFile cut(path);
-    if (whole.open(QIODevice::ReadOnly) && cut.open(QIODevice::WriteOnly | QIODevice::Truncate))
-        cut.write(whole.read(whole.size() / 2 + 37));
-    return path;
+    const QByteArray whole = readFile(tone(QStringLiteral("mp3"), 4.0));
+    writeFile(folder() + QStringLiteral("/truncated.mp3"), whole.left(whole.size() / 2 + 37));
+    return folder() + QStringLiteral("/truncated.mp3");
 }
 
 QString tinyModel()
@@ -132,19 +118,9 @@ QStringList temporaryEntries()
 QString script(const QString &name, const QString &body)
 {
     const QString path = folder() + u'/' + name;
-    QFile f(path);
-    EXPECT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    f.write("#!/bin/sh\n" + body.toUtf8() + "\n");
-    f.close();
-    f.setPermissions(f.permissions() | QFile::ExeOwner | QFile::ExeGroup | QFile::ExeOther);
+    writeFile(path, "#!/bin/sh\n" + body.toUtf8() + "\n");
+    QFile::setPermissions(path, QFile::permissions(path) | QFile::ExeOwner | QFile::ExeGroup | QFile::ExeOther);
     return path;
-}
-
-QByteArray ffmpegPcm(const QString &path)
-{
-    QByteArray out;
-    runFfmpeg({"-i", path, "-vn", "-ac", "1", "-ar", "16000", "-f", "s16le", "-"}, &out);
-    return out;
 }
 
 QByteArray readFile(const QString &path)
@@ -159,6 +135,11 @@ void writeFile(const QString &path, const QByteArray &content)
     QFile f(path);
     ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate)) << path.toStdString();
     f.write(content);
+}
+
+QByteArray ffmpegPcm(const QString &path)
+{
+    return runFfmpeg({"-i", path, "-vn", "-ac", "1", "-ar", "16000", "-f", "s16le", "-"});
 }
 
 } // namespace Media
