@@ -51,10 +51,7 @@ CorrectionSheet::CorrectionSheet(const QString &searchBase, const QString &from,
     column->setSpacing(14);
 
     auto *title = new QLabel(QCoreApplication::translate("Sagwerk", "Korrektur"), this);
-    QFont titleFont = title->font();
-    titleFont.setPointSizeF(titleFont.pointSizeF() + 6);
-    titleFont.setBold(true);
-    title->setFont(titleFont);
+    title->setFont(Style::font(Style::TextSize::title, QFont::Bold));
     column->addWidget(title);
 
     auto field = [&](const QString &label, QLineEdit *&edit) {
