@@ -1,7 +1,7 @@
 #include "ui/AboutView.h"
 
 #include "app/LanguageManager.h"
-#include "ui/Look.h"
+#include "ui/Style.h"
 
 #include <QCoreApplication>
 #include <QEvent>
@@ -61,7 +61,7 @@ AboutView::AboutView(QWidget *parent) : QWidget(parent)
     names->addWidget(m_person);
     column->addLayout(names);
 
-    QFrame *line = Look::divider(this);
+    QFrame *line = Style::divider(this);
     line->setFixedWidth(220);
     column->addWidget(line, 0, Qt::AlignHCenter);
 
@@ -92,14 +92,14 @@ QString AboutView::version()
 
 void AboutView::changeEvent(QEvent *event)
 {
-    Look::restyleOnLookChange(event, this, &AboutView::refresh);
+    Style::restyleOnLookChange(event, this, &AboutView::refresh);
     QWidget::changeEvent(event);
 }
 
 void AboutView::refresh()
 {
-    using Look::TextSize;
-    using Look::Tone;
+    using Style::TextSize;
+    using Style::Tone;
     setWindowTitle(QCoreApplication::translate("Sagwerk", "Über Morvane"));
 
     // The logo is read anew each time; without it the rest stands alone.
@@ -113,22 +113,22 @@ void AboutView::refresh()
     m_logo->setVisible(!logo.isNull());
 
     m_maker->setText(QStringLiteral("Morvane"));
-    QFont big = Look::font(TextSize::body, true);
+    QFont big = Style::font(TextSize::body, QFont::Bold);
     big.setPixelSize(30);
     m_maker->setFont(big);
-    Look::setTone(m_maker, Tone::text);
+    Style::setTone(m_maker, Tone::text);
     m_person->setText(QString::fromUtf8(SAGWERK_MAKER_NAME));
-    Look::style(m_person, TextSize::title3, Tone::secondary);
+    Style::style(m_person, TextSize::title3, Tone::secondary);
     m_person->setVisible(!m_person->text().isEmpty());
 
     m_product->setText(QStringLiteral("Sagwerk"));
-    Look::style(m_product, TextSize::headline);
+    Style::style(m_product, TextSize::headline);
     m_line->setText(QCoreApplication::translate("Sagwerk", "Lokale Transkription mit whisper.cpp (CPU / GPU)"));
-    Look::style(m_line, TextSize::caption, Tone::secondary);
+    Style::style(m_line, TextSize::caption, Tone::secondary);
     m_version->setText(QCoreApplication::translate("Sagwerk", "Version %1").arg(version()));
-    Look::style(m_version, TextSize::caption, Tone::secondary);
+    Style::style(m_version, TextSize::caption, Tone::secondary);
 
     m_copyright->setText(QString::fromUtf8(SAGWERK_MAKER_LINE));
-    Look::style(m_copyright, TextSize::caption2, Tone::secondary);
+    Style::style(m_copyright, TextSize::caption2, Tone::secondary);
     m_copyright->setVisible(!m_copyright->text().isEmpty());
 }

@@ -2,8 +2,9 @@
 
 #include "app/AppModel.h"
 #include "engine/ModelStore.h"
+#include "ui/Icons.h"
 #include "ui/ProcessingVisualizer.h"
-#include "ui/ShellStyle.h"
+#include "ui/Style.h"
 #include "ui/SystemMonitor.h"
 
 #include <QApplication>
@@ -28,13 +29,13 @@ BusyView::BusyView(AppModel &app, QWidget *parent) : QWidget(parent), m_app(app)
     layout->addWidget(m_visualizer, 10, Qt::AlignHCenter);
 
     m_status = new QLabel(this);
-    m_status->setFont(ShellStyle::withTabularDigits(ShellStyle::font(ShellStyle::TextSize::title3)));
+    m_status->setFont(Style::withTabularDigits(Style::font(Style::TextSize::title3)));
     m_status->setAlignment(Qt::AlignCenter);
-    ShellStyle::setTextColor(m_status, ShellStyle::secondary(palette()));
+    Style::setTextColor(m_status, Style::color(palette(), Style::Tone::secondary));
     layout->addWidget(m_status, 0, Qt::AlignHCenter);
 
     m_cancel = new QPushButton(this);
-    m_cancel->setIcon(ShellStyle::symbolIcon(QStringLiteral("xmark.circle"), palette()));
+    m_cancel->setIcon(Icons::icon(QStringLiteral("xmark.circle"), palette()));
     connect(m_cancel, &QPushButton::clicked, &app, &AppModel::cancelTranscription);
     layout->addWidget(m_cancel, 0, Qt::AlignHCenter);
     layout->addStretch(1);
@@ -98,8 +99,8 @@ void BusyView::changeEvent(QEvent *event)
     if (event->type() == QEvent::LanguageChange) {
         retranslate();
     } else if (event->type() == QEvent::ApplicationPaletteChange) {
-        ShellStyle::setTextColor(m_status, ShellStyle::secondary(QApplication::palette()));
-        m_cancel->setIcon(ShellStyle::symbolIcon(QStringLiteral("xmark.circle"), QApplication::palette()));
+        Style::setTextColor(m_status, Style::color(QApplication::palette(), Style::Tone::secondary));
+        m_cancel->setIcon(Icons::icon(QStringLiteral("xmark.circle"), QApplication::palette()));
     }
     QWidget::changeEvent(event);
 }

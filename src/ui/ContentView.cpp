@@ -2,8 +2,8 @@
 
 #include "app/AppModel.h"
 #include "ui/DetailPane.h"
-#include "ui/ShellStyle.h"
 #include "ui/Sidebar.h"
+#include "ui/Style.h"
 #include "ui/Windows.h"
 
 #include <QCoreApplication>
@@ -98,7 +98,7 @@ void ContentView::updateAlert()
     QPushButton *ok = m_alert->addButton(QCoreApplication::translate("Sagwerk", "OK"), QMessageBox::RejectRole);
     m_alert->setDefaultButton(ok);
     m_alert->setEscapeButton(ok);
-    ShellStyle::styleAlert(m_alert);
+    Style::styleAlert(m_alert);
     connect(m_alert, &QMessageBox::finished, &m_app, [app = &m_app] { app->setErrorMessage(std::nullopt); });
     m_alert->open();
 }

@@ -1,7 +1,7 @@
 #include "ui/CorrectionSheet.h"
 
-#include "ui/Fonts.h"
 #include "ui/Icons.h"
+#include "ui/Style.h"
 
 #include <QCheckBox>
 #include <QCoreApplication>
@@ -35,7 +35,7 @@ qsizetype stepCharacters(const QString &text, qsizetype from, int count, bool fo
 QLabel *headline(const QString &text, QWidget *parent)
 {
     auto *label = new QLabel(text, parent);
-    label->setFont(Fonts::headline(label->font()));
+    label->setFont(Style::font(Style::TextSize::headline));
     return label;
 }
 
@@ -51,10 +51,7 @@ CorrectionSheet::CorrectionSheet(const QString &searchBase, const QString &from,
     column->setSpacing(14);
 
     auto *title = new QLabel(QCoreApplication::translate("Sagwerk", "Korrektur"), this);
-    QFont titleFont = title->font();
-    titleFont.setPointSizeF(titleFont.pointSizeF() + 6);
-    titleFont.setBold(true);
-    title->setFont(titleFont);
+    title->setFont(Style::font(Style::TextSize::title, QFont::Bold));
     column->addWidget(title);
 
     auto field = [&](const QString &label, QLineEdit *&edit) {
@@ -167,10 +164,9 @@ bool CorrectionSheet::canSave() const
 void CorrectionSheet::showState()
 {
     const bool none = ranges().isEmpty();
-    const QColor color = none ? QColor(255, 149, 0) : palette().color(QPalette::PlaceholderText);
-    QPalette p = m_count->palette();
-    p.setColor(QPalette::WindowText, color);
-    m_count->setPalette(p);
+    const QColor color
+        = none ? Style::color(palette(), Style::Tone::orange) : palette().color(QPalette::PlaceholderText);
+    Style::setTextColor(m_count, color);
     m_count->setText(matchCountText());
     const QIcon icon = QIcon::fromTheme(QStringLiteral("edit-find"));
     m_countIcon->setPixmap(icon.pixmap(14, 14));
@@ -185,7 +181,7 @@ void CorrectionSheet::showState()
     for (const QString &line : lines) {
         auto *label = new QLabel(line, m_previewLines->parentWidget());
         QFont f = mono;
-        f.setPointSizeF(Fonts::caption(font()).pointSizeF());
+        f.setPointSizeF(Style::font(Style::TextSize::caption2).pointSizeF());
         label->setFont(f);
         label->setForegroundRole(QPalette::PlaceholderText);
         label->setTextFormat(Qt::PlainText);

@@ -3,7 +3,8 @@
 #include "app/AppModel.h"
 #include "ui/BusyView.h"
 #include "ui/DropZone.h"
-#include "ui/ShellStyle.h"
+#include "ui/Icons.h"
+#include "ui/Style.h"
 #include "ui/TranscribeSetupView.h"
 #include "ui/Windows.h"
 
@@ -150,7 +151,7 @@ void DetailPane::setShowDeleteConfirm(bool show)
         = m_confirm->addButton(QCoreApplication::translate("Sagwerk", "Abbrechen"), QMessageBox::RejectRole);
     m_confirm->setDefaultButton(cancel);
     m_confirm->setEscapeButton(cancel);
-    ShellStyle::styleAlert(m_confirm);
+    Style::styleAlert(m_confirm);
     connect(m_confirm, &QMessageBox::finished, this, [this, remove] {
         const bool confirmed = m_confirm && m_confirm->clickedButton() == remove;
         m_confirm = nullptr;
@@ -176,13 +177,13 @@ void DetailPane::retranslate()
 void DetailPane::restyle()
 {
     const QPalette &pal = QApplication::palette();
-    m_new->setIcon(ShellStyle::symbolIcon(QStringLiteral("square.and.pencil"), pal));
-    m_delete->setIcon(ShellStyle::symbolIcon(QStringLiteral("trash"), pal));
-    m_interview->setIcon(ShellStyle::symbolIcon(QStringLiteral("person.2.wave.2"), pal));
-    m_record->setIcon(ShellStyle::symbolIcon(QStringLiteral("mic.circle"), pal));
-    m_open->setIcon(ShellStyle::symbolIcon(QStringLiteral("folder"), pal));
-    m_settings->setIcon(ShellStyle::symbolIcon(QStringLiteral("gearshape"), pal));
-    m_help->setIcon(ShellStyle::symbolIcon(QStringLiteral("questionmark.circle"), pal));
+    m_new->setIcon(Icons::icon(QStringLiteral("square.and.pencil"), pal));
+    m_delete->setIcon(Icons::icon(QStringLiteral("trash"), pal));
+    m_interview->setIcon(Icons::icon(QStringLiteral("person.2.wave.2"), pal));
+    m_record->setIcon(Icons::icon(QStringLiteral("mic.circle"), pal));
+    m_open->setIcon(Icons::icon(QStringLiteral("folder"), pal));
+    m_settings->setIcon(Icons::icon(QStringLiteral("gearshape"), pal));
+    m_help->setIcon(Icons::icon(QStringLiteral("questionmark.circle"), pal));
 }
 
 void DetailPane::changeEvent(QEvent *event)

@@ -2,7 +2,8 @@
 
 #include "app/AppModel.h"
 #include "engine/ModelStore.h"
-#include "ui/ShellStyle.h"
+#include "ui/Icons.h"
+#include "ui/Style.h"
 #include "ui/Windows.h"
 
 #include <QApplication>
@@ -25,7 +26,7 @@ QPushButton *largeButton(QWidget *parent)
     auto *button = new QPushButton(parent);
     button->setIconSize(QSize(18, 18));
     button->setMinimumHeight(34);
-    button->setFont(ShellStyle::font(ShellStyle::TextSize::body));
+    button->setFont(Style::font(Style::TextSize::body));
     return button;
 }
 
@@ -36,7 +37,7 @@ QPushButton *makeModelHint(AppModel &app, QWidget *parent)
     auto *hint = new QPushButton(parent);
     hint->setFlat(true);
     hint->setCursor(Qt::PointingHandCursor);
-    hint->setFont(ShellStyle::font(ShellStyle::TextSize::callout));
+    hint->setFont(Style::font(Style::TextSize::callout));
     QObject::connect(hint, &QPushButton::clicked, &app, [&app] { app.setShowSettings(true); });
     retranslateModelHint(hint);
     restyleModelHint(hint);
@@ -50,9 +51,9 @@ void retranslateModelHint(QPushButton *hint)
 
 void restyleModelHint(QPushButton *hint)
 {
-    const QColor orange = ShellStyle::orange(QApplication::palette());
-    ShellStyle::setTextColor(hint, orange);
-    hint->setIcon(ShellStyle::symbolIcon(QStringLiteral("exclamationmark.circle"), orange));
+    const QColor orange = Style::color(QApplication::palette(), Style::Tone::orange);
+    Style::setTextColor(hint, orange);
+    hint->setIcon(Icons::icon(QStringLiteral("exclamationmark.circle"), orange));
 }
 
 DropZone::DropZone(AppModel &app, QWidget *parent) : QWidget(parent), m_app(app)
@@ -70,13 +71,13 @@ DropZone::DropZone(AppModel &app, QWidget *parent) : QWidget(parent), m_app(app)
     layout->addWidget(m_icon);
 
     m_heading = new QLabel(this);
-    m_heading->setFont(ShellStyle::font(ShellStyle::TextSize::title3, QFont::Medium));
+    m_heading->setFont(Style::font(Style::TextSize::title3, QFont::Medium));
     m_heading->setAlignment(Qt::AlignCenter);
     m_heading->setWordWrap(true);
     layout->addWidget(m_heading);
 
     m_text = new QLabel(this);
-    m_text->setFont(ShellStyle::font(ShellStyle::TextSize::callout));
+    m_text->setFont(Style::font(Style::TextSize::callout));
     m_text->setAlignment(Qt::AlignCenter);
     m_text->setWordWrap(true);
     layout->addWidget(m_text);
@@ -132,12 +133,12 @@ void DropZone::retranslate()
 void DropZone::restyle()
 {
     const QPalette &pal = QApplication::palette();
-    const QColor iconColor = m_targeted ? ShellStyle::accent(pal) : ShellStyle::secondary(pal);
-    m_icon->setPixmap(ShellStyle::symbolPixmap(QStringLiteral("waveform"), 52, iconColor, devicePixelRatioF()));
-    ShellStyle::setTextColor(m_text, ShellStyle::secondary(pal));
-    m_open->setIcon(ShellStyle::symbolIcon(QStringLiteral("folder"), pal));
-    m_record->setIcon(ShellStyle::symbolIcon(QStringLiteral("mic"), pal));
-    m_interview->setIcon(ShellStyle::symbolIcon(QStringLiteral("person.2.wave.2"), pal));
+    const QColor iconColor = Style::color(pal, m_targeted ? Style::Tone::accent : Style::Tone::secondary);
+    m_icon->setPixmap(Icons::pixmap(QStringLiteral("waveform"), 52, iconColor, devicePixelRatioF()));
+    Style::setTextColor(m_text, Style::color(pal, Style::Tone::secondary));
+    m_open->setIcon(Icons::icon(QStringLiteral("folder"), pal));
+    m_record->setIcon(Icons::icon(QStringLiteral("mic"), pal));
+    m_interview->setIcon(Icons::icon(QStringLiteral("person.2.wave.2"), pal));
     restyleModelHint(m_hint);
 }
 
@@ -155,8 +156,8 @@ void DropZone::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const QPalette &pal = QApplication::palette();
-    const QColor color
-        = m_targeted ? ShellStyle::accent(pal) : ShellStyle::withAlpha(ShellStyle::secondary(pal), 0.4);
+    const QColor color = m_targeted ? Style::color(pal, Style::Tone::accent)
+                                    : Style::withAlpha(Style::color(pal, Style::Tone::secondary), 0.4);
     QPen pen(color, 2);
     // Dashes of 10 points: the pattern counts in line widths.
     pen.setDashPattern({5, 5});

@@ -2,9 +2,9 @@
 
 #include "app/AppModel.h"
 #include "app/LanguageManager.h"
-#include "ui/InlineMarkdown.h"
-#include "ui/Look.h"
 #include "ui/Icons.h"
+#include "ui/InlineMarkdown.h"
+#include "ui/Style.h"
 
 #include <QCoreApplication>
 #include <QEvent>
@@ -18,8 +18,8 @@
 
 namespace {
 
-using Look::TextSize;
-using Look::Tone;
+using Style::TextSize;
+using Style::Tone;
 
 QLabel *textLabel(QWidget *parent, const QString &text, bool markdown)
 {
@@ -31,7 +31,7 @@ QLabel *textLabel(QWidget *parent, const QString &text, bool markdown)
     label->setOpenExternalLinks(true);
     label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     label->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Minimum);
-    Look::style(label, TextSize::body);
+    Style::style(label, TextSize::body);
     return label;
 }
 
@@ -58,11 +58,11 @@ HelpSectionBody::HelpSectionBody(const HelpSection &section, QWidget *parent) : 
     heading->setContentsMargins(0, 0, 0, 2);
     heading->setSpacing(10);
     auto *icon = new QLabel(this);
-    const int iconSize = QFontMetrics(Look::font(TextSize::title2)).height();
-    icon->setPixmap(Icons::pixmap(section.icon, iconSize, Look::color(palette(), Tone::accent), devicePixelRatioF()));
+    const int iconSize = QFontMetrics(Style::font(TextSize::title2)).height();
+    icon->setPixmap(Icons::pixmap(section.icon, iconSize, Style::color(palette(), Tone::accent), devicePixelRatioF()));
     auto *title = textLabel(this, section.title, false);
     title->setObjectName(QStringLiteral("title"));
-    Look::style(title, TextSize::largeTitle, Tone::text, true);
+    Style::style(title, TextSize::largeTitle, Tone::text, QFont::Bold);
     heading->addWidget(icon, 0, Qt::AlignVCenter);
     heading->addWidget(title, 1);
     column->addLayout(heading);
@@ -74,7 +74,7 @@ HelpSectionBody::HelpSectionBody(const HelpSection &section, QWidget *parent) : 
             break;
         case HelpBlock::Kind::subheading: {
             auto *label = textLabel(this, block.text, false);
-            Look::style(label, TextSize::title3, Tone::text, true);
+            Style::style(label, TextSize::title3, Tone::text, QFont::Bold);
             label->setContentsMargins(0, 6, 0, 0);
             column->addWidget(label);
             break;
@@ -86,7 +86,7 @@ HelpSectionBody::HelpSectionBody(const HelpSection &section, QWidget *parent) : 
                 auto *row = new QHBoxLayout;
                 row->setSpacing(8);
                 auto *dot = new QLabel(QStringLiteral("•"), this);
-                Look::style(dot, TextSize::body, Tone::secondary);
+                Style::style(dot, TextSize::body, Tone::secondary);
                 row->addWidget(dot, 0, Qt::AlignTop);
                 row->addWidget(textLabel(this, item, true), 1);
                 items->addLayout(row);
@@ -95,14 +95,14 @@ HelpSectionBody::HelpSectionBody(const HelpSection &section, QWidget *parent) : 
             break;
         }
         case HelpBlock::Kind::tip: {
-            auto *box = new Look::RoundedBox(0.12, 8, this);
+            auto *box = new Style::RoundedBox(0.12, 8, this);
             box->setObjectName(QStringLiteral("tip"));
             auto *row = new QHBoxLayout(box);
             row->setContentsMargins(11, 11, 11, 11);
             row->setSpacing(8);
             auto *bulb = new QLabel(box);
-            const int bulbSize = QFontMetrics(Look::font(TextSize::body)).height() + 2;
-            bulb->setPixmap(Icons::pixmap(QStringLiteral("lightbulb"), bulbSize, Look::color(palette(), Tone::yellow),
+            const int bulbSize = QFontMetrics(Style::font(TextSize::body)).height() + 2;
+            bulb->setPixmap(Icons::pixmap(QStringLiteral("lightbulb"), bulbSize, Style::color(palette(), Tone::yellow),
                                             devicePixelRatioF()));
             row->addWidget(bulb, 0, Qt::AlignTop);
             row->addWidget(textLabel(box, block.text, true), 1);
@@ -188,7 +188,7 @@ void HelpView::select(const QString &id)
 
 void HelpView::changeEvent(QEvent *event)
 {
-    Look::restyleOnLookChange(event, this, &HelpView::rebuildList);
+    Style::restyleOnLookChange(event, this, &HelpView::rebuildList);
     QWidget::changeEvent(event);
 }
 
@@ -197,11 +197,11 @@ void HelpView::rebuildList()
     const QSignalBlocker blocker(m_list);
     m_list->clear();
     const QPalette &pal = palette();
-    const int iconSize = QFontMetrics(Look::font(TextSize::body)).height() + 2;
+    const int iconSize = QFontMetrics(Style::font(TextSize::body)).height() + 2;
     m_list->setIconSize(QSize(iconSize, iconSize));
     for (const HelpSection &section : book()) {
         auto *item = new QListWidgetItem(
-            Icons::icon(section.icon, Look::color(pal, Tone::accent), pal.color(QPalette::HighlightedText)),
+            Icons::icon(section.icon, Style::color(pal, Tone::accent), pal.color(QPalette::HighlightedText)),
             section.title, m_list);
         item->setData(Qt::UserRole, section.id);
         item->setSizeHint(QSize(0, iconSize + 12));

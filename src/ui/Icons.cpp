@@ -1,11 +1,18 @@
 #include "ui/Icons.h"
 
+#include "ui/Style.h"
+
 #include <QGuiApplication>
 #include <QHash>
 #include <QPainter>
 #include <QPainterPath>
+#include <QPalette>
 #include <QPixmap>
+#include <QPixmapCache>
 #include <QStandardPaths>
+
+#include <algorithm>
+#include <utility>
 
 namespace Icons {
 
@@ -15,54 +22,53 @@ namespace {
 // symbol cut out in white; the table names only the inner symbol.
 const QHash<QString, QStringList> &table()
 {
+    static const QStringList microphone{QStringLiteral("microphone-symbolic"),
+                                        QStringLiteral("audio-input-microphone"), QStringLiteral("mic-on")};
     static const QHash<QString, QStringList> names{
-        {QStringLiteral("trash"), {QStringLiteral("edit-delete-symbolic"), QStringLiteral("edit-delete")}},
+        {QStringLiteral("trash"),
+         {QStringLiteral("edit-delete-symbolic"), QStringLiteral("edit-delete"), QStringLiteral("user-trash")}},
         {QStringLiteral("checkmark.seal"), {QStringLiteral("dialog-ok-symbolic"), QStringLiteral("dialog-ok")}},
         {QStringLiteral("checkmark"), {QStringLiteral("dialog-ok-symbolic"), QStringLiteral("dialog-ok")}},
         {QStringLiteral("arrow.down.circle"), {QStringLiteral("download-symbolic"), QStringLiteral("download")}},
-        {QStringLiteral("waveform"), {QStringLiteral("waveform-symbolic"), QStringLiteral("waveform")}},
-        {QStringLiteral("mic.fill"), {QStringLiteral("microphone-symbolic"), QStringLiteral("audio-input-microphone")}},
-        {QStringLiteral("person.2.wave.2"), {QStringLiteral("system-users-symbolic"), QStringLiteral("system-users")}},
+        {QStringLiteral("mic"), microphone},
+        {QStringLiteral("mic.fill"), microphone},
+        {QStringLiteral("mic.circle"), microphone},
+        {QStringLiteral("person.2.wave.2"),
+         {QStringLiteral("system-users-symbolic"), QStringLiteral("system-users"),
+          QStringLiteral("view-conversation-balloon")}},
         {QStringLiteral("wand.and.stars"), {QStringLiteral("tools-wizard-symbolic"), QStringLiteral("tools-wizard")}},
         {QStringLiteral("sparkles"), {QStringLiteral("kstars_stars-symbolic"), QStringLiteral("draw-star")}},
         {QStringLiteral("play.circle"),
          {QStringLiteral("media-playback-start-symbolic"), QStringLiteral("media-playback-start")}},
-        {QStringLiteral("globe"), {QStringLiteral("globe-symbolic"), QStringLiteral("globe")}},
+        {QStringLiteral("play.fill"), {QStringLiteral("media-playback-start")}},
+        {QStringLiteral("record.circle"), {QStringLiteral("media-record")}},
+        {QStringLiteral("globe"),
+         {QStringLiteral("globe-symbolic"), QStringLiteral("globe"), QStringLiteral("preferences-desktop-locale")}},
         {QStringLiteral("play.rectangle"),
          {QStringLiteral("media-playlist-play-symbolic"), QStringLiteral("media-playlist-play")}},
         {QStringLiteral("square.and.arrow.up"),
          {QStringLiteral("document-share-symbolic"), QStringLiteral("document-share")}},
-        {QStringLiteral("folder"), {QStringLiteral("folder-symbolic"), QStringLiteral("folder")}},
-        {QStringLiteral("gearshape"), {QStringLiteral("configure-symbolic"), QStringLiteral("configure")}},
+        {QStringLiteral("square.and.pencil"), {QStringLiteral("document-new"), QStringLiteral("document-edit")}},
+        {QStringLiteral("folder"),
+         {QStringLiteral("folder-symbolic"), QStringLiteral("folder"), QStringLiteral("document-open")}},
+        {QStringLiteral("gearshape"),
+         {QStringLiteral("configure-symbolic"), QStringLiteral("configure"), QStringLiteral("preferences-system")}},
         {QStringLiteral("lock.shield"), {QStringLiteral("security-high-symbolic"), QStringLiteral("security-high")}},
         {QStringLiteral("shippingbox"), {QStringLiteral("package-symbolic"), QStringLiteral("package")}},
         {QStringLiteral("info.circle"), {QStringLiteral("help-about-symbolic"), QStringLiteral("help-about")}},
+        {QStringLiteral("questionmark.circle"), {QStringLiteral("help-contents"), QStringLiteral("help-about")}},
+        {QStringLiteral("exclamationmark.circle"),
+         {QStringLiteral("data-warning"), QStringLiteral("dialog-warning"), QStringLiteral("emblem-important")}},
+        {QStringLiteral("xmark.circle"), {QStringLiteral("dialog-cancel"), QStringLiteral("process-stop")}},
         {QStringLiteral("lightbulb"), {QStringLiteral("games-hint-symbolic"), QStringLiteral("games-hint")}},
+        {QStringLiteral("brain"), {QStringLiteral("games-hint"), QStringLiteral("tools-wizard")}},
+        {QStringLiteral("number"), {QStringLiteral("format-list-ordered"), QStringLiteral("draw-number")}},
+        {QStringLiteral("doc.text"), {QStringLiteral("view-list-text"), QStringLiteral("text-x-generic")}},
     };
     return names;
 }
 
 const QString discSuffix = QStringLiteral(".circle.fill");
-
-// Where the platform offers no icon theme of its own (a bare window system, the
-// offscreen one of tests), the desktop's icon folders are searched all the same; and a
-// name the user's theme lacks is looked up in Breeze, which the program depends on.
-void findThemes()
-{
-    static const bool done = [] {
-        QStringList paths = QIcon::themeSearchPaths();
-        for (const QString &dir : QStandardPaths::locateAll(QStandardPaths::GenericDataLocation,
-                                                            QStringLiteral("icons"), QStandardPaths::LocateDirectory))
-            if (!paths.contains(dir))
-                paths << dir;
-        QIcon::setThemeSearchPaths(paths);
-        const QString fallback = QIcon::fallbackThemeName();
-        if (fallback.isEmpty() || fallback == QLatin1String("hicolor"))
-            QIcon::setFallbackThemeName(QStringLiteral("breeze"));
-        return true;
-    }();
-    Q_UNUSED(done);
-}
 
 // A transparent square of `size` logical pixels to draw a symbol on.
 QPixmap blank(int size, qreal dpr)
@@ -73,42 +79,22 @@ QPixmap blank(int size, qreal dpr)
     return out;
 }
 
-// A symbol drawn on a grid of 16 units across `size` logical pixels.
+// A symbol drawn on a grid of 16 units across the square at the centre of `rect`.
 template <typename Draw>
-QPixmap onGrid(int size, qreal dpr, Draw draw)
+void onGrid(QPainter &painter, const QRectF &rect, Draw draw)
 {
-    QPixmap out = blank(size, dpr);
-    QPainter painter(&out);
+    const qreal side = std::min(rect.width(), rect.height());
+    painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    draw(painter, size / 16.0);
-    return out;
-}
-
-// Themes have no one-colour processor picture; this one is drawn: a chip with pins.
-QPixmap chip(int size, const QColor &color, qreal dpr)
-{
-    return onGrid(size, dpr, [&](QPainter &painter, qreal unit) {
-        const QRectF body(3.5 * unit, 3.5 * unit, 9 * unit, 9 * unit);
-        painter.setPen(QPen(color, 1.2 * unit));
-        painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(body, 1.5 * unit, 1.5 * unit);
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(color);
-        painter.drawRect(QRectF(6 * unit, 6 * unit, 4 * unit, 4 * unit));
-        for (const qreal at : {5.5, 8.0, 10.5}) {
-            const qreal c = at * unit - 0.5 * unit;
-            painter.drawRect(QRectF(c, 0.8 * unit, unit, 2 * unit));
-            painter.drawRect(QRectF(c, 13.2 * unit, unit, 2 * unit));
-            painter.drawRect(QRectF(0.8 * unit, c, 2 * unit, unit));
-            painter.drawRect(QRectF(13.2 * unit, c, 2 * unit, unit));
-        }
-    });
+    painter.translate(rect.center() - QPointF(side / 2, side / 2));
+    draw(side / 16.0);
+    painter.restore();
 }
 
 // A warning triangle with its mark cut out, where the themes offer only coloured ones.
-QPixmap warning(int size, const QColor &color, qreal dpr)
+void paintWarning(QPainter &painter, const QRectF &rect, const QColor &color)
 {
-    return onGrid(size, dpr, [&](QPainter &painter, qreal unit) {
+    onGrid(painter, rect, [&](qreal unit) {
         QPainterPath triangle;
         triangle.moveTo(8 * unit, 1.5 * unit);
         triangle.lineTo(15 * unit, 14.5 * unit);
@@ -124,10 +110,45 @@ QPixmap warning(int size, const QColor &color, qreal dpr)
     });
 }
 
+// Rounded bars of a sound wave; fewer of them when small, so that they stay apart.
+void paintWaveform(QPainter &painter, const QRectF &rect, const QColor &color)
+{
+    static const QList<double> many = {0.28, 0.5, 0.78, 0.56, 1.0, 0.7, 0.88, 0.46, 0.62, 0.3};
+    static const QList<double> few = {0.4, 0.75, 1.0, 0.65, 0.4};
+    const double s = std::min(rect.width(), rect.height());
+    const QList<double> &heights = s < 24 ? few : many;
+    const double step = s / heights.size();
+    const double width = std::max(1.0, step * 0.55);
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(color, width, Qt::SolidLine, Qt::RoundCap));
+    const double left = rect.center().x() - s / 2 + step / 2;
+    for (qsizetype i = 0; i < heights.size(); ++i) {
+        const double half = std::max(0.0, (s - width) * heights[i] / 2);
+        const double x = left + i * step;
+        painter.drawLine(QPointF(x, rect.center().y() - half), QPointF(x, rect.center().y() + half));
+    }
+    painter.restore();
+}
+
+// Symbols drawn here: themes have no one-colour processor, their sound waves and
+// warnings are pixel art or coloured.
+using Painting = void (*)(QPainter &, const QRectF &, const QColor &);
+Painting drawing(const QString &symbol)
+{
+    if (symbol == QLatin1String("cpu"))
+        return paintChip;
+    if (symbol == QLatin1String("waveform"))
+        return paintWaveform;
+    if (symbol == QLatin1String("exclamationmark.triangle"))
+        return paintWarning;
+    return nullptr;
+}
+
 QIcon themeIcon(const QString &symbol)
 {
-    findThemes();
-    for (const QString &name : themeNames(symbol)) {
+    useIconTheme();
+    for (const QString &name : table().value(symbol, {symbol})) {
         const QIcon icon = QIcon::fromTheme(name);
         if (!icon.isNull())
             return icon;
@@ -149,6 +170,59 @@ QPixmap tinted(const QIcon &icon, int size, const QColor &color, qreal dpr)
     painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
     painter.fillRect(out.rect(), color);
     return out;
+}
+
+QPixmap render(const QString &symbol, int size, const QColor &color, qreal dpr)
+{
+    if (!symbol.endsWith(discSuffix)) {
+        if (const Painting paint = drawing(symbol)) {
+            QPixmap out = blank(size, dpr);
+            QPainter painter(&out);
+            paint(painter, QRectF(0, 0, size, size), color);
+            return out;
+        }
+        const QIcon icon = themeIcon(symbol);
+        return icon.isNull() ? QPixmap() : tinted(icon, size, color, dpr);
+    }
+
+    // A disc in `color` with the inner symbol in white at its centre.
+    const QString inner = symbol.chopped(discSuffix.size());
+    const bool tick = inner == QLatin1String("checkmark");
+    const int markSize = qRound(size * 0.56);
+    const QPixmap mark = tick ? QPixmap() : pixmap(inner, markSize, Qt::white, dpr);
+    if (!tick && mark.isNull())
+        return {};
+    QPixmap out = blank(size, dpr);
+    QPainter painter(&out);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(color);
+    painter.drawEllipse(QRectF(0, 0, size, size));
+    if (tick) {
+        // The theme's tick is drawn for small sizes; on a large disc it needs weight.
+        QPainterPath path;
+        path.moveTo(size * 0.28, size * 0.52);
+        path.lineTo(size * 0.44, size * 0.68);
+        path.lineTo(size * 0.73, size * 0.36);
+        painter.setPen(QPen(Qt::white, size * 0.09, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawPath(path);
+        return out;
+    }
+    const qreal offset = (size - markSize) / 2.0;
+    painter.drawPixmap(QPointF(offset, offset), mark);
+    return out;
+}
+
+QIcon iconIn(const QString &symbol, std::initializer_list<std::pair<QIcon::Mode, QColor>> modes)
+{
+    QIcon result;
+    for (int size : {16, 22, 32})
+        for (qreal dpr : {1.0, 2.0})
+            for (const auto &[mode, color] : modes)
+                if (color.isValid())
+                    result.addPixmap(pixmap(symbol, size, color, dpr), mode);
+    return result;
 }
 
 // Draws at twice the size, so that the icon stays sharp on high-density screens.
@@ -174,62 +248,73 @@ double disc(QPainter &p, const QRectF &r, const QColor &color)
 
 } // namespace
 
-QStringList themeNames(const QString &symbol)
+void useIconTheme()
 {
-    QString inner = symbol;
-    if (inner.endsWith(discSuffix))
-        inner.chop(discSuffix.size());
-    return table().value(inner, {inner});
+    // Where the platform offers no icon theme of its own (a bare window system, the
+    // offscreen one of tests), the desktop's icon folders are searched all the same;
+    // and a name the user's theme lacks is looked up in Breeze, which the program
+    // depends on.
+    static const bool done = [] {
+        QStringList paths = QIcon::themeSearchPaths();
+        for (const QString &dir : QStandardPaths::locateAll(QStandardPaths::GenericDataLocation,
+                                                            QStringLiteral("icons"), QStandardPaths::LocateDirectory))
+            if (!paths.contains(dir))
+                paths << dir;
+        QIcon::setThemeSearchPaths(paths);
+        const auto unset = [](const QString &theme) { return theme.isEmpty() || theme == QLatin1String("hicolor"); };
+        if (unset(QIcon::themeName()))
+            QIcon::setThemeName(QStringLiteral("breeze"));
+        if (unset(QIcon::fallbackThemeName()))
+            QIcon::setFallbackThemeName(QStringLiteral("breeze"));
+        return true;
+    }();
+    Q_UNUSED(done);
 }
 
 QPixmap pixmap(const QString &symbol, int size, const QColor &color, qreal dpr)
 {
-    if (symbol == QLatin1String("cpu"))
-        return chip(size, color, dpr);
-    if (symbol == QLatin1String("exclamationmark.triangle"))
-        return warning(size, color, dpr);
-    const QIcon icon = themeIcon(symbol);
-    if (icon.isNull())
-        return {};
-    if (!symbol.endsWith(discSuffix))
-        return tinted(icon, size, color, dpr);
-
-    // A disc in `color` with the symbol in white at its centre.
-    QPixmap out = blank(size, dpr);
-    QPainter painter(&out);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(color);
-    painter.drawEllipse(QRectF(0, 0, size, size));
-    if (symbol.startsWith(QLatin1String("checkmark"))) {
-        // The theme's tick is drawn for small sizes; on a large disc it needs weight.
-        QPainterPath tick;
-        tick.moveTo(size * 0.28, size * 0.52);
-        tick.lineTo(size * 0.44, size * 0.68);
-        tick.lineTo(size * 0.73, size * 0.36);
-        painter.setPen(QPen(Qt::white, size * 0.09, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-        painter.setBrush(Qt::NoBrush);
-        painter.drawPath(tick);
+    // Lists and scenes ask for the same symbols at every paint.
+    const QString key = QStringLiteral("symbol:%1:%2:%3:%4").arg(symbol).arg(size).arg(color.rgba(), 8, 16).arg(dpr);
+    QPixmap out;
+    if (QPixmapCache::find(key, &out))
         return out;
-    }
-    const int inner = qRound(size * 0.56);
-    const QPixmap mark = tinted(icon, inner, Qt::white, dpr);
-    const qreal offset = (size - inner) / 2.0;
-    painter.drawPixmap(QPointF(offset, offset), mark);
+    out = render(symbol, size, color, dpr);
+    if (!out.isNull())
+        QPixmapCache::insert(key, out);
     return out;
 }
 
 QIcon icon(const QString &symbol, const QColor &color, const QColor &selected)
 {
-    QIcon result;
-    for (int size : {16, 22, 32}) {
-        for (qreal dpr : {1.0, 2.0}) {
-            result.addPixmap(pixmap(symbol, size, color, dpr), QIcon::Normal);
-            if (selected.isValid())
-                result.addPixmap(pixmap(symbol, size, selected, dpr), QIcon::Selected);
+    return iconIn(symbol, {{QIcon::Normal, color}, {QIcon::Selected, selected}});
+}
+
+QIcon icon(const QString &symbol, const QPalette &palette)
+{
+    const QColor dimmed = Style::withAlpha(Style::color(palette, Style::Tone::secondary), 0.55);
+    return iconIn(symbol, {{QIcon::Normal, palette.color(QPalette::Active, QPalette::WindowText)},
+                           {QIcon::Disabled, dimmed}});
+}
+
+void paintChip(QPainter &painter, const QRectF &rect, const QColor &color)
+{
+    // A die with a core and three pins on each side.
+    onGrid(painter, rect, [&](qreal unit) {
+        const QRectF body(3.5 * unit, 3.5 * unit, 9 * unit, 9 * unit);
+        painter.setPen(QPen(color, 1.2 * unit));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRoundedRect(body, 1.5 * unit, 1.5 * unit);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(color);
+        painter.drawRect(QRectF(6 * unit, 6 * unit, 4 * unit, 4 * unit));
+        for (const qreal at : {5.5, 8.0, 10.5}) {
+            const qreal c = at * unit - 0.5 * unit;
+            painter.drawRect(QRectF(c, 0.8 * unit, unit, 2 * unit));
+            painter.drawRect(QRectF(c, 13.2 * unit, unit, 2 * unit));
+            painter.drawRect(QRectF(0.8 * unit, c, 2 * unit, unit));
+            painter.drawRect(QRectF(13.2 * unit, c, 2 * unit, unit));
         }
-    }
-    return result;
+    });
 }
 
 QIcon playCircle(const QColor &color, int size)
@@ -282,6 +367,7 @@ QIcon checkmark(const QColor &color, int size)
 
 QIcon themed(const QString &name)
 {
+    useIconTheme();
     return QIcon::fromTheme(name);
 }
 

@@ -2,8 +2,8 @@
 
 #include "app/AppModel.h"
 #include "app/LanguageManager.h"
-#include "ui/Look.h"
 #include "ui/Icons.h"
+#include "ui/Style.h"
 
 #include <QCoreApplication>
 #include <QEvent>
@@ -96,7 +96,7 @@ void KeyField::remove()
 
 void KeyField::changeEvent(QEvent *event)
 {
-    Look::restyleOnLookChange(event, this, &KeyField::refresh);
+    Style::restyleOnLookChange(event, this, &KeyField::refresh);
     QWidget::changeEvent(event);
 }
 
@@ -105,20 +105,20 @@ void KeyField::refresh()
     m_title->setText(m_provider == AIProvider::anthropic
                          ? QCoreApplication::translate("Sagwerk", "Anthropic API-Key")
                          : QCoreApplication::translate("Sagwerk", "OpenAI API-Key"));
-    Look::style(m_title, Look::TextSize::subheadline, Look::Tone::text, true);
+    Style::style(m_title, Style::TextSize::subheadline, Style::Tone::text, QFont::Bold);
 
     const bool stored = hasStoredKey();
     m_stored->setText(QCoreApplication::translate("Sagwerk", "hinterlegt"));
-    Look::style(m_stored, Look::TextSize::caption, Look::Tone::green);
+    Style::style(m_stored, Style::TextSize::caption, Style::Tone::green);
     const int iconSize = QFontMetrics(m_stored->font()).height();
     m_storedIcon->setPixmap(Icons::pixmap(QStringLiteral("checkmark.seal"), iconSize,
-                                            Look::color(palette(), Look::Tone::green), devicePixelRatioF()));
+                                            Style::color(palette(), Style::Tone::green), devicePixelRatioF()));
     m_stored->setVisible(stored);
     m_storedIcon->setVisible(stored);
 
     if (m_remove) {
         m_remove->setText(QCoreApplication::translate("Sagwerk", "Entfernen"));
-        m_remove->setFont(Look::font(Look::TextSize::caption));
+        m_remove->setFont(Style::font(Style::TextSize::caption));
         m_remove->setEnabled(stored);
     }
 }

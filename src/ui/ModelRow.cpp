@@ -3,8 +3,8 @@
 #include "app/AppModel.h"
 #include "app/LanguageManager.h"
 #include "engine/ModelStore.h"
-#include "ui/Look.h"
 #include "ui/Icons.h"
+#include "ui/Style.h"
 
 #include <QCoreApplication>
 #include <QEvent>
@@ -59,7 +59,7 @@ void RadioMark::setLook(bool selected, bool active)
 
 QSize RadioMark::sizeHint() const
 {
-    const int side = QFontMetrics(Look::font(Look::TextSize::subheadline)).height();
+    const int side = QFontMetrics(Style::font(Style::TextSize::subheadline)).height();
     return {side, side};
 }
 
@@ -67,7 +67,7 @@ void RadioMark::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const QColor color = Look::color(palette(), m_active ? Look::Tone::accent : Look::Tone::secondary);
+    const QColor color = Style::color(palette(), m_active ? Style::Tone::accent : Style::Tone::secondary);
     const qreal side = std::min(width(), height()) - 2;
     const QRectF ring((width() - side) / 2, (height() - side) / 2, side, side);
     painter.setPen(QPen(color, 1.5));
@@ -202,7 +202,7 @@ void ModelRow::mouseReleaseEvent(QMouseEvent *event)
 
 void ModelRow::changeEvent(QEvent *event)
 {
-    Look::restyleOnLookChange(event, this, &ModelRow::restyle);
+    Style::restyleOnLookChange(event, this, &ModelRow::restyle);
     QWidget::changeEvent(event);
 }
 
@@ -223,22 +223,22 @@ void ModelRow::retranslate()
 void ModelRow::restyle()
 {
     const QPalette &pal = palette();
-    Look::style(m_title, Look::TextSize::subheadline);
-    Look::style(m_note, Look::TextSize::caption, Look::Tone::secondary);
-    const int iconSize = QFontMetrics(Look::font(Look::TextSize::body)).height();
-    m_trash->setIcon(Icons::icon(QStringLiteral("trash"), Look::color(pal, Look::Tone::text)));
+    Style::style(m_title, Style::TextSize::subheadline);
+    Style::style(m_note, Style::TextSize::caption, Style::Tone::secondary);
+    const int iconSize = QFontMetrics(Style::font(Style::TextSize::body)).height();
+    m_trash->setIcon(Icons::icon(QStringLiteral("trash"), Style::color(pal, Style::Tone::text)));
     m_trash->setIconSize(QSize(iconSize, iconSize));
-    Look::setTone(m_load, Look::Tone::accent);
+    Style::setTone(m_load, Style::Tone::accent);
 
-    const QFont mini = Look::font(Look::TextSize::caption2);
+    const QFont mini = Style::font(Style::TextSize::caption2);
     for (QWidget *w : m_coreML->findChildren<QWidget *>())
         w->setFont(mini);
     const int miniIcon = QFontMetrics(mini).height();
-    m_coreMLIcon->setPixmap(Icons::pixmap(QStringLiteral("cpu"), miniIcon, Look::color(pal, Look::Tone::accent),
+    m_coreMLIcon->setPixmap(Icons::pixmap(QStringLiteral("cpu"), miniIcon, Style::color(pal, Style::Tone::accent),
                                             devicePixelRatioF()));
-    Look::setTone(m_coreMLRemove, Look::Tone::accent);
-    Look::setTone(m_coreMLLoading, Look::Tone::secondary);
-    Look::setTone(m_coreMLLoad, Look::Tone::accent);
+    Style::setTone(m_coreMLRemove, Style::Tone::accent);
+    Style::setTone(m_coreMLLoading, Style::Tone::secondary);
+    Style::setTone(m_coreMLLoad, Style::Tone::accent);
     m_radio->update();
 }
 
@@ -277,7 +277,7 @@ ModelList::ModelList(AppModel &app, QWidget *parent) : QWidget(parent)
 {
     auto *outer = new QVBoxLayout(this);
     outer->setContentsMargins(0, 0, 0, 0);
-    auto *box = new Look::RoundedBox(0.08, 10, this);
+    auto *box = new Style::RoundedBox(0.08, 10, this);
     outer->addWidget(box);
     // In a taller place the rows keep their height, and the space stays below.
     outer->addStretch(1);

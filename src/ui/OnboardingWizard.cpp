@@ -5,10 +5,10 @@
 #include "app/LanguageManager.h"
 #include "engine/ModelStore.h"
 #include "ui/AIModelPicker.h"
-#include "ui/KeyField.h"
-#include "ui/Look.h"
-#include "ui/ModelRow.h"
 #include "ui/Icons.h"
+#include "ui/KeyField.h"
+#include "ui/ModelRow.h"
+#include "ui/Style.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>
@@ -41,7 +41,7 @@ OnboardingWizard::OnboardingWizard(AppModel &app, QWidget *parent) : QDialog(par
     resize(580, 600);
     setMinimumSize(580, 600);
 
-    auto *outer = Look::flushColumn(this);
+    auto *outer = Style::flushColumn(this);
     m_pages = new QStackedWidget(this);
     outer->addWidget(m_pages, 1);
 
@@ -162,7 +162,7 @@ OnboardingWizard::OnboardingWizard(AppModel &app, QWidget *parent) : QDialog(par
         m_pages->addWidget(page);
     }
 
-    outer->addWidget(Look::divider(this));
+    outer->addWidget(Style::divider(this));
     auto *footer = new QHBoxLayout;
     footer->setContentsMargins(16, 16, 16, 16);
     m_back = new QPushButton(this);
@@ -239,7 +239,7 @@ void OnboardingWizard::closeEvent(QCloseEvent *event)
 
 void OnboardingWizard::changeEvent(QEvent *event)
 {
-    Look::restyleOnLookChange(event, this, &OnboardingWizard::refresh);
+    Style::restyleOnLookChange(event, this, &OnboardingWizard::refresh);
     QDialog::changeEvent(event);
 }
 
@@ -257,67 +257,67 @@ void OnboardingWizard::saveKeys()
 
 void OnboardingWizard::refresh()
 {
-    using Look::TextSize;
-    using Look::Tone;
+    using Style::TextSize;
+    using Style::Tone;
     const QPalette &pal = palette();
     const qreal dpr = devicePixelRatioF();
     setWindowTitle(QStringLiteral("Sagwerk"));
     m_pages->setCurrentIndex(m_step);
 
     m_welcomeIcon->setPixmap(
-        Icons::pixmap(QStringLiteral("waveform.circle.fill"), 60, Look::color(pal, Tone::accent), dpr));
+        Icons::pixmap(QStringLiteral("waveform.circle.fill"), 60, Style::color(pal, Tone::accent), dpr));
     m_welcomeTitle->setText(QCoreApplication::translate("Sagwerk", "Willkommen bei Sagwerk"));
-    Look::style(m_welcomeTitle, TextSize::largeTitle, Tone::text, true);
+    Style::style(m_welcomeTitle, TextSize::largeTitle, Tone::text, QFont::Bold);
     m_welcomeText->setText(QCoreApplication::translate(
         "Sagwerk", "Sprache aus Audio- und Videodateien in Text – vollständig lokal auf deinem Rechner."));
-    Look::style(m_welcomeText, TextSize::title3, Tone::secondary);
+    Style::style(m_welcomeText, TextSize::title3, Tone::secondary);
     const QString features[] = {
         QCoreApplication::translate("Sagwerk", "Aufnehmen oder Dateien ziehen – auch WhatsApp-Sprachnachrichten."),
         QCoreApplication::translate("Sagwerk", "Läuft über CPU/GPU – nichts wird hochgeladen."),
         QCoreApplication::translate("Sagwerk", "Sprechererkennung und mitlaufender Wort-Cursor."),
         QCoreApplication::translate("Sagwerk", "Optionale KI-Textüberarbeitung."),
     };
-    const int featureIcon = QFontMetrics(Look::font(TextSize::body)).height() + 4;
+    const int featureIcon = QFontMetrics(Style::font(TextSize::body)).height() + 4;
     for (int i = 0; i < 4; ++i) {
         m_featureIcons[i]->setPixmap(Icons::pixmap(QString::fromLatin1(featureSymbols[i]), featureIcon,
-                                                     Look::color(pal, Tone::accent), dpr));
+                                                     Style::color(pal, Tone::accent), dpr));
         m_featureTexts[i]->setText(features[i]);
-        Look::style(m_featureTexts[i], TextSize::body);
+        Style::style(m_featureTexts[i], TextSize::body);
     }
 
     m_modelTitle->setText(QCoreApplication::translate("Sagwerk", "Sprachmodell laden"));
-    Look::style(m_modelTitle, TextSize::title2, Tone::text, true);
+    Style::style(m_modelTitle, TextSize::title2, Tone::text, QFont::Bold);
     m_modelText->setText(QCoreApplication::translate(
         "Sagwerk", "Zum Transkribieren braucht die App mindestens ein Modell. Empfohlen ist **Small** – ein guter "
                    "Kompromiss aus Tempo und Genauigkeit. Alles wird nur einmal geladen und läuft dann lokal."));
-    Look::style(m_modelText, TextSize::body, Tone::secondary);
+    Style::style(m_modelText, TextSize::body, Tone::secondary);
     const bool ready = hasModel();
-    const int statusIcon = QFontMetrics(Look::font(TextSize::body)).height();
+    const int statusIcon = QFontMetrics(Style::font(TextSize::body)).height();
     m_modelStatus->setText(ready ? QCoreApplication::translate("Sagwerk", "Bereit – du kannst fortfahren.")
                                  : QCoreApplication::translate("Sagwerk", "Lade mindestens ein Modell, um fortzufahren."));
-    Look::style(m_modelStatus, TextSize::body, ready ? Tone::text : Tone::secondary);
+    Style::style(m_modelStatus, TextSize::body, ready ? Tone::text : Tone::secondary);
     m_modelStatusIcon->setPixmap(
         Icons::pixmap(ready ? QStringLiteral("checkmark.circle.fill") : QStringLiteral("arrow.down.circle"), statusIcon,
-                        Look::color(pal, ready ? Tone::green : Tone::secondary), dpr));
+                        Style::color(pal, ready ? Tone::green : Tone::secondary), dpr));
 
     m_aiTitle->setText(QCoreApplication::translate("Sagwerk", "KI aktivieren (optional)"));
-    Look::style(m_aiTitle, TextSize::title2, Tone::text, true);
+    Style::style(m_aiTitle, TextSize::title2, Tone::text, QFont::Bold);
     m_aiText->setText(QCoreApplication::translate(
         "Sagwerk", "Für die optionale Textüberarbeitung und Sprechernamen kannst du einen Key von **Anthropic** "
                    "und/oder **OpenAI** hinterlegen und das aktive Modell wählen. Transkribieren funktioniert auch "
                    "ganz ohne KI."));
-    Look::style(m_aiText, TextSize::body, Tone::secondary);
+    Style::style(m_aiText, TextSize::body, Tone::secondary);
     m_activeHeading->setText(QCoreApplication::translate("Sagwerk", "Aktives Modell"));
-    Look::style(m_activeHeading, TextSize::subheadline, Tone::text, true);
+    Style::style(m_activeHeading, TextSize::subheadline, Tone::text, QFont::Bold);
 
     m_doneIcon->setPixmap(
-        Icons::pixmap(QStringLiteral("checkmark.circle.fill"), 60, Look::color(pal, Tone::green), dpr));
+        Icons::pixmap(QStringLiteral("checkmark.circle.fill"), 60, Style::color(pal, Tone::green), dpr));
     m_doneTitle->setText(QCoreApplication::translate("Sagwerk", "Alles bereit!"));
-    Look::style(m_doneTitle, TextSize::largeTitle, Tone::text, true);
+    Style::style(m_doneTitle, TextSize::largeTitle, Tone::text, QFont::Bold);
     m_doneText->setText(QCoreApplication::translate(
         "Sagwerk", "Zieh eine Audio- oder Videodatei ins Fenster oder nimm etwas auf. Weitere Modelle, die Neural "
                    "Engine und einen KI-Key findest du jederzeit unter „Modelle & Einstellungen“."));
-    Look::style(m_doneText, TextSize::title3, Tone::secondary);
+    Style::style(m_doneText, TextSize::title3, Tone::secondary);
 
     m_back->setText(QCoreApplication::translate("Sagwerk", "Zurück"));
     m_back->setVisible(m_step > 0);

@@ -2,8 +2,8 @@
 
 #include "export/TextForms.h"
 #include "review/AudioPlayer.h"
-#include "ui/Fonts.h"
 #include "ui/Icons.h"
+#include "ui/Style.h"
 
 #include <QCoreApplication>
 #include <QEvent>
@@ -26,7 +26,7 @@ int sliderValue(double seconds)
 QLabel *timeLabel(QWidget *parent, Qt::Alignment alignment)
 {
     auto *label = new QLabel(parent);
-    label->setFont(Fonts::monospacedDigits(Fonts::caption(label->font())));
+    label->setFont(Style::withTabularDigits(Style::font(Style::TextSize::caption2)));
     label->setForegroundRole(QPalette::PlaceholderText);
     label->setMinimumWidth(40);
     label->setAlignment(alignment | Qt::AlignVCenter);

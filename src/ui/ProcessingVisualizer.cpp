@@ -1,7 +1,8 @@
 #include "ui/ProcessingVisualizer.h"
 
+#include "ui/Icons.h"
 #include "ui/ProcessingScene.h"
-#include "ui/ShellStyle.h"
+#include "ui/Style.h"
 
 #include <QCoreApplication>
 #include <QEvent>
@@ -13,7 +14,7 @@
 #include <numbers>
 
 using namespace ProcessingScene;
-using ShellStyle::withAlpha;
+using Style::withAlpha;
 
 namespace {
 
@@ -29,15 +30,26 @@ constexpr double chipGap = 6;
 constexpr double maxWidth = 660;
 constexpr double maxHeight = 300;
 
+// The jars are brighter than the screens' green and blue: they are the scene's light.
+QColor sourceTint(const QPalette &palette)
+{
+    return Style::isDark(palette) ? QColor(10, 132, 255) : QColor(0, 122, 255);
+}
+
+QColor resultTint(const QPalette &palette)
+{
+    return Style::isDark(palette) ? QColor(48, 209, 88) : QColor(52, 199, 89);
+}
+
 double stageHeight()
 {
-    return jarHeight + gap + QFontMetricsF(ShellStyle::font(ShellStyle::TextSize::caption)).height();
+    return jarHeight + gap + QFontMetricsF(Style::font(Style::TextSize::caption)).height();
 }
 
 double badgeHeight()
 {
-    return 10 + 26 + 3 + QFontMetricsF(ShellStyle::font(ShellStyle::TextSize::caption, QFont::Bold)).height() + 3
-        + QFontMetricsF(ShellStyle::font(ShellStyle::TextSize::caption2)).height() + 10;
+    return 10 + 26 + 3 + QFontMetricsF(Style::font(Style::TextSize::caption, QFont::Bold)).height() + 3
+        + QFontMetricsF(Style::font(Style::TextSize::caption2)).height() + 10;
 }
 
 // A soft halo of `color` around `rect`: a radial fade from the rectangle's edge outwards.
@@ -64,10 +76,10 @@ void symbol(QPainter &painter, const QString &name, const QRectF &rect, const QC
     painter.scale(scale, scale);
     const QRectF box(-rect.width() / 2, -rect.height() / 2, rect.width(), rect.height());
     if (name == QLatin1String("cpu")) {
-        ShellStyle::paintChip(painter, box, color);
+        Icons::paintChip(painter, box, color);
     } else {
         const qreal dpr = painter.device() ? painter.device()->devicePixelRatioF() : 1.0;
-        const QPixmap pixmap = ShellStyle::symbolPixmap(name, qRound(rect.height()), color, dpr);
+        const QPixmap pixmap = Icons::pixmap(name, qRound(rect.height()), color, dpr);
         painter.drawPixmap(box.topLeft(), pixmap);
     }
     painter.restore();
@@ -132,7 +144,7 @@ void badge(QPainter &painter, const QRectF &rect, const QString &title, const QS
            double activity, double phase, bool dim, const QPalette &palette)
 {
     const double a = dim ? 0.0 : std::clamp(activity, 0.0, 1.0);
-    const QColor color = dim ? ShellStyle::secondary(palette) : loadColor(a);
+    const QColor color = dim ? Style::color(palette, Style::Tone::secondary) : loadColor(a);
 
     painter.setPen(QPen(withAlpha(color, a * 0.5 + 0.3), 1));
     painter.setBrush(withAlpha(color, (a + 0.3) * 0.1));
@@ -142,17 +154,17 @@ void badge(QPainter &painter, const QRectF &rect, const QString &title, const QS
     glow(painter, symbolRect, color, a, a * 12);
     symbol(painter, icon, symbolRect, color, a * 0.06 * std::sin(phase * 6) + 1);
 
-    const QFont titleFont = ShellStyle::font(ShellStyle::TextSize::caption, QFont::Bold);
-    const QFont subtitleFont = ShellStyle::font(ShellStyle::TextSize::caption2);
+    const QFont titleFont = Style::font(Style::TextSize::caption, QFont::Bold);
+    const QFont subtitleFont = Style::font(Style::TextSize::caption2);
     const double titleHeight = QFontMetricsF(titleFont).height();
     const double subtitleHeight = QFontMetricsF(subtitleFont).height();
     double y = symbolRect.bottom() + 3;
     painter.setFont(titleFont);
-    painter.setPen(ShellStyle::text(palette));
+    painter.setPen(Style::color(palette, Style::Tone::text));
     painter.drawText(QRectF(rect.left(), y, rect.width(), titleHeight), Qt::AlignCenter, title);
     y += titleHeight + 3;
     painter.setFont(subtitleFont);
-    painter.setPen(ShellStyle::secondary(palette));
+    painter.setPen(Style::color(palette, Style::Tone::secondary));
     painter.drawText(QRectF(rect.left(), y, rect.width(), subtitleHeight), Qt::AlignCenter, subtitle);
 }
 
@@ -188,12 +200,12 @@ void spinner(QPainter &painter, const QPointF &centre, double phase, const QColo
 void stageLabel(QPainter &painter, const QRectF &rect, const QString &icon, const QString &text,
                 const QPalette &palette)
 {
-    const QFont font = ShellStyle::font(ShellStyle::TextSize::caption);
+    const QFont font = Style::font(Style::TextSize::caption);
     const QFontMetricsF metrics(font);
     const double iconSize = std::round(metrics.height() * 0.9);
     const double width = iconSize + 4 + metrics.horizontalAdvance(text);
     const double left = rect.center().x() - width / 2;
-    const QColor color = ShellStyle::secondary(palette);
+    const QColor color = Style::color(palette, Style::Tone::secondary);
     symbol(painter, icon, QRectF(left, rect.center().y() - iconSize / 2, iconSize, iconSize), color);
     painter.setFont(font);
     painter.setPen(color);
@@ -276,7 +288,7 @@ void ProcessingVisualizer::paintScene(QPainter &painter, const QRectF &rect, dou
     painter.translate(-natural.width() / 2, -natural.height() / 2);
 
     const QPalette &pal = palette();
-    const QColor primary = ShellStyle::text(pal);
+    const QColor primary = Style::color(pal, Style::Tone::text);
     const double activityNow = activity(m_cores, m_gpu);
     const double height = natural.height();
     const double stageTop = (height - stageHeight()) / 2;
@@ -284,14 +296,14 @@ void ProcessingVisualizer::paintScene(QPainter &painter, const QRectF &rect, dou
     double x = 0;
 
     // "Quelle": draining.
-    liquidJar(painter, QRectF(x, stageTop, jarWidth, jarHeight), 1 - m_progress, ShellStyle::blue(pal), phase, false,
+    liquidJar(painter, QRectF(x, stageTop, jarWidth, jarHeight), 1 - m_progress, sourceTint(pal), phase, false,
               primary);
     stageLabel(painter, QRectF(x - 20, stageTop + jarHeight + gap, jarWidth + 40, labelHeight),
                QStringLiteral("waveform"), m_source, pal);
     x += jarWidth + gap;
 
     const QRectF dotsBand(x, stageTop + jarHeight / 2 - 15, dotsWidth, 30);
-    flow(painter, dotsBand, phase, activityNow, ShellStyle::accent(pal));
+    flow(painter, dotsBand, phase, activityNow, Style::color(pal, Style::Tone::accent));
     x += dotsWidth + gap;
 
     // The centre: two badges over the core grid.
@@ -309,7 +321,7 @@ void ProcessingVisualizer::paintScene(QPainter &painter, const QRectF &rect, dou
           neuralEngineActivity(m_aneActive, phase), phase, !m_aneActive, pal);
     y += badgeHeight() + gridGap;
     if (m_cores.isEmpty()) {
-        spinner(painter, QPointF(x + centreWidth / 2, y + 10), phase, ShellStyle::secondary(pal));
+        spinner(painter, QPointF(x + centreWidth / 2, y + 10), phase, Style::color(pal, Style::Tone::secondary));
     } else {
         const double step = chipSide + chipGap * chipSide / 30;
         for (const QList<double> &row : coreRows) {
@@ -324,11 +336,12 @@ void ProcessingVisualizer::paintScene(QPainter &painter, const QRectF &rect, dou
     }
     x += centreWidth + gap;
 
-    flow(painter, QRectF(x, dotsBand.top(), dotsWidth, dotsBand.height()), phase, activityNow, ShellStyle::accent(pal));
+    flow(painter, QRectF(x, dotsBand.top(), dotsWidth, dotsBand.height()), phase, activityNow,
+         Style::color(pal, Style::Tone::accent));
     x += dotsWidth + gap;
 
     // "Sagwerk": filling with text.
-    liquidJar(painter, QRectF(x, stageTop, jarWidth, jarHeight), m_progress, ShellStyle::green(pal), phase, true,
+    liquidJar(painter, QRectF(x, stageTop, jarWidth, jarHeight), m_progress, resultTint(pal), phase, true,
               primary);
     stageLabel(painter, QRectF(x - 20, stageTop + jarHeight + gap, jarWidth + 40, labelHeight),
                QStringLiteral("doc.text"), QStringLiteral("Sagwerk"), pal);

@@ -7,10 +7,9 @@
 #include "review/TranscriptLines.h"
 #include "ui/CorrectionSheet.h"
 #include "ui/FileManager.h"
-#include "ui/Fonts.h"
 #include "ui/Icons.h"
-#include "ui/Look.h"
 #include "ui/PlayerBar.h"
+#include "ui/Style.h"
 #include "ui/TranscriptTextView.h"
 
 #include <QButtonGroup>
@@ -75,10 +74,10 @@ ResultView::ResultView(AppModel &app, QWidget *parent) : QWidget(parent), m_app(
     auto *header = new QHBoxLayout;
     header->setSpacing(10);
     m_title = new MiddleElidedLabel(this);
-    m_title->setFont(Fonts::headline(m_title->font()));
+    m_title->setFont(Style::font(Style::TextSize::headline));
     m_title->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     m_meta = new QLabel(this);
-    m_meta->setFont(Fonts::caption(font()));
+    m_meta->setFont(Style::font(Style::TextSize::caption2));
     m_meta->setForegroundRole(QPalette::PlaceholderText);
     header->addWidget(m_title, 0, Qt::AlignBaseline);
     header->addWidget(m_meta, 0, Qt::AlignBaseline);
@@ -108,7 +107,7 @@ ResultView::ResultView(AppModel &app, QWidget *parent) : QWidget(parent), m_app(
     viewRow->addStretch(1);
     m_column->addLayout(viewRow);
 
-    m_column->addWidget(Look::divider(this));
+    m_column->addWidget(Style::divider(this));
 
     m_textArea = new QStackedWidget(this);
     m_textView = new TranscriptTextView(m_textArea);
@@ -130,7 +129,7 @@ ResultView::ResultView(AppModel &app, QWidget *parent) : QWidget(parent), m_app(
     m_chips->viewport()->setAutoFillBackground(false);
     m_column->addWidget(m_chips);
 
-    m_column->addWidget(Look::divider(this));
+    m_column->addWidget(Style::divider(this));
 
     // The speaker and AI controls take their places at the front of this row.
     auto *actions = new QHBoxLayout;
@@ -324,16 +323,16 @@ void ResultView::showChips()
         parts->setContentsMargins(8, 3, 8, 3);
         parts->setSpacing(4);
         auto *from = new QLabel(c.from, chip);
-        QFont struck = Fonts::caption(font());
+        QFont struck = Style::font(Style::TextSize::caption2);
         struck.setStrikeOut(true);
         from->setFont(struck);
         from->setForegroundRole(QPalette::PlaceholderText);
         from->setTextFormat(Qt::PlainText);
         auto *arrow = new QLabel(QStringLiteral("→"), chip);
-        arrow->setFont(Fonts::caption(Fonts::caption(font())));
+        arrow->setFont(Style::font(Style::TextSize::caption2));
         arrow->setForegroundRole(QPalette::PlaceholderText);
         auto *to = new QLabel(c.to, chip);
-        to->setFont(Fonts::caption(font()));
+        to->setFont(Style::font(Style::TextSize::caption2));
         to->setTextFormat(Qt::PlainText);
         auto *remove = new QToolButton(chip);
         remove->setAutoRaise(true);

@@ -3,8 +3,8 @@
 #include "app/AppModel.h"
 #include "app/LanguageManager.h"
 #include "app/MediaTypes.h"
+#include "ui/Icons.h"
 #include "ui/MainWindow.h"
-#include "ui/ShellStyle.h"
 #include "ui/Windows.h"
 
 #include <QApplication>
@@ -30,7 +30,7 @@ std::optional<QString> chooseMediaFile(QWidget *parent)
 
 SagwerkApp::SagwerkApp(QObject *parent) : QObject(parent)
 {
-    ShellStyle::useIconTheme();
+    Icons::useIconTheme();
     m_model = std::make_unique<AppModel>();
     m_main = new MainWindow(*m_model);
     m_main->setAttribute(Qt::WA_DeleteOnClose, false);

@@ -5,8 +5,8 @@
 #include "app/LanguageManager.h"
 #include "ui/AIModelPicker.h"
 #include "ui/KeyField.h"
-#include "ui/Look.h"
 #include "ui/ModelRow.h"
+#include "ui/Style.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -45,7 +45,7 @@ SettingsSheet::SettingsSheet(AppModel &app, QWidget *parent) : QDialog(parent), 
     resize(560, 720);
     setMinimumSize(560, 420);
 
-    auto *outer = Look::flushColumn(this);
+    auto *outer = Style::flushColumn(this);
 
     m_title = new QLabel(this);
     auto *titleRow = new QHBoxLayout;
@@ -77,7 +77,7 @@ SettingsSheet::SettingsSheet(AppModel &app, QWidget *parent) : QDialog(parent), 
     models->addWidget(m_modelsText);
     models->addWidget(m_models);
 
-    body->addWidget(Look::divider(content));
+    body->addWidget(Style::divider(content));
 
     // AI keys and the active model.
     QVBoxLayout *ai = section(body, 10);
@@ -121,7 +121,7 @@ SettingsSheet::SettingsSheet(AppModel &app, QWidget *parent) : QDialog(parent), 
     language->addWidget(m_languageHeading);
     language->addWidget(m_language, 0, Qt::AlignLeft);
 
-    body->addWidget(Look::divider(content));
+    body->addWidget(Style::divider(content));
 
     // Beta.
     QVBoxLayout *beta = section(body, 8);
@@ -135,7 +135,7 @@ SettingsSheet::SettingsSheet(AppModel &app, QWidget *parent) : QDialog(parent), 
     beta->addWidget(m_betaText);
     body->addStretch(1);
 
-    outer->addWidget(Look::divider(this));
+    outer->addWidget(Style::divider(this));
     auto *buttons = new QHBoxLayout;
     buttons->setContentsMargins(16, 16, 16, 16);
     buttons->addStretch(1);
@@ -169,43 +169,43 @@ void SettingsSheet::save()
 
 void SettingsSheet::changeEvent(QEvent *event)
 {
-    Look::restyleOnLookChange(event, this, &SettingsSheet::refresh);
+    Style::restyleOnLookChange(event, this, &SettingsSheet::refresh);
     QDialog::changeEvent(event);
 }
 
 void SettingsSheet::refresh()
 {
-    using Look::TextSize;
-    using Look::Tone;
+    using Style::TextSize;
+    using Style::Tone;
     setWindowTitle(QCoreApplication::translate("Sagwerk", "Einstellungen"));
     m_title->setText(QCoreApplication::translate("Sagwerk", "Einstellungen"));
-    Look::style(m_title, TextSize::title2, Tone::text, true);
+    Style::style(m_title, TextSize::title2, Tone::text, QFont::Bold);
 
     m_modelsHeading->setText(QCoreApplication::translate("Sagwerk", "Modelle"));
-    Look::style(m_modelsHeading, TextSize::headline);
+    Style::style(m_modelsHeading, TextSize::headline);
     m_modelsText->setText(QCoreApplication::translate(
         "Sagwerk", "Für die Transkription – lokal, einmalig herunterladen. Größere Modelle sind genauer, aber "
                    "langsamer. Optional die Neural Engine pro Modell laden."));
-    Look::style(m_modelsText, TextSize::caption, Tone::secondary);
+    Style::style(m_modelsText, TextSize::caption, Tone::secondary);
 
     m_aiHeading->setText(QCoreApplication::translate("Sagwerk", "KI-Textüberarbeitung & Sprechernamen"));
-    Look::style(m_aiHeading, TextSize::headline);
+    Style::style(m_aiHeading, TextSize::headline);
     m_aiText->setText(QCoreApplication::translate(
         "Sagwerk", "Optional. Für die KI-Überarbeitung und die Namensergänzung bei der Sprechererkennung. Du kannst "
                    "beide Anbieter pflegen und das aktive Modell wählen. Keys liegen sicher im Schlüsselbund und "
                    "gehen nur an den jeweiligen Anbieter."));
-    Look::style(m_aiText, TextSize::caption, Tone::secondary);
+    Style::style(m_aiText, TextSize::caption, Tone::secondary);
     m_activeHeading->setText(QCoreApplication::translate("Sagwerk", "Aktives Modell"));
-    Look::style(m_activeHeading, TextSize::subheadline, Tone::text, true);
+    Style::style(m_activeHeading, TextSize::subheadline, Tone::text, QFont::Bold);
 
     const bool openai = AIModel::by(m_app.activeModelId()).provider == AIProvider::openai;
     m_keyWarning->setText(QCoreApplication::translate("Sagwerk", "Für das aktive Modell ist noch kein %1-Key hinterlegt.")
                               .arg(openai ? QStringLiteral("OpenAI") : QStringLiteral("Anthropic")));
-    Look::style(m_keyWarning, TextSize::caption, Tone::orange);
+    Style::style(m_keyWarning, TextSize::caption, Tone::orange);
     m_keyWarning->setVisible(m_app.activeKey().isEmpty());
 
     m_languageHeading->setText(QCoreApplication::translate("Sagwerk", "App-Sprache"));
-    Look::style(m_languageHeading, TextSize::headline);
+    Style::style(m_languageHeading, TextSize::headline);
     {
         const QSignalBlocker blocker(m_language);
         m_language->setItemText(0, QCoreApplication::translate("Sagwerk", "System"));
@@ -213,7 +213,7 @@ void SettingsSheet::refresh()
     }
 
     m_betaHeading->setText(QCoreApplication::translate("Sagwerk", "Beta-Funktionen"));
-    Look::style(m_betaHeading, TextSize::headline);
+    Style::style(m_betaHeading, TextSize::headline);
     {
         const QSignalBlocker blocker(m_liveSpeakers);
         m_liveSpeakers->setText(QCoreApplication::translate("Sagwerk", "Interview: Live-Sprechererkennung"));
@@ -223,7 +223,7 @@ void SettingsSheet::refresh()
         "Sagwerk", "Diarisiert während des Interviews periodisch – Sprecher-Labels erscheinen und verschieben sich "
                    "noch. Experimentell, kostet Rechenleistung. Ohne diese Option kannst du Sprecher nach der "
                    "Aufnahme wie gewohnt erkennen."));
-    Look::style(m_betaText, TextSize::caption, Tone::secondary);
+    Style::style(m_betaText, TextSize::caption, Tone::secondary);
 
     m_close->setText(QCoreApplication::translate("Sagwerk", "Schließen"));
     m_save->setText(QCoreApplication::translate("Sagwerk", "Speichern"));

@@ -2,7 +2,8 @@
 
 #include "app/AppModel.h"
 #include "export/Format.h"
-#include "ui/ShellStyle.h"
+#include "ui/Icons.h"
+#include "ui/Style.h"
 
 #include <QApplication>
 #include <QEvent>
@@ -45,13 +46,13 @@ public:
         const bool selected = option.state & QStyle::State_Selected;
         const QPalette &pal = option.palette;
         const QColor primary = selected ? pal.color(QPalette::HighlightedText) : pal.color(QPalette::Text);
-        const QColor secondary = selected ? ShellStyle::withAlpha(primary, 0.75) : ShellStyle::secondary(pal);
+        const QColor secondary = selected ? Style::withAlpha(primary, 0.75) : Style::color(pal, Style::Tone::secondary);
 
         QRect area = option.rect.adjusted(sidePadding, rowPadding, -sidePadding, -rowPadding);
         painter->save();
         if (index.data(HasAudioRole).toBool()) {
             const int side = QFontMetrics(dateFont()).height() - 2;
-            const QPixmap symbol = ShellStyle::symbolPixmap(QStringLiteral("waveform"), side, secondary,
+            const QPixmap symbol = Icons::pixmap(QStringLiteral("waveform"), side, secondary,
                                                             painter->device()->devicePixelRatioF());
             painter->drawPixmap(QPoint(area.left(), area.center().y() - side / 2), symbol);
             area.setLeft(area.left() + side + 6);
@@ -71,8 +72,8 @@ public:
     }
 
 private:
-    static QFont nameFont() { return ShellStyle::font(ShellStyle::TextSize::body); }
-    static QFont dateFont() { return ShellStyle::font(ShellStyle::TextSize::caption); }
+    static QFont nameFont() { return Style::font(Style::TextSize::body); }
+    static QFont dateFont() { return Style::font(Style::TextSize::caption); }
 };
 
 } // namespace
@@ -94,7 +95,7 @@ Sidebar::Sidebar(AppModel &app, QWidget *parent) : QWidget(parent), m_app(app)
     layout->addSpacing(10);
 
     m_heading = new QLabel(this);
-    m_heading->setFont(ShellStyle::font(ShellStyle::TextSize::caption, QFont::Bold));
+    m_heading->setFont(Style::font(Style::TextSize::caption, QFont::Bold));
     m_heading->setContentsMargins(sidePadding, 0, 0, 2);
     layout->addWidget(m_heading);
 
@@ -151,7 +152,7 @@ QMenu *Sidebar::contextMenu(int row)
     if (row < 0 || row >= m_app.history().size())
         return menu;
     const HistoryItem item = m_app.history().at(row);
-    QAction *remove = menu->addAction(ShellStyle::symbolIcon(QStringLiteral("trash"), palette()),
+    QAction *remove = menu->addAction(Icons::icon(QStringLiteral("trash"), palette()),
                                       QCoreApplication::translate("Sagwerk", "Löschen"));
     // From the list no question is asked.
     connect(remove, &QAction::triggered, &m_app, [app = &m_app, item] { app->deleteItem(item); });
@@ -207,8 +208,8 @@ void Sidebar::retranslate()
 void Sidebar::restyle()
 {
     const QPalette &pal = QApplication::palette();
-    m_settings->setIcon(ShellStyle::symbolIcon(QStringLiteral("gearshape"), pal));
-    ShellStyle::setTextColor(m_heading, ShellStyle::secondary(pal));
+    m_settings->setIcon(Icons::icon(QStringLiteral("gearshape"), pal));
+    Style::setTextColor(m_heading, Style::color(pal, Style::Tone::secondary));
     m_list->viewport()->update();
 }
 

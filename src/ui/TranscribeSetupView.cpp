@@ -4,7 +4,8 @@
 #include "engine/ModelStore.h"
 #include "ui/DropZone.h"
 #include "ui/ElidedLabel.h"
-#include "ui/ShellStyle.h"
+#include "ui/Icons.h"
+#include "ui/Style.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -65,7 +66,7 @@ protected:
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(Qt::NoPen);
-        painter.setBrush(ShellStyle::withAlpha(ShellStyle::secondary(QApplication::palette()), 0.08));
+        painter.setBrush(Style::withAlpha(Style::color(QApplication::palette(), Style::Tone::secondary), 0.08));
         painter.drawRoundedRect(QRectF(rect()), 12, 12);
     }
 };
@@ -79,7 +80,7 @@ protected:
     void paintEvent(QPaintEvent *) override
     {
         QPainter painter(this);
-        painter.fillRect(rect(), ShellStyle::withAlpha(ShellStyle::secondary(QApplication::palette()), 0.35));
+        painter.fillRect(rect(), Style::withAlpha(Style::color(QApplication::palette(), Style::Tone::secondary), 0.35));
     }
 };
 
@@ -131,9 +132,9 @@ TranscribeSetupView::TranscribeSetupView(AppModel &app, const PendingItem &pendi
     auto *texts = new QVBoxLayout;
     texts->setSpacing(2);
     m_title = new QLabel(column);
-    m_title->setFont(ShellStyle::font(ShellStyle::TextSize::title2, QFont::Bold));
+    m_title->setFont(Style::font(Style::TextSize::title2, QFont::Bold));
     m_subtitle = new ElidedLabel(column);
-    m_subtitle->setFont(ShellStyle::font(ShellStyle::TextSize::callout));
+    m_subtitle->setFont(Style::font(Style::TextSize::callout));
     texts->addWidget(m_title);
     texts->addWidget(m_subtitle);
     header->addLayout(texts, 1);
@@ -354,12 +355,12 @@ void TranscribeSetupView::restyle()
 {
     const QPalette &pal = QApplication::palette();
     const KindLook look = lookOf(m_pending.kind);
-    m_icon->setPixmap(ShellStyle::symbolPixmap(look.icon, 34, ShellStyle::accent(pal), devicePixelRatioF()));
-    ShellStyle::setTextColor(m_subtitle, ShellStyle::secondary(pal));
-    ShellStyle::setTextColor(m_noModel, ShellStyle::secondary(pal));
-    m_start->setIcon(ShellStyle::symbolIcon(look.startIcon, pal));
+    m_icon->setPixmap(Icons::pixmap(look.icon, 34, Style::color(pal, Style::Tone::accent), devicePixelRatioF()));
+    Style::setTextColor(m_subtitle, Style::color(pal, Style::Tone::secondary));
+    Style::setTextColor(m_noModel, Style::color(pal, Style::Tone::secondary));
+    m_start->setIcon(Icons::icon(look.startIcon, pal));
     for (Row &row : m_rows)
-        row.icon->setPixmap(ShellStyle::symbolPixmap(row.symbol, 16, ShellStyle::text(pal), devicePixelRatioF()));
+        row.icon->setPixmap(Icons::pixmap(row.symbol, 16, Style::color(pal, Style::Tone::text), devicePixelRatioF()));
     restyleModelHint(m_hint);
 }
 

@@ -1,6 +1,6 @@
 #include "ui/TranscriptTextView.h"
 
-#include "ui/Fonts.h"
+#include "ui/Style.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QContextMenuEvent>
@@ -74,15 +74,14 @@ void TranscriptTextView::applyStyles()
     const QPalette &p = palette();
     Coordinator::Styles s;
     s.body = font();
-    s.time = Fonts::monospacedDigits(Fonts::small(font()));
+    s.time = Style::withTabularDigits(Style::font(Style::TextSize::caption));
     s.header = font();
     s.header.setPointSizeF(font().pointSizeF() + 1);
     s.header.setWeight(QFont::DemiBold);
     s.accent = p.color(QPalette::Accent);
     s.label = p.color(QPalette::WindowText);
     s.secondary = p.color(QPalette::PlaceholderText);
-    const bool dark = p.color(QPalette::Window).lightness() < 128;
-    s.green = dark ? QColor(48, 209, 88) : QColor(52, 199, 89);
+    s.green = Style::color(p, Style::Tone::green);
     m_coordinator.setStyles(s);
 }
 

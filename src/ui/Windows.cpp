@@ -10,7 +10,7 @@
 #include "ui/RecordSheet.h"
 #include "ui/ResultView.h"
 #include "ui/SettingsSheet.h"
-#include "ui/ShellStyle.h"
+#include "ui/Style.h"
 
 #include <QCoreApplication>
 #include <QDialog>
@@ -34,7 +34,7 @@ public:
         layout->setContentsMargins(24, 24, 24, 24);
         layout->setSpacing(16);
         m_heading = new QLabel(this);
-        m_heading->setFont(ShellStyle::font(ShellStyle::TextSize::title2, QFont::Bold));
+        m_heading->setFont(Style::font(Style::TextSize::title2, QFont::Bold));
         layout->addWidget(m_heading);
         m_close = new QPushButton(this);
         m_close->setDefault(true);
@@ -77,7 +77,7 @@ public:
         layout->setSpacing(16);
         layout->addStretch();
         m_heading = new QLabel(this);
-        m_heading->setFont(ShellStyle::font(ShellStyle::TextSize::title2, QFont::Bold));
+        m_heading->setFont(Style::font(Style::TextSize::title2, QFont::Bold));
         m_heading->setAlignment(Qt::AlignCenter);
         layout->addWidget(m_heading);
         if (close) {

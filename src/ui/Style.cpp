@@ -1,17 +1,20 @@
-#include "ui/Look.h"
+#include "ui/Style.h"
 
 #include <QApplication>
 #include <QEvent>
 #include <QLabel>
+#include <QMessageBox>
 #include <QPainter>
 #include <QPalette>
 #include <QVBoxLayout>
 
-namespace Look {
+#include <algorithm>
+
+namespace Style {
 
 namespace {
 
-// Steps of the system type scale, relative to the body text.
+// Steps of the type scale, relative to the body text.
 double scale(TextSize size)
 {
     switch (size) {
@@ -37,15 +40,20 @@ QColor mix(const QColor &a, const QColor &b, double t)
 
 } // namespace
 
-QFont font(TextSize size, bool bold)
+QFont font(TextSize size, QFont::Weight weight)
 {
     QFont f = QApplication::font();
     const double base = f.pointSizeF() > 0 ? f.pointSizeF() : 10.0;
     // Small text stays legible on screens with a small base font.
     f.setPointSizeF(std::max(7.5, base * scale(size)));
-    if (bold || size == TextSize::headline)
-        f.setBold(true);
+    f.setWeight(size == TextSize::headline ? std::max(weight, QFont::Bold) : weight);
     return f;
+}
+
+QFont withTabularDigits(QFont font)
+{
+    font.setFeature(QFont::Tag("tnum"), 1);
+    return font;
 }
 
 bool isDark(const QPalette &palette)
@@ -67,16 +75,15 @@ QColor color(const QPalette &palette, Tone tone)
     return palette.color(QPalette::WindowText);
 }
 
-QColor wash(const QPalette &palette, double opacity)
+QColor withAlpha(QColor color, double opacity)
 {
-    QColor c = color(palette, Tone::secondary);
-    c.setAlphaF(float(opacity));
-    return c;
+    color.setAlphaF(float(std::clamp(opacity, 0.0, 1.0) * color.alphaF()));
+    return color;
 }
 
-void style(QLabel *label, TextSize size, Tone tone, bool bold)
+void style(QLabel *label, TextSize size, Tone tone, QFont::Weight weight)
 {
-    label->setFont(font(size, bold));
+    label->setFont(font(size, weight));
     setTone(label, tone);
 }
 
@@ -84,10 +91,14 @@ void setTone(QWidget *widget, Tone tone)
 {
     // The window's palette, not the widget's own: the widget may carry an older tone.
     const QPalette base = widget->window() == widget ? QApplication::palette() : widget->window()->palette();
+    setTextColor(widget, color(base, tone));
+}
+
+void setTextColor(QWidget *widget, const QColor &color)
+{
     QPalette p = widget->palette();
-    const QColor c = color(base, tone);
     for (QPalette::ColorRole role : {QPalette::WindowText, QPalette::ButtonText, QPalette::Text})
-        p.setColor(role, c);
+        p.setColor(role, color);
     widget->setPalette(p);
 }
 
@@ -113,6 +124,17 @@ QVBoxLayout *flushColumn(QWidget *widget)
     return column;
 }
 
+void styleAlert(QMessageBox *box)
+{
+    if (auto *title = box->findChild<QLabel *>(QStringLiteral("qt_msgbox_label"))) {
+        QFont bold = title->font();
+        bold.setBold(true);
+        title->setFont(bold);
+    }
+    if (auto *message = box->findChild<QLabel *>(QStringLiteral("qt_msgbox_informativelabel")))
+        message->setMinimumWidth(300);
+}
+
 RoundedBox::RoundedBox(double opacity, int radius, QWidget *parent)
     : QFrame(parent), m_opacity(opacity), m_radius(radius)
 {
@@ -123,8 +145,8 @@ void RoundedBox::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(wash(palette(), m_opacity));
+    painter.setBrush(withAlpha(color(palette(), Tone::secondary), m_opacity));
     painter.drawRoundedRect(QRectF(rect()), m_radius, m_radius);
 }
 
-} // namespace Look
+} // namespace Style

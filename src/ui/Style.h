@@ -7,31 +7,35 @@
 
 class QEvent;
 class QLabel;
+class QMessageBox;
 class QPalette;
 class QVBoxLayout;
 class QWidget;
 
-// The few type sizes and colours the screens share. Sizes follow the application font,
-// so that a desktop with larger text gets larger screens; colours follow the palette,
-// so that light and dark both read well.
-namespace Look {
+// The type sizes, colours and small layout pieces the screens share; symbols are in
+// Icons. Sizes follow the application font, so that a desktop with larger text gets
+// larger screens; colours follow the palette, so that light and dark both read well.
+namespace Style {
 
 enum class TextSize { largeTitle, title, title2, title3, headline, subheadline, body, callout, caption, caption2 };
 
 // The application font at `size`; headlines are bold by nature.
-QFont font(TextSize size, bool bold = false);
+QFont font(TextSize size, QFont::Weight weight = QFont::Normal);
+// Digits of equal width, so that running times and counters do not jitter.
+QFont withTabularDigits(QFont font);
 
 enum class Tone { text, secondary, accent, green, orange, yellow };
 
 bool isDark(const QPalette &palette);
 QColor color(const QPalette &palette, Tone tone);
-// The secondary colour at `opacity`, for quiet backgrounds.
-QColor wash(const QPalette &palette, double opacity);
+// `color` made `opacity` times as opaque.
+QColor withAlpha(QColor color, double opacity);
 
 // Sets a label's text size and colour; call again when the palette changes.
-void style(QLabel *label, TextSize size, Tone tone = Tone::text, bool bold = false);
-// Sets the text colour of a button, a label or a check box.
+void style(QLabel *label, TextSize size, Tone tone = Tone::text, QFont::Weight weight = QFont::Normal);
+// Sets the text colour of a button, a label or a check box, from its window's palette.
 void setTone(QWidget *widget, Tone tone);
+void setTextColor(QWidget *widget, const QColor &color);
 
 // A change of palette or style, after which colours and pictures are drawn anew.
 bool isLookChange(const QEvent *event);
@@ -51,6 +55,9 @@ QFrame *divider(QWidget *parent = nullptr);
 // A column on `widget` whose parts touch its edges and each other.
 QVBoxLayout *flushColumn(QWidget *widget);
 
+// A message box as an alert: its title in bold, its message with room to breathe.
+void styleAlert(QMessageBox *box);
+
 // A quiet rounded surface behind a group of controls.
 class RoundedBox : public QFrame {
 public:
@@ -64,4 +71,4 @@ private:
     int m_radius;
 };
 
-} // namespace Look
+} // namespace Style
