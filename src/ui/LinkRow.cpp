@@ -1,5 +1,7 @@
 #include "ui/LinkRow.h"
 
+#include "ui/Style.h"
+
 #include "app/AppModel.h"
 #include "app/Text.h"
 
@@ -55,11 +57,8 @@ private:
 
 void makeCaption(QLabel *label)
 {
-    QFont font = label->font();
-    font.setPointSizeF(font.pointSizeF() * 0.85);
     // Figures of one width, so that the percentage does not jitter.
-    font.setFeature(QFont::Tag("tnum"), 1);
-    label->setFont(font);
+    label->setFont(Style::withTabularDigits(Style::font(Style::TextSize::caption)));
     label->setForegroundRole(QPalette::PlaceholderText);
 }
 

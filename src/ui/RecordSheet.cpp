@@ -1,5 +1,7 @@
 #include "ui/RecordSheet.h"
 
+#include "ui/Style.h"
+
 #include "app/AppModel.h"
 #include "capture/Recorder.h"
 #include "export/Format.h"
@@ -50,14 +52,6 @@ private:
     const Recorder &recorder;
 };
 
-QFont scaled(const QFont &base, double factor, QFont::Weight weight)
-{
-    QFont font = base;
-    font.setPointSizeF(base.pointSizeF() * factor);
-    font.setWeight(weight);
-    return font;
-}
-
 } // namespace
 
 RecordSheet::RecordSheet(AppModel &app, QWidget *parent)
@@ -67,7 +61,7 @@ RecordSheet::RecordSheet(AppModel &app, QWidget *parent)
     setModal(true);
 
     m_title = new QLabel(this);
-    m_title->setFont(scaled(font(), 1.6, QFont::Bold));
+    m_title->setFont(Style::font(Style::TextSize::title, QFont::Bold));
     m_title->setAlignment(Qt::AlignCenter);
 
     m_levelBar = new LevelBar(*m_recorder, this);
@@ -84,7 +78,7 @@ RecordSheet::RecordSheet(AppModel &app, QWidget *parent)
     m_denied->setObjectName(QStringLiteral("permissionDenied"));
     m_denied->setWordWrap(true);
     m_denied->setAlignment(Qt::AlignCenter);
-    m_denied->setFont(scaled(font(), 0.85, QFont::Normal));
+    m_denied->setFont(Style::font(Style::TextSize::caption));
     QPalette red = m_denied->palette();
     red.setColor(QPalette::WindowText, Qt::red);
     m_denied->setPalette(red);
