@@ -6,6 +6,7 @@
 // Run it in a throw-away session (tests/support/with-secret-service.sh), as
 // scripts/screenshots does: it writes settings, models and a key there.
 #include "LocalServer.h"
+#include "Palettes.h"
 
 #include "app/AppModel.h"
 #include "engine/ModelStore.h"
@@ -29,35 +30,6 @@
 namespace {
 
 QString out;
-
-QPalette darkPalette()
-{
-    QPalette p;
-    const QColor window(0x2b, 0x2b, 0x2e), base(0x1e, 0x1e, 0x20), text(0xe8, 0xe8, 0xea);
-    p.setColor(QPalette::Window, window);
-    p.setColor(QPalette::WindowText, text);
-    p.setColor(QPalette::Base, base);
-    p.setColor(QPalette::AlternateBase, window);
-    p.setColor(QPalette::ToolTipBase, window);
-    p.setColor(QPalette::ToolTipText, text);
-    p.setColor(QPalette::PlaceholderText, QColor(0x8e, 0x8e, 0x93));
-    p.setColor(QPalette::Text, text);
-    p.setColor(QPalette::Button, QColor(0x3a, 0x3a, 0x3d));
-    p.setColor(QPalette::ButtonText, text);
-    p.setColor(QPalette::BrightText, Qt::red);
-    p.setColor(QPalette::Light, QColor(0x48, 0x48, 0x4c));
-    p.setColor(QPalette::Midlight, QColor(0x40, 0x40, 0x44));
-    p.setColor(QPalette::Mid, QColor(0x50, 0x50, 0x55));
-    p.setColor(QPalette::Dark, QColor(0x18, 0x18, 0x1a));
-    p.setColor(QPalette::Shadow, Qt::black);
-    p.setColor(QPalette::Highlight, QColor(0x0a, 0x84, 0xff));
-    p.setColor(QPalette::Accent, QColor(0x0a, 0x84, 0xff));
-    p.setColor(QPalette::HighlightedText, Qt::white);
-    p.setColor(QPalette::Link, QColor(0x4d, 0xa3, 0xff));
-    for (QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        p.setColor(QPalette::Disabled, role, QColor(0x7a, 0x7a, 0x7e));
-    return p;
-}
 
 void save(QWidget *widget, const QString &name)
 {
@@ -90,7 +62,7 @@ int main(int argc, char **argv)
     out = QString::fromLocal8Bit(argv[1]);
     QDir().mkpath(out);
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
-    const QPalette light = QApplication::style()->standardPalette();
+    const QPalette light = Palettes::light();
 
     // A store with every state on show: Base with its package, Small chosen with its
     // package on the way, Medium downloading, Large available.
@@ -120,7 +92,7 @@ int main(int argc, char **argv)
     });
 
     for (const QString &look : {QStringLiteral("light"), QStringLiteral("dark")}) {
-        QApplication::setPalette(look == QLatin1String("dark") ? darkPalette() : light);
+        QApplication::setPalette(look == QLatin1String("dark") ? Palettes::dark() : light);
         for (const QString &language : {QStringLiteral("de"), QStringLiteral("en")}) {
             model.setAppLanguage(language);
             const QString suffix = u'-' + language + u'-' + look;
