@@ -170,20 +170,6 @@ TEST(ModelImport, MelFiltersAreWhispersOwn)
     EXPECT_EQ(std::count_if(mel128.begin(), mel128.end(), [](float v) { return v != 0; }), 394);
 }
 
-TEST(ModelImport, KindsFollowTheReleasedShapesAndFillTheCatalogue)
-{
-    const std::tuple<int, int, int, int, int, const char *> shapes[] = {{51865, 6, 512, 6, 80, "base"},
-        {51864, 4, 384, 4, 80, "tiny.en"}, {51866, 32, 1280, 4, 128, "large-v3-turbo"},
-        {51866, 32, 1280, 32, 128, "large-v3"}, {51865, 6, 512, 6, 128, "whisper 6+6×512, 128 mel, 51865 tokens"}};
-    for (const auto &[vocab, layers, state, textLayers, mels, kind] : shapes)
-        EXPECT_EQ(ModelImport::kindOf({vocab, 1500, state, state / 64, layers, 448, state, state / 64, textLayers, mels, 1}),
-                  QString::fromUtf8(kind));
-
-    EXPECT_EQ(ModelImport::catalogueEntry(QStringLiteral("base"))->id, QStringLiteral("base-q5_1"));
-    EXPECT_EQ(ModelImport::catalogueEntry(QStringLiteral("large-v3-turbo"))->id, QStringLiteral("large-v3-turbo-q5_0"));
-    EXPECT_FALSE(ModelImport::catalogueEntry(QStringLiteral("large-v3")));
-    EXPECT_FALSE(ModelImport::catalogueEntry(QStringLiteral("base.en")));
-}
 
 TEST(ModelImport, SplitModelBecomesTheCatalogueFileAndCopiesAreChecked)
 {

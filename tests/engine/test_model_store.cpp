@@ -70,15 +70,6 @@ protected:
 
 } // namespace
 
-TEST(WhisperModelCatalogue, PackageNamesAreWhatTheSpeechLibraryLooksFor)
-{
-    // The library finds the package by dropping ".bin" and the quantisation suffix.
-    for (const WhisperModel &model : WhisperModel::all()) {
-        QString stem = model.fileName.chopped(4);
-        stem.truncate(stem.lastIndexOf(u'-'));
-        EXPECT_EQ(model.coreMLName, stem + QStringLiteral("-encoder.mlmodelc"));
-    }
-}
 
 TEST_F(ModelStoreTest, FolderStateFollowsSizesAndPackagesIndependently)
 {

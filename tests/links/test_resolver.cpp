@@ -297,21 +297,3 @@ TEST_F(Resolver, AppleLinksGoThroughTheLookup)
     EXPECT_FAILS(resolve(otherShow, base), K::network, "Netzwerkfehler: HTTP 503");
 }
 
-TEST(ResolverParts, IdsNumbersAndNames)
-{
-    using namespace PodcastResolver;
-    EXPECT_EQ(appleCollectionId(QUrl("https://podcasts.apple.com/de/podcast/idiot/id0815/id99")), 815);
-    EXPECT_EQ(appleCollectionId(QUrl("https://podcasts.apple.com/id+12")), 12);
-    EXPECT_EQ(appleCollectionId(QUrl("https://podcasts.apple.com/ID12/id/idx1")), std::nullopt);
-    EXPECT_EQ(appleCollectionId(QUrl("https://podcasts.apple.com/id99999999999999999999")), std::nullopt);
-
-    EXPECT_EQ(queryInt(QUrl("https://x.example/?a=1&i=-5&i=7"), "i"), -5);
-    for (const char *query : {"i=", "i=%201", "i=1e3", "i=0x10", "I=3", "i=9223372036854775808"})
-        EXPECT_EQ(queryInt(QUrl(QStringLiteral("https://x.example/?") + query), "i"), std::nullopt) << query;
-    EXPECT_EQ(queryInt(QUrl("https://x.example/?i=9223372036854775807"), "i"), 9223372036854775807LL);
-
-    EXPECT_EQ(niceName(QUrl("https://x.example/a/b/__Mein_Vortrag__.final.mp3")), "Mein Vortrag  .final");
-    EXPECT_EQ(niceName(QUrl("https://x.example/folder/")), "folder");
-    EXPECT_EQ(niceName(QUrl("https://x.example/%E2%80%83.mp3")), "x.example");
-    EXPECT_EQ(niceName(QUrl("file:///")), "Podcast");
-}

@@ -237,16 +237,6 @@ TEST_F(Bundles, ListSkipsWhatDoesNotDecodeAndSortsNewestFirst)
     EXPECT_TRUE(QFileInfo::exists(root() + "/broken/sagwerk.json")) << "nothing unreadable is deleted";
 }
 
-TEST_F(Bundles, HistoryItemTakesOnlyDecimalLevels)
-{
-    folder("levels", doc("2024-01-01T10:00:00Z", [](QJsonObject &o) {
-               o["smoothed"] = QJsonObject{{"1", "eins"}, {"+2", "zwei"}, {"-3", "minus drei"}, {"007", "sieben"},
-                                           {"9223372036854775808", "x"}, {"abc", "x"}, {" 4", "x"}, {"\u0664", "x"},
-                                           {"1.0", "x"}, {"05", "alt"}, {"5", "fünf"}};
-           }));
-    const QMap<qint64, QString> expected{{1, "eins"}, {2, "zwei"}, {-3, "minus drei"}, {7, "sieben"}, {5, "fünf"}};
-    EXPECT_EQ(HistoryItem(list().value(0)).smoothed, expected);
-}
 
 TEST_F(Bundles, PatchesChangeOneFieldAndKeepTheRest)
 {

@@ -301,17 +301,6 @@ private slots:
         QVERIFY(QSettings(QStringLiteral("Morvane"), QStringLiteral("Sagwerk")).value(Settings::onboardingDone).toBool());
     }
 
-    void wizardCanBeLeftLaterWithoutAModel()
-    {
-        AppModel app;
-        OnboardingWizard wizard(app);
-        wizard.show();
-        wizard.next();
-        click(&wizard, QStringLiteral("later"));
-        QVERIFY(!app.showOnboarding());
-        QVERIFY(!wizard.isVisible());
-        QCOMPARE(app.selectedModelId(), QStringLiteral("small-q5_1"));
-    }
 
     void helpBooksAndLanguage()
     {
@@ -342,71 +331,8 @@ private slots:
         app.setAppLanguage(QStringLiteral("system"));
     }
 
-    void inlineMarkdown()
-    {
-        const auto html = [](const char *md) {
-            QString out = InlineMarkdown::toHtml(QString::fromUtf8(md));
-            out.remove(QStringLiteral("<span style=\"white-space: pre-wrap;\">")).chop(7);
-            return out;
-        };
-        QCOMPARE(html("ein **fettes** und *schräges* Wort"), QStringLiteral("ein <b>fettes</b> und <i>schräges</i> Wort"));
-        QCOMPARE(html("**nur auf"), QStringLiteral("**nur auf"));
-        QCOMPARE(html("snake_case_name und __fett__"), QStringLiteral("snake_case_name und <b>fett</b>"));
-        QCOMPARE(html("`a **b** <c>` \\*x\\*"), QStringLiteral("<code>a **b** &lt;c&gt;</code> *x*"));
-        QCOMPARE(html("[Seite](https://example.org/?a=1&b=2)"),
-                 QStringLiteral("<a href=\"https://example.org/?a=1&amp;b=2\">Seite</a>"));
-        QCOMPARE(html("# kein Titel\n1. keine Liste"), QStringLiteral("# kein Titel<br>1. keine Liste"));
-    }
 
-    void everySymbolHasAPicture()
-    {
-        QStringList symbols{"trash", "cpu", "checkmark.seal", "checkmark.circle.fill", "arrow.down.circle",
-                            "waveform.circle.fill", "mic.fill", "lightbulb"};
-        for (const HelpSection &section : HelpContent::english())
-            symbols << section.icon;
-        for (const QString &symbol : symbols) {
-            const QImage image = Icons::pixmap(symbol, 22, Qt::black).toImage();
-            int ink = 0;
-            for (int y = 0; y < image.height(); ++y)
-                for (int x = 0; x < image.width(); ++x)
-                    ink += qAlpha(image.pixel(x, y)) > 128;
-            // Drawn, and not a filled square.
-            QVERIFY2(ink > 10 && ink < 22 * 22 * 9 / 10, qPrintable(symbol + u' ' + QString::number(ink)));
-        }
-    }
 
-    void openScreensFollowPaletteAndLanguage()
-    {
-        install(small);
-        AppModel app;
-        SettingsSheet sheet(app);
-        OnboardingWizard wizard(app);
-        sheet.show();
-        wizard.show();
-        auto *note = child<QLabel>(rowOf(&sheet, small), QStringLiteral("note"));
-        const QPalette light = QApplication::palette();
-        QPalette dark = light;
-        for (QPalette::ColorRole role : {QPalette::Window, QPalette::Base, QPalette::Button})
-            dark.setColor(role, QColor(0x20, 0x20, 0x22));
-        for (QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-            dark.setColor(role, QColor(0xee, 0xee, 0xee));
-        QVERIFY(note->palette().color(QPalette::WindowText).lightness() < 160);
-        QApplication::setPalette(dark);
-        QTRY_VERIFY(note->palette().color(QPalette::WindowText).lightness() > 120);
-        QApplication::setPalette(light);
-        QTRY_VERIFY(note->palette().color(QPalette::WindowText).lightness() < 160);
-
-        app.setAppLanguage(QStringLiteral("sv"));
-        QCOMPARE(textOf(rowOf(&sheet, large), QStringLiteral("load")), QStringLiteral("Ladda ned"));
-        QCOMPARE(note->text(), QStringLiteral("Ett bra standardval."));
-        QCOMPARE(textOf(&wizard, QStringLiteral("next")), QStringLiteral("Sätt igång"));
-        app.setAppLanguage(QStringLiteral("system"));
-        QCOMPARE(textOf(&wizard, QStringLiteral("next")), QStringLiteral("Los geht's"));
-
-        AboutView about;
-        QVERIFY(!child<QLabel>(&about, QStringLiteral("logo"))->pixmap().isNull());
-        QCOMPARE(textOf(&about, QStringLiteral("version")), QStringLiteral("Version ") + QStringLiteral(SAGWERK_VERSION));
-    }
 };
 
 int main(int argc, char **argv)

@@ -61,13 +61,6 @@ Button *button(QWidget &parent, const QString &text)
     return nullptr;
 }
 
-QPoint at(TranscriptTextView *view, qsizetype position)
-{
-    QTextCursor c(view->document());
-    c.setPosition(position);
-    return view->cursorRect(c).center() + QPoint(3, 0);
-}
-
 class ResultViewTest : public ::testing::Test {
 protected:
     void SetUp() override
@@ -95,34 +88,6 @@ protected:
 
 } // namespace
 
-TEST_F(ResultViewTest, TextSeeksThePlayerExactlyOrASecondEarly)
-{
-    const HistoryItem item = withAudio();
-    app.setCurrent(item);
-    ResultView view(app, nullptr);
-    expose(view);
-    ASSERT_EQ(view.player().loadedURL(), item.audioURL);
-    EXPECT_FALSE(view.player().isPlaying());
-
-    TranscriptTextView *text = view.textView();
-    const auto &words = text->coordinator().wordAnchors();
-    ASSERT_GT(words.size(), 20);
-    QTest::mouseClick(text->viewport(), Qt::LeftButton, {}, at(text, words[20].loc));
-    EXPECT_EQ(view.player().currentTime(), words[20].ms / 1000.0);
-    ASSERT_TRUE(text->coordinator().highlighted()) << "a click lights the word without playing";
-    EXPECT_EQ(text->coordinator().highlighted()->loc, words[20].loc);
-
-    QTest::mouseDClick(text->viewport(), Qt::LeftButton, {}, at(text, words[12].loc));
-    EXPECT_DOUBLE_EQ(view.player().currentTime(), words[12].ms / 1000.0 - 1.0);
-    EXPECT_FALSE(view.selectedText().isEmpty());
-    QTest::mouseDClick(text->viewport(), Qt::LeftButton, {}, at(text, words[0].loc));
-    EXPECT_EQ(view.player().currentTime(), 0) << "clamped at the start";
-
-    view.player().togglePlay();
-    EXPECT_TRUE(view.player().isPlaying());
-    view.hide();
-    EXPECT_FALSE(view.player().isPlaying());
-}
 
 TEST_F(ResultViewTest, PlaysWithTheWordCursorInStep)
 {
@@ -230,33 +195,6 @@ TEST_F(ResultViewTest, ExportNamesFollowTheViewAndFilesHoldTheText)
               (QStringList{"Textdatei (.txt)", "PDF", "Word (.docx)", "Untertitel (.srt) (aus)", "-", "Im Finder zeigen"}));
 }
 
-TEST_F(ResultViewTest, RefinementsAndAnotherItemChangeTheView)
-{
-    HistoryItem item = withAudio(3);
-    app.setCurrent(item);
-    ResultView view(app, nullptr);
-    view.setShowTimestamps(false);
-    auto *timestamps = view.findChild<QCheckBox *>();
-
-    // A finished refinement shows at once, the highest level, with the switch off.
-    item.smoothed.insert(3, QStringLiteral("drei"));
-    item.smoothed.insert(2, QStringLiteral("zwei"));
-    app.setCurrent(item);
-    EXPECT_EQ(view.selectedView(), 3);
-    EXPECT_FALSE(timestamps->isEnabled());
-    EXPECT_EQ(view.currentText(), QStringLiteral("drei"));
-
-    view.setSelectedView(0);
-    EXPECT_TRUE(timestamps->isEnabled());
-    view.setSelectedView(1);
-    EXPECT_FALSE(timestamps->isEnabled()) << "disabled for a level that is not there";
-    EXPECT_EQ(view.currentText(), QString());
-
-    app.setCurrent(withAudio(2));
-    EXPECT_EQ(view.selectedView(), 0);
-    EXPECT_TRUE(view.showTimestamps());
-    EXPECT_TRUE(timestamps->isChecked());
-}
 
 TEST_F(ResultViewTest, CorrectionSheetCountsPreviewsAndSavesAChip)
 {
@@ -345,11 +283,6 @@ TEST_F(ResultViewTest, RevealsTheBundleThroughTheFileManager)
     QDBusConnection::disconnectFromBus(QStringLiteral("file-manager"));
 }
 
-TEST(PlayerBar, TimesCountTotalMinutes)
-{
-    for (auto [seconds, text] : {std::pair{0.0, "0:00"}, {59.999, "0:59"}, {3903.5, "65:03"}, {-2.0, "0:00"}})
-        EXPECT_EQ(PlayerBar::timeText(seconds), QLatin1String(text)) << seconds;
-}
 
 // The screen with a long transcript, two corrections and the cursor lit, light and dark,
 // to $SAGWERK_SCREENSHOTS (or the temporary folder).

@@ -209,40 +209,6 @@ TEST_F(ShellTest, ToolbarDeleteAsksFirstAndTheRowMenuDoesNot)
     EXPECT_FALSE(view.sidebar()->historyHeading()->isVisible());
 }
 
-TEST_F(ShellTest, SidebarAlertAndLanguage)
-{
-    const QDateTime date(QDate(2026, 3, 7), QTime(9, 5));
-    addBundle(QStringLiteral("Interview.m4a"), date);
-    AppModel app;
-    ContentView view(app);
-    view.show();
-    Sidebar &sidebar = *view.sidebar();
-    QListWidget *list = sidebar.historyList();
-    ASSERT_EQ(list->count(), 1);
-
-    list->setCurrentRow(0);
-    ASSERT_TRUE(app.current().has_value());
-    EXPECT_EQ(app.current()->fileName, QStringLiteral("Interview.m4a"));
-    app.setCurrent(std::nullopt);
-    EXPECT_TRUE(list->selectedItems().isEmpty());
-
-    app.setErrorMessage(QStringLiteral("Etwas ging schief."));
-    ASSERT_TRUE(waitFor([&] { return view.errorAlert() != nullptr; }));
-    EXPECT_EQ(view.errorAlert()->informativeText(), QStringLiteral("Etwas ging schief."));
-    buttonLabelled(view.errorAlert(), QStringLiteral("OK"))->click();
-    EXPECT_FALSE(app.errorMessage().has_value());
-
-    // Another language reaches the open window at once; the date keeps its form.
-    app.setAppLanguage(QStringLiteral("en"));
-    QCoreApplication::processEvents();
-    EXPECT_EQ(view.detailPane()->newAction()->text(), QStringLiteral("New"));
-    EXPECT_EQ(list->item(0)->data(Qt::UserRole + 2).toString(), QStringLiteral("07.03.2026 09:05"));
-    app.stage(QStringLiteral("/x/a.wav"));
-    EXPECT_EQ(setupOf(view)->languagePicker()->itemText(0), QStringLiteral("German"));
-    app.setAppLanguage(QStringLiteral("de"));
-    QCoreApplication::processEvents();
-    EXPECT_EQ(setupOf(view)->languagePicker()->itemText(0), QStringLiteral("Deutsch"));
-}
 
 TEST_F(ShellTest, OpenPanelAndDropStageTheFirstFile)
 {
@@ -272,45 +238,6 @@ TEST_F(ShellTest, OpenPanelAndDropStageTheFirstFile)
     EXPECT_EQ(std::get<PendingItem::File>(app.pending()->kind).url, QStringLiteral("/x/notes.txt"));
 }
 
-TEST_F(ShellTest, WindowsOpenOnceAndSheetsFollowTheirFlags)
-{
-    QSettings(QStringLiteral("Morvane"), QStringLiteral("Sagwerk")).remove(Settings::onboardingDone);
-    SagwerkApp sagwerk;
-    AppModel &app = sagwerk.model();
-    MainWindow *window = sagwerk.mainWindow();
-    window->show();
-    ContentView &view = *window->content();
-    ASSERT_TRUE(app.showOnboarding());
-    ASSERT_TRUE(waitFor([&] { return view.onboardingSheet() != nullptr; }));
-    view.onboardingSheet()->reject();
-    EXPECT_TRUE(app.showOnboarding());
-    app.finishOnboarding();
-    EXPECT_TRUE(waitFor([&] { return view.onboardingSheet() == nullptr; }));
-
-    // Asking again brings back the same window.
-    window->helpAction()->trigger();
-    QWidget *help = sagwerk.window(QStringLiteral("help"));
-    ASSERT_TRUE(help);
-    help->close();
-    view.detailPane()->helpAction()->trigger();
-    EXPECT_EQ(sagwerk.window(QStringLiteral("help")), help);
-    EXPECT_TRUE(help->isVisible());
-    window->aboutAction()->trigger();
-    QWidget *about = sagwerk.window(QStringLiteral("about"));
-    ASSERT_TRUE(about);
-
-    // A sheet opens with its flag and closes when the flag is cleared elsewhere.
-    app.setShowRecorder(true);
-    ASSERT_TRUE(view.recordSheet());
-    app.setShowRecorder(false);
-    EXPECT_TRUE(waitFor([&] { return view.recordSheet() == nullptr; }));
-
-    app.setAppLanguage(QStringLiteral("sv"));
-    QCoreApplication::processEvents();
-    EXPECT_EQ(help->windowTitle(), QStringLiteral("Hjälp"));
-    EXPECT_EQ(window->aboutAction()->text(), QStringLiteral("Om Morvane…"));
-    app.setAppLanguage(QStringLiteral("de"));
-}
 
 // A dropped and an opened file from the setup through the busy screen to the history.
 TEST_F(ShellTest, RoadFromDropAndOpenToHistory)
