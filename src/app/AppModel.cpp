@@ -1,27 +1,20 @@
-// Start, settings, history and keys of the application state. The transcription job
-// lives in TranscriptionJob.cpp, the correction rules in ItemCorrections.cpp.
+// Start, settings, history, keys and staging of the application state. The jobs live in
+// classes of their own: TranscriptionJob, LinkImport, ItemCorrections.
 #include "app/AppModel.h"
 
+#include "ai/AIModel.h"
+#include "app/ItemCorrections.h"
 #include "app/LanguageManager.h"
+#include "app/LinkImport.h"
 #include "app/Settings.h"
+#include "app/TranscriptionJob.h"
+#include "core/Tr.h"
 #include "engine/ModelStore.h"
+#include "export/TextForms.h"
 #include "storage/BundleStore.h"
 #include "storage/KeychainStore.h"
 
-#include <QCoreApplication>
-
-namespace {
-
-template <typename T>
-bool assign(T &field, const T &value)
-{
-    if (field == value)
-        return false;
-    field = value;
-    return true;
-}
-
-} // namespace
+#include <QFileInfo>
 
 const QList<AppModel::LanguageOption> &AppModel::languages()
 {
@@ -36,7 +29,10 @@ const QList<AppModel::LanguageOption> &AppModel::languages()
 }
 
 AppModel::AppModel(QObject *parent, ModelStore *store)
-    : QObject(parent), m_settings(QStringLiteral("Morvane"), QStringLiteral("Sagwerk"))
+    : QObject(parent)
+    , m_settings(QStringLiteral("Morvane"), QStringLiteral("Sagwerk"))
+    , m_transcription(std::make_unique<TranscriptionJob>(*this))
+    , m_linkImport(std::make_unique<LinkImport>(*this))
 {
     // The order matters: the first window must see a complete state.
     m_modelStore = store ? store : new ModelStore(this);
@@ -57,155 +53,112 @@ AppModel::AppModel(QObject *parent, ModelStore *store)
 
     LanguageManager::instance().setLanguage(m_appLanguage);
 
+    QList<HistoryItem> history;
     for (const LoadedBundle &bundle : BundleStore::list())
-        m_history.append(HistoryItem(bundle));
+        history.append(BundleStore::historyItem(bundle));
+    m_history.setValueBypassingBindings(history);
 
     // A machine that already has a model skips the first-run wizard.
     if (!m_settings.value(Settings::onboardingDone, false).toBool())
         m_showOnboarding = m_modelStore->installed().isEmpty();
 }
 
-AppModel::~AppModel()
-{
-    // A running job reports back into this object: stop it and wait for it first.
-    if (m_control)
-        m_control->cancel();
-    if (m_transcribeTask)
-        m_transcribeTask->waitForFinished();
-    if (m_linkControl)
-        m_linkControl->cancel();
-    if (m_linkTask)
-        m_linkTask->waitForFinished();
-}
+AppModel::~AppModel() = default;
 
 WhisperModel AppModel::selectedModel() const
 {
     return WhisperModel::withId(m_selectedModelId).value_or(WhisperModel::all().at(1));
 }
 
+QString AppModel::activeKey() const
+{
+    return AIModel::by(m_activeModelId).provider == AIProvider::openai ? m_openaiKey.value() : m_anthropicKey.value();
+}
+
 void AppModel::setSelectedModelId(const QString &id)
 {
-    m_settings.setValue(Settings::selectedModelId, id);
-    if (assign(m_selectedModelId, id))
-        emit selectedModelIdChanged();
+    store(Settings::selectedModelId, m_selectedModelId, id);
 }
 
 void AppModel::setLanguage(const QString &code)
 {
-    m_settings.setValue(Settings::transcribeLanguage, code);
-    if (assign(m_language, code))
-        emit languageChanged();
+    store(Settings::transcribeLanguage, m_language, code);
 }
 
 void AppModel::setActiveModelId(const QString &id)
 {
-    m_settings.setValue(Settings::activeModelId, id);
-    if (assign(m_activeModelId, id))
-        emit activeModelIdChanged();
+    store(Settings::activeModelId, m_activeModelId, id);
 }
 
 void AppModel::setSpeakerDetection(bool on)
 {
-    m_settings.setValue(Settings::speakerDetection, on);
-    if (assign(m_speakerDetection, on))
-        emit speakerDetectionChanged();
+    store(Settings::speakerDetection, m_speakerDetection, on);
 }
 
 void AppModel::setSpeakerCount(int count)
 {
-    m_settings.setValue(Settings::speakerCount, count);
-    if (assign(m_speakerCount, count))
-        emit speakerCountChanged();
+    store(Settings::speakerCount, m_speakerCount, count);
 }
 
 void AppModel::setAppLanguage(const QString &code)
 {
-    m_settings.setValue(Settings::appLanguage, code);
-    if (assign(m_appLanguage, code))
-        emit appLanguageChanged();
+    store(Settings::appLanguage, m_appLanguage, code);
     LanguageManager::instance().setLanguage(code);
 }
 
 void AppModel::setInterviewLiveSpeakers(bool on)
 {
-    m_settings.setValue(Settings::interviewLiveSpeakers, on);
-    if (assign(m_interviewLiveSpeakers, on))
-        emit interviewLiveSpeakersChanged();
-}
-
-void AppModel::setShowSettings(bool show)
-{
-    if (assign(m_showSettings, show))
-        emit showSettingsChanged();
-}
-
-void AppModel::setShowRecorder(bool show)
-{
-    if (assign(m_showRecorder, show))
-        emit showRecorderChanged();
-}
-
-void AppModel::setInterviewActive(bool active)
-{
-    if (assign(m_interviewActive, active))
-        emit interviewActiveChanged();
-}
-
-void AppModel::setErrorMessage(const std::optional<QString> &message)
-{
-    if (assign(m_errorMessage, message))
-        emit errorMessageChanged();
+    store(Settings::interviewLiveSpeakers, m_interviewLiveSpeakers, on);
 }
 
 void AppModel::setCurrent(const std::optional<HistoryItem> &item)
 {
-    // Items change by replacement, so every assignment is news.
-    m_current = item;
-    emit currentChanged();
+    m_current.setValueBypassingBindings(item);
+    m_current.notify();
 }
 
 void AppModel::setPending(const std::optional<PendingItem> &item)
 {
-    m_pending = item;
-    emit pendingChanged();
+    m_pending.setValueBypassingBindings(item);
+    m_pending.notify();
 }
 
-void AppModel::setShowOnboarding(bool show)
+void AppModel::prependToHistory(const HistoryItem &item)
 {
-    if (assign(m_showOnboarding, show))
-        emit showOnboardingChanged();
-}
-
-void AppModel::setHistory(const QList<HistoryItem> &history)
-{
-    m_history = history;
-    emit historyChanged();
+    QList<HistoryItem> history = m_history.value();
+    history.prepend(item);
+    m_history.setValueBypassingBindings(std::move(history));
+    m_history.notify();
 }
 
 void AppModel::deleteItem(const HistoryItem &item)
 {
     if (item.bundleURL)
         BundleStore::remove(*item.bundleURL);
-    QList<HistoryItem> rest = m_history;
+    QList<HistoryItem> rest = m_history.value();
     rest.removeIf([&](const HistoryItem &h) { return h.id == item.id; });
-    setHistory(rest);
-    if (m_current && m_current->id == item.id)
+    m_history.setValueBypassingBindings(std::move(rest));
+    m_history.notify();
+    if (current() && current()->id == item.id)
         setCurrent(std::nullopt);
 }
 
 void AppModel::updateItem(const QString &id, const std::function<void(HistoryItem &)> &change)
 {
-    for (HistoryItem &h : m_history) {
+    QList<HistoryItem> history = m_history.value();
+    for (HistoryItem &h : history) {
         if (h.id != id)
             continue;
         change(h);
-        emit historyChanged();
-        if (m_current && m_current->id == id)
-            setCurrent(h);
+        const HistoryItem changed = h;
+        m_history.setValueBypassingBindings(std::move(history));
+        m_history.notify();
+        if (current() && current()->id == id)
+            setCurrent(changed);
         return;
     }
-    if (m_current && m_current->id == id) {
-        HistoryItem copy = *m_current;
+    if (current() && current()->id == id) {
+        HistoryItem copy = *current();
         change(copy);
         setCurrent(copy);
     }
@@ -214,8 +167,7 @@ void AppModel::updateItem(const QString &id, const std::function<void(HistoryIte
 void AppModel::saveAnthropicKey(const QString &key)
 {
     const QString trimmed = key.trimmed();
-    if (assign(m_anthropicKey, trimmed))
-        emit anthropicKeyChanged();
+    m_anthropicKey = trimmed;
     if (trimmed.isEmpty())
         KeychainStore::remove(QString(KeychainStore::anthropicAccount));
     else
@@ -225,8 +177,7 @@ void AppModel::saveAnthropicKey(const QString &key)
 void AppModel::saveOpenAIKey(const QString &key)
 {
     const QString trimmed = key.trimmed();
-    if (assign(m_openaiKey, trimmed))
-        emit openaiKeyChanged();
+    m_openaiKey = trimmed;
     if (trimmed.isEmpty())
         KeychainStore::remove(QString(KeychainStore::openaiAccount));
     else
@@ -245,24 +196,121 @@ void AppModel::finishOnboarding()
             }
         }
     }
-    if (assign(m_showOnboarding, false))
-        emit showOnboardingChanged();
+    m_showOnboarding = false;
 }
 
-void AppModel::setBusy(bool busy)
+// --- Staging and the transcription job ---
+
+void AppModel::stageKind(PendingItem::Kind kind)
 {
-    if (assign(m_isBusy, busy))
-        emit isBusyChanged();
+    if (m_isBusy)
+        return;
+    setErrorMessage(std::nullopt);
+    setCurrent(std::nullopt);
+    setInterviewActive(false);
+    setPending(PendingItem{QUuid::createUuid(), std::move(kind)});
 }
 
-void AppModel::setBusyElapsed(double seconds)
+void AppModel::stage(const QString &url, const std::optional<QString> &displayName)
 {
-    if (assign(m_busyElapsed, seconds))
-        emit busyElapsedChanged();
+    stageKind(PendingItem::File{url, displayName.value_or(QFileInfo(url).fileName())});
 }
 
-void AppModel::setBusyProgress(double fraction)
+void AppModel::stageRecording()
 {
-    if (assign(m_busyProgress, fraction))
-        emit busyProgressChanged();
+    stageKind(PendingItem::Recording{});
+}
+
+void AppModel::stageInterview()
+{
+    stageKind(PendingItem::Interview{});
+}
+
+void AppModel::startPending(const JobOverrides &overrides)
+{
+    if (!pending())
+        return;
+    const PendingItem item = *pending();
+    setPending(std::nullopt);
+    if (const auto *file = std::get_if<PendingItem::File>(&item.kind))
+        transcribe(file->url, file->name, overrides);
+    else if (std::holds_alternative<PendingItem::Recording>(item.kind))
+        setShowRecorder(true);
+    else
+        setInterviewActive(true);
+}
+
+void AppModel::transcribe(const QString &url, const std::optional<QString> &displayName,
+                          const JobOverrides &overrides)
+{
+    if (m_isBusy)
+        return;
+    setErrorMessage(std::nullopt);
+
+    const std::optional<WhisperModel> chosen
+        = overrides.modelId ? WhisperModel::withId(*overrides.modelId) : std::nullopt;
+    const WhisperModel model = chosen.value_or(selectedModel());
+    if (!m_modelStore->isInstalled(model)) {
+        // Kept German on purpose: it names the model as the catalogue does.
+        setErrorMessage(QStringLiteral("Modell ") + model.name
+                        + QStringLiteral(" ist nicht installiert. Bitte in den Einstellungen herunterladen."));
+        return;
+    }
+    // Fixed for this job: later changes of the settings don't reach it.
+    m_transcription->start(url, displayName.value_or(QFileInfo(url).fileName()),
+                           m_modelStore->modelsDir() + u'/' + model.fileName, overrides.language.value_or(m_language));
+}
+
+void AppModel::cancelTranscription()
+{
+    m_transcription->cancel();
+}
+
+void AppModel::reTranscribe(const HistoryItem &item)
+{
+    if (item.audioURL && QFileInfo::exists(*item.audioURL))
+        stage(*item.audioURL, item.fileName);
+    else
+        setErrorMessage(Tr::tr("Audiodatei nicht gefunden."));
+}
+
+void AppModel::openPanel()
+{
+    if (!m_filePanel)
+        return;
+    // A cancelled chooser is no failure: nothing happens.
+    if (const std::optional<QString> path = m_filePanel())
+        stage(*path);
+}
+
+void AppModel::stageLink(const QString &link)
+{
+    m_linkImport->start(link);
+}
+
+void AppModel::detectSpeakers(const HistoryItem &)
+{
+}
+
+// --- Corrections and text forms ---
+
+void AppModel::addCorrection(const QString &itemId, const QString &from, const QString &to, bool caseSensitive,
+                             bool wholeWord)
+{
+    ItemCorrections::add(*this, itemId, from, to, caseSensitive, wholeWord);
+}
+
+void AppModel::removeCorrection(const QString &itemId, const QUuid &correctionId)
+{
+    ItemCorrections::remove(*this, itemId, correctionId);
+}
+
+QString AppModel::plainText(const HistoryItem &item, bool withTimestamps)
+{
+    return TextForms::plainText(item.result, withTimestamps);
+}
+
+QString AppModel::srt(const HistoryItem &item)
+{
+    return TextForms::srt(item.result);
 }

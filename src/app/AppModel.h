@@ -1,24 +1,27 @@
 #pragma once
 
-#include "app/HistoryItem.h"
-#include "app/PendingItem.h"
-#include "engine/TranscribeControl.h"
+#include "core/HistoryItem.h"
+#include "core/PendingItem.h"
 #include "engine/WhisperModel.h"
 
-#include <QFuture>
 #include <QList>
 #include <QObject>
+#include <QProperty>
 #include <QSettings>
-#include <QTimer>
 
 #include <functional>
+#include <memory>
 #include <optional>
 
 class ModelStore;
+class TranscriptionJob;
+class LinkImport;
 
 // The one observable state of the application: settings, history, the item on show,
-// the staged work and the running transcription job. Created once before any window,
-// owned by the main thread; every field changes there, and each change is announced.
+// the staged work and the state of the running jobs. Created once before any window,
+// owned by the main thread; every field changes there, and each change is announced by
+// its signal. The jobs' logic lives in classes of its own beside it (TranscriptionJob,
+// LinkImport, ItemCorrections), which write the fields they own.
 class AppModel : public QObject {
     Q_OBJECT
     Q_PROPERTY(QString selectedModelId READ selectedModelId WRITE setSelectedModelId NOTIFY selectedModelIdChanged)
@@ -62,13 +65,13 @@ public:
     bool isBusy() const { return m_isBusy; }
     double busyElapsed() const { return m_busyElapsed; }
     double busyProgress() const { return m_busyProgress; }
-    const std::optional<QString> &errorMessage() const { return m_errorMessage; }
-    const std::optional<HistoryItem> &current() const { return m_current; }
-    const QList<HistoryItem> &history() const { return m_history; }
-    const std::optional<PendingItem> &pending() const { return m_pending; }
+    const std::optional<QString> &errorMessage() const { return m_errorMessage.value(); }
+    const std::optional<HistoryItem> &current() const { return m_current.value(); }
+    const QList<HistoryItem> &history() const { return m_history.value(); }
+    const std::optional<PendingItem> &pending() const { return m_pending.value(); }
     bool showOnboarding() const { return m_showOnboarding; }
     bool linkBusy() const { return m_linkBusy; }
-    const std::optional<QString> &linkStatus() const { return m_linkStatus; }
+    const std::optional<QString> &linkStatus() const { return m_linkStatus.value(); }
     double linkProgress() const { return m_linkProgress; }
     QString anthropicKey() const { return m_anthropicKey; }
     QString openaiKey() const { return m_openaiKey; }
@@ -78,7 +81,7 @@ public:
     bool speakerDetection() const { return m_speakerDetection; }
     int speakerCount() const { return m_speakerCount; }
     QString appLanguage() const { return m_appLanguage; }
-    const std::optional<QString> &speakerStatus() const { return m_speakerStatus; }
+    const std::optional<QString> &speakerStatus() const { return m_speakerStatus.value(); }
     bool interviewActive() const { return m_interviewActive; }
     bool interviewLiveSpeakers() const { return m_interviewLiveSpeakers; }
 
@@ -87,7 +90,7 @@ public:
     // The key of the active AI model's provider; empty when none is stored for it.
     QString activeKey() const;
 
-    // --- Settings: each change is stored at once ---
+    // --- Settings: each is stored at once, the signal only tells a change ---
     void setSelectedModelId(const QString &id);
     void setLanguage(const QString &code);
     void setActiveModelId(const QString &id);
@@ -95,13 +98,16 @@ public:
     void setSpeakerCount(int count);
     void setAppLanguage(const QString &code);
     void setInterviewLiveSpeakers(bool on);
-    void setShowSettings(bool show);
-    void setShowRecorder(bool show);
-    void setInterviewActive(bool active);
-    void setErrorMessage(const std::optional<QString> &message);
+
+    // --- Screen state ---
+    void setShowSettings(bool show) { m_showSettings = show; }
+    void setShowRecorder(bool show) { m_showRecorder = show; }
+    void setInterviewActive(bool active) { m_interviewActive = active; }
+    void setShowOnboarding(bool show) { m_showOnboarding = show; }
+    void setErrorMessage(const std::optional<QString> &message) { m_errorMessage = message; }
+    // Items change by replacement, so every assignment is news.
     void setCurrent(const std::optional<HistoryItem> &item);
     void setPending(const std::optional<PendingItem> &item);
-    void setShowOnboarding(bool show);
 
     // --- History and keys ---
     void deleteItem(const HistoryItem &item);
@@ -127,7 +133,7 @@ public:
     // The file chooser: one audio or video file, or nothing when the user cancels. The
     // desktop application installs a dialog; without one, openPanel does nothing.
     using FilePanel = std::function<std::optional<QString>()>;
-    void setFilePanel(FilePanel panel);
+    void setFilePanel(FilePanel panel) { m_filePanel = std::move(panel); }
     // Asks the chooser for a file and stages it under its own name.
     void openPanel();
     // Resolves a pasted podcast or audio link, downloads the media file with progress in
@@ -173,58 +179,57 @@ signals:
     void interviewLiveSpeakersChanged();
 
 private:
+    // The jobs write the state they own.
+    friend class TranscriptionJob;
+    friend class LinkImport;
+    friend class ItemCorrections;
+
+    void stageKind(PendingItem::Kind kind);
     // Applies `change` to the item of `id` in the history and in `current`, keeping both
     // in step; an item that is gone stays gone.
     void updateItem(const QString &id, const std::function<void(HistoryItem &)> &change);
-    void persistCorrections(const QString &id);
-    void finishJob(const TranscriptionResult &result, const QString &url, const QString &displayName,
-                   const QDateTime &createdAt);
-    void failJob(const QString &message, bool cancelled);
-    void finishBusy();
-    void setBusy(bool busy);
-    void setBusyElapsed(double seconds);
-    void setBusyProgress(double fraction);
-    void setHistory(const QList<HistoryItem> &history);
-    void setLinkBusy(bool busy);
-    void setLinkStatus(const std::optional<QString> &status);
-    void setLinkProgress(double fraction);
-    void downloadLink(const QUrl &url, const QString &title);
-    void endLink(const std::optional<QString> &error);
+    // Puts a finished item at the top of the history.
+    void prependToHistory(const HistoryItem &item);
+    // Stores a setting under its key, then the field, which tells a change.
+    template <typename Property, typename T>
+    void store(const QString &key, Property &field, const T &value)
+    {
+        m_settings.setValue(key, value);
+        field = value;
+    }
 
     ModelStore *m_modelStore = nullptr;
     QSettings m_settings;
 
-    QString m_selectedModelId;
-    QString m_language;
-    bool m_isBusy = false;
-    double m_busyElapsed = 0;
-    double m_busyProgress = 0;
-    std::optional<QString> m_errorMessage;
-    std::optional<HistoryItem> m_current;
-    QList<HistoryItem> m_history;
-    std::optional<PendingItem> m_pending;
-    bool m_showOnboarding = false;
-    bool m_linkBusy = false;
-    std::optional<QString> m_linkStatus;
-    double m_linkProgress = 0;
-    QString m_anthropicKey;
-    QString m_openaiKey;
-    QString m_activeModelId;
-    bool m_showSettings = false;
-    bool m_showRecorder = false;
-    bool m_speakerDetection = false;
-    int m_speakerCount = 0;
-    QString m_appLanguage;
-    std::optional<QString> m_speakerStatus;
-    bool m_interviewActive = false;
-    bool m_interviewLiveSpeakers = false;
+    // Every field announces a change through its signal. Items and lists have no cheap
+    // equality and are announced on every assignment instead.
+    Q_OBJECT_BINDABLE_PROPERTY(AppModel, QString, m_selectedModelId, &AppModel::selectedModelIdChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(AppModel, QString, m_language, &AppModel::languageChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(AppModel, bool, m_isBusy, &AppModel::isBusyChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(AppModel, double, m_busyElapsed, &AppModel::busyElapsedChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(AppModel, double, m_busyProgress, &AppModel::busyProgressChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(AppModel, std::optional<QString>, m_errorMessage, &AppModel::errorMessageChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(AppModel, std::optional<HistoryItem>, m_current, &AppModel::currentChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(AppModel, QList<HistoryItem>, m_history, &AppModel::historyChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(AppModel, std::optional<PendingItem>, m_pending, &AppModel::pendingChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(AppModel, bool, m_showOnboarding, &AppModel::showOnboardingChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(AppModel, bool, m_linkBusy, &AppModel::linkBusyChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(AppModel, std::optional<QString>, m_linkStatus, &AppModel::linkStatusChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(AppModel, double, m_linkProgress, &AppModel::linkProgressChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(AppModel, QString, m_anthropicKey, &AppModel::anthropicKeyChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(AppModel, QString, m_openaiKey, &AppModel::openaiKeyChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(AppModel, QString, m_activeModelId, &AppModel::activeModelIdChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(AppModel, bool, m_showSettings, &AppModel::showSettingsChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(AppModel, bool, m_showRecorder, &AppModel::showRecorderChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(AppModel, bool, m_speakerDetection, &AppModel::speakerDetectionChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(AppModel, int, m_speakerCount, &AppModel::speakerCountChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(AppModel, QString, m_appLanguage, &AppModel::appLanguageChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(AppModel, std::optional<QString>, m_speakerStatus, &AppModel::speakerStatusChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(AppModel, bool, m_interviewActive, &AppModel::interviewActiveChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(AppModel, bool, m_interviewLiveSpeakers, &AppModel::interviewLiveSpeakersChanged)
 
-    QTimer *m_timer = nullptr;
-    // The recognition itself (not its continuation, which needs this thread's event loop).
-    std::optional<QFuture<void>> m_transcribeTask;
-    TranscribeControlPtr m_control;
     FilePanel m_filePanel;
-    // The running link resolution, stopped and awaited when this object goes.
-    std::optional<QFuture<void>> m_linkTask;
-    TranscribeControlPtr m_linkControl;
+    // Declared last, so they stop and are gone before the fields they write.
+    std::unique_ptr<TranscriptionJob> m_transcription;
+    std::unique_ptr<LinkImport> m_linkImport;
 };

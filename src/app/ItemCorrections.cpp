@@ -1,11 +1,10 @@
-// The correction rules of an item and its text forms.
-#include "app/AppModel.h"
+#include "app/ItemCorrections.h"
 
-#include "export/TextForms.h"
+#include "app/AppModel.h"
 #include "storage/BundleStore.h"
 
-void AppModel::addCorrection(const QString &itemId, const QString &from, const QString &to, bool caseSensitive,
-                             bool wholeWord)
+void ItemCorrections::add(AppModel &app, const QString &itemId, const QString &from, const QString &to,
+                          bool caseSensitive, bool wholeWord)
 {
     if (from.isEmpty())
         return;
@@ -14,39 +13,29 @@ void AppModel::addCorrection(const QString &itemId, const QString &from, const Q
     rule.to = to;
     rule.caseSensitive = caseSensitive;
     rule.wholeWord = wholeWord;
-    updateItem(itemId, [&](HistoryItem &item) { item.corrections.append(rule); });
-    persistCorrections(itemId);
+    app.updateItem(itemId, [&](HistoryItem &item) { item.corrections.append(rule); });
+    persist(app, itemId);
 }
 
-void AppModel::removeCorrection(const QString &itemId, const QUuid &correctionId)
+void ItemCorrections::remove(AppModel &app, const QString &itemId, const QUuid &correctionId)
 {
-    updateItem(itemId, [&](HistoryItem &item) {
+    app.updateItem(itemId, [&](HistoryItem &item) {
         item.corrections.removeIf([&](const Correction &c) { return c.id == correctionId; });
     });
-    persistCorrections(itemId);
+    persist(app, itemId);
 }
 
-void AppModel::persistCorrections(const QString &id)
+void ItemCorrections::persist(const AppModel &app, const QString &itemId)
 {
     const HistoryItem *item = nullptr;
-    for (const HistoryItem &h : m_history) {
-        if (h.id == id) {
+    for (const HistoryItem &h : app.history()) {
+        if (h.id == itemId) {
             item = &h;
             break;
         }
     }
-    if (!item && m_current && m_current->id == id)
-        item = &*m_current;
+    if (!item && app.current() && app.current()->id == itemId)
+        item = &*app.current();
     if (item && item->bundleURL)
         BundleStore::saveCorrections(*item->bundleURL, item->corrections);
-}
-
-QString AppModel::plainText(const HistoryItem &item, bool withTimestamps)
-{
-    return TextForms::plainText(item.result, withTimestamps);
-}
-
-QString AppModel::srt(const HistoryItem &item)
-{
-    return TextForms::srt(item.result);
 }

@@ -11,7 +11,7 @@ class QTranslator;
 
 // The interface language, switchable while the program runs.
 //
-// Every interface text is looked up with QCoreApplication::translate("Sagwerk", text),
+// Every interface text is looked up with Tr::tr(text),
 // where `text` is the German wording: it is the key, and the result as long as no
 // catalogue is installed or the catalogue lacks it. This object installs the catalogue
 // of the chosen language (English, French, Swedish; German is the source and has none).

@@ -1,11 +1,10 @@
-// A pasted link on its way to a staged job: resolution on the task pool, the download
-// with its progress, and staging as if the file had been dropped.
-#include "app/AppModel.h"
+#include "app/LinkImport.h"
 
+#include "app/AppModel.h"
+#include "core/Tr.h"
 #include "links/MediaDownloader.h"
 #include "links/PodcastResolver.h"
 
-#include <QCoreApplication>
 #include <QtConcurrent/QtConcurrentRun>
 
 namespace {
@@ -18,92 +17,80 @@ struct Resolution {
 
 } // namespace
 
-void AppModel::stageLink(const QString &link)
+LinkImport::LinkImport(AppModel &app) : m_app(app)
 {
-    if (m_isBusy || m_linkBusy)
+}
+
+LinkImport::~LinkImport()
+{
+    if (m_control)
+        m_control->cancel();
+    if (m_task)
+        m_task->waitForFinished();
+}
+
+void LinkImport::start(const QString &link)
+{
+    if (m_app.isBusy() || m_app.linkBusy())
         return;
     const QString text = link.trimmed();
     if (text.isEmpty())
         return;
-    setErrorMessage(std::nullopt);
-    setCurrent(std::nullopt);
-    setInterviewActive(false);
-    setLinkBusy(true);
-    setLinkProgress(0);
-    setLinkStatus(QCoreApplication::translate("Sagwerk", "Link wird aufgelöst…"));
+    m_app.setErrorMessage(std::nullopt);
+    m_app.setCurrent(std::nullopt);
+    m_app.setInterviewActive(false);
+    m_app.m_linkBusy = true;
+    m_app.m_linkProgress = 0.0;
+    m_app.m_linkStatus = Tr::tr("Link wird aufgelöst…");
 
     // The user cannot cancel an import; the control only lets this object stop the
     // resolution when it goes away.
     const TranscribeControlPtr control = std::make_shared<TranscribeControl>();
-    m_linkControl = control;
+    m_control = control;
     QFuture<Resolution> resolution = QtConcurrent::run([text, control]() -> Resolution {
         try {
             return {PodcastResolver::resolve(text, PodcastResolver::defaultLookupBase, control), {}};
-        } catch (const PodcastError &e) {
+        } catch (const UserError &e) {
             return {std::nullopt, e.errorDescription()};
         } catch (const std::exception &e) {
             return {std::nullopt, QString::fromUtf8(e.what())};
         }
     });
-    m_linkTask = resolution;
+    m_task = QFuture<void>(resolution);
     resolution.then(this, [this](const Resolution &result) {
-        m_linkTask.reset();
-        m_linkControl.reset();
+        m_task.reset();
+        m_control.reset();
         if (result.media)
-            downloadLink(result.media->url, result.media->title);
+            download(result.media->url, result.media->title);
         else
-            endLink(result.error);
+            end(result.error);
     });
 }
 
-void AppModel::downloadLink(const QUrl &url, const QString &title)
+void LinkImport::download(const QUrl &url, const QString &title)
 {
-    setLinkStatus(QCoreApplication::translate("Sagwerk", "Episode wird geladen…"));
-    auto *downloader = new MediaDownloader([this](double fraction) { setLinkProgress(fraction); }, this);
+    m_app.m_linkStatus = Tr::tr("Episode wird geladen…");
+    auto *downloader = new MediaDownloader([this](double fraction) { m_app.m_linkProgress = fraction; }, this);
     downloader->download(url)
         .then(this,
               [this, downloader, title](const QString &file) {
                   downloader->deleteLater();
-                  endLink(std::nullopt);
+                  end(std::nullopt);
                   // Refused without a word if a job has started meanwhile; the file then
                   // stays in the temporary folder.
-                  stage(file, title);
+                  m_app.stage(file, title);
               })
         .onFailed(this, [this, downloader](const MediaDownloader::Error &error) {
             downloader->deleteLater();
-            endLink(error.message());
+            end(error.message());
         });
 }
 
-void AppModel::endLink(const std::optional<QString> &error)
+void LinkImport::end(const std::optional<QString> &error)
 {
-    setLinkBusy(false);
-    setLinkStatus(std::nullopt);
-    setLinkProgress(0);
+    m_app.m_linkBusy = false;
+    m_app.m_linkStatus = std::nullopt;
+    m_app.m_linkProgress = 0.0;
     if (error)
-        setErrorMessage(*error);
-}
-
-void AppModel::setLinkBusy(bool busy)
-{
-    if (m_linkBusy != busy) {
-        m_linkBusy = busy;
-        emit linkBusyChanged();
-    }
-}
-
-void AppModel::setLinkStatus(const std::optional<QString> &status)
-{
-    if (m_linkStatus != status) {
-        m_linkStatus = status;
-        emit linkStatusChanged();
-    }
-}
-
-void AppModel::setLinkProgress(double fraction)
-{
-    if (m_linkProgress != fraction) {
-        m_linkProgress = fraction;
-        emit linkProgressChanged();
-    }
+        m_app.setErrorMessage(*error);
 }

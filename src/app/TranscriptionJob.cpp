@@ -1,199 +1,124 @@
-// The road of one transcription: staging, start, progress, cancel, and the finished
-// item at the top of the history.
-#include "app/AppModel.h"
+#include "app/TranscriptionJob.h"
 
+#include "app/AppModel.h"
+#include "core/UserError.h"
 #include "engine/Engine.h"
-#include "engine/ModelStore.h"
-#include "engine/WhisperEngine.h"
+#include "engine/EngineError.h"
 #include "storage/BundleStore.h"
 
-#include <QCoreApplication>
-#include <QFileInfo>
 #include <QPointer>
 #include <QtConcurrent/QtConcurrentRun>
 
-namespace {
-
-// What the background task hands back to the main thread.
-struct Outcome {
+struct TranscriptionJob::Outcome {
     std::optional<TranscriptionResult> result;
+    // Absent when the bundle could not be made; the item then lives in memory only.
+    std::optional<LoadedBundle> bundle;
     QString error;
     bool cancelled = false;
 };
 
-QString lastComponent(const QString &url)
+TranscriptionJob::TranscriptionJob(AppModel &app) : m_app(app)
 {
-    return QFileInfo(url).fileName();
+    m_timer.setInterval(100);
+    connect(&m_timer, &QTimer::timeout, this, [this] { m_app.m_busyElapsed = m_app.m_busyElapsed + 0.1; });
 }
 
-} // namespace
-
-void AppModel::stage(const QString &url, const std::optional<QString> &displayName)
+TranscriptionJob::~TranscriptionJob()
 {
-    if (m_isBusy)
-        return;
-    setErrorMessage(std::nullopt);
-    setCurrent(std::nullopt);
-    setInterviewActive(false);
-    setPending(PendingItem{QUuid::createUuid(), PendingItem::File{url, displayName.value_or(lastComponent(url))}});
+    if (m_control)
+        m_control->cancel();
+    if (m_task)
+        m_task->waitForFinished();
 }
 
-void AppModel::stageRecording()
+void TranscriptionJob::start(const QString &url, const QString &displayName, const QString &modelPath,
+                             const QString &language)
 {
-    if (m_isBusy)
+    if (m_app.m_isBusy)
         return;
-    setErrorMessage(std::nullopt);
-    setCurrent(std::nullopt);
-    setInterviewActive(false);
-    setPending(PendingItem{QUuid::createUuid(), PendingItem::Recording{}});
-}
-
-void AppModel::stageInterview()
-{
-    if (m_isBusy)
-        return;
-    setErrorMessage(std::nullopt);
-    setCurrent(std::nullopt);
-    setInterviewActive(false);
-    setPending(PendingItem{QUuid::createUuid(), PendingItem::Interview{}});
-}
-
-void AppModel::startPending(const JobOverrides &overrides)
-{
-    if (!m_pending)
-        return;
-    const PendingItem item = *m_pending;
-    setPending(std::nullopt);
-    if (const auto *file = std::get_if<PendingItem::File>(&item.kind))
-        transcribe(file->url, file->name, overrides);
-    else if (std::holds_alternative<PendingItem::Recording>(item.kind))
-        setShowRecorder(true);
-    else
-        setInterviewActive(true);
-}
-
-void AppModel::transcribe(const QString &url, const std::optional<QString> &displayName,
-                          const JobOverrides &overrides)
-{
-    if (m_isBusy)
-        return;
-    setErrorMessage(std::nullopt);
-
-    const std::optional<WhisperModel> chosen
-        = overrides.modelId ? WhisperModel::withId(*overrides.modelId) : std::nullopt;
-    const WhisperModel model = chosen.value_or(selectedModel());
-    if (!m_modelStore->isInstalled(model)) {
-        // Kept German on purpose: it names the model as the catalogue does.
-        setErrorMessage(QStringLiteral("Modell ") + model.name
-                        + QStringLiteral(" ist nicht installiert. Bitte in den Einstellungen herunterladen."));
-        return;
-    }
-    // Fixed for this job: later changes of the settings don't reach it.
-    const QString modelPath = m_modelStore->modelsDir() + u'/' + model.fileName;
-    const QString language = overrides.language.value_or(m_language);
-    const QString name = displayName.value_or(lastComponent(url));
     const QDateTime createdAt = QDateTime::currentDateTime();
-
-    setBusy(true);
-    setBusyElapsed(0);
-    setBusyProgress(0);
-
-    // The shown time counts ticks and reads no clock.
-    m_timer = new QTimer(this);
-    m_timer->setInterval(100);
-    connect(m_timer, &QTimer::timeout, this, [this] { setBusyElapsed(m_busyElapsed + 0.1); });
-    m_timer->start();
+    m_app.m_isBusy = true;
+    m_app.m_busyElapsed = 0.0;
+    m_app.m_busyProgress = 0.0;
+    m_timer.start();
 
     const TranscribeControlPtr control = std::make_shared<TranscribeControl>();
     m_control = control;
 
     // Progress comes from the library's threads and is only posted here.
-    QPointer<AppModel> self(this);
+    QPointer<TranscriptionJob> self(this);
     auto progress = [self](double fraction) {
         QMetaObject::invokeMethod(
             self.data(),
             [self, fraction] {
                 if (self)
-                    self->setBusyProgress(fraction);
+                    self->m_app.m_busyProgress = fraction;
             },
             Qt::QueuedConnection);
     };
 
-    QFuture<Outcome> task = QtConcurrent::run([url, modelPath, language, control, progress]() -> Outcome {
+    QFuture<Outcome> task = QtConcurrent::run([=]() -> Outcome {
+        Outcome outcome;
         try {
-            return {Engine::transcribe(url, modelPath, language, control, progress), {}, false};
-        } catch (const EngineError &e) {
-            return {std::nullopt, e.errorDescription(), e.isCancelled()};
+            outcome.result = Engine::transcribe(url, modelPath, language, control, progress);
+        } catch (const UserError &e) {
+            outcome.error = e.errorDescription();
+            outcome.cancelled = e.isCancelled();
+            return outcome;
         } catch (const std::exception &e) {
-            return {std::nullopt, QString::fromLocal8Bit(e.what()), false};
+            outcome.error = QString::fromLocal8Bit(e.what());
+            return outcome;
         }
+        // Past recognition a cancel is no longer heard: the job finishes with its bundle.
+        try {
+            outcome.bundle = BundleStore::create(displayName, createdAt, url, *outcome.result);
+        } catch (...) {
+            // Dropped without a word: the transcript is kept in memory.
+        }
+        return outcome;
     });
-    m_transcribeTask = task;
-    task.then(this, [this, url, name, createdAt](const Outcome &outcome) {
-        if (outcome.result)
-            finishJob(*outcome.result, url, name, createdAt);
-        else
-            failJob(outcome.error, outcome.cancelled);
-    });
+    m_task = QFuture<void>(task);
+    task.then(this, [this, displayName, createdAt](const Outcome &outcome) { finish(outcome, displayName, createdAt); });
 }
 
-void AppModel::finishJob(const TranscriptionResult &result, const QString &url, const QString &displayName,
-                         const QDateTime &createdAt)
+void TranscriptionJob::finish(const Outcome &outcome, const QString &displayName, const QDateTime &createdAt)
 {
+    if (!outcome.result) {
+        if (!outcome.cancelled)
+            m_app.setErrorMessage(outcome.error);
+        finishBusy();
+        return;
+    }
     HistoryItem item;
-    try {
-        item = HistoryItem(BundleStore::create(displayName, createdAt, url, result));
-    } catch (...) {
-        // The transcript is kept in memory; it is gone at the next start.
+    if (outcome.bundle) {
+        item = BundleStore::historyItem(*outcome.bundle);
+    } else {
+        // Gone at the next start.
         item.id = uuidText(QUuid::createUuid());
         item.fileName = displayName;
         item.date = createdAt;
-        item.result = result;
+        item.result = *outcome.result;
     }
-    m_history.prepend(item);
-    emit historyChanged();
-    setCurrent(item);
+    m_app.prependToHistory(item);
+    m_app.setCurrent(item);
     finishBusy();
-    if (m_speakerDetection)
-        detectSpeakers(item);
+    if (m_app.speakerDetection())
+        m_app.detectSpeakers(item);
 }
 
-void AppModel::failJob(const QString &message, bool cancelled)
+void TranscriptionJob::finishBusy()
 {
-    if (!cancelled)
-        setErrorMessage(message);
-    finishBusy();
-}
-
-void AppModel::finishBusy()
-{
-    setBusy(false);
-    setBusyProgress(0);
-    if (m_timer) {
-        m_timer->stop();
-        m_timer->deleteLater();
-        m_timer = nullptr;
-    }
-    m_transcribeTask.reset();
+    m_app.m_isBusy = false;
+    m_app.m_busyProgress = 0.0;
+    m_timer.stop();
+    m_task.reset();
     m_control.reset();
 }
 
-void AppModel::cancelTranscription()
+void TranscriptionJob::cancel()
 {
     // The flag in the control is what ends the job. Cancelling the future instead would
     // skip the continuation that takes the app out of its busy state.
     if (m_control)
         m_control->cancel();
-}
-
-void AppModel::reTranscribe(const HistoryItem &item)
-{
-    if (item.audioURL && QFileInfo::exists(*item.audioURL))
-        stage(*item.audioURL, item.fileName);
-    else
-        setErrorMessage(QCoreApplication::translate("Sagwerk", "Audiodatei nicht gefunden."));
-}
-
-void AppModel::detectSpeakers(const HistoryItem &)
-{
 }

@@ -1,6 +1,6 @@
 #include "capture/Recorder.h"
 
-#include "engine/TranscriptionResult.h"
+#include "core/TranscriptionResult.h"
 
 #include <QAudioDevice>
 #include <QAudioInput>

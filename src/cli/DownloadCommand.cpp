@@ -1,9 +1,10 @@
 #include "cli/Commands.h"
+#include "core/Tr.h"
 #include "cli/Interrupt.h"
 #include "cli/ProgressBar.h"
 
 #include "engine/ModelStore.h"
-#include "engine/TranscribeControl.h"
+#include "core/TranscribeControl.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -62,19 +63,18 @@ int download(const QStringList &args)
     }
 
     if (store.downloading().contains(model->id)) {
-        std::fprintf(stderr, "%s\n", qPrintable(QCoreApplication::translate("Sagwerk", "Abgebrochen.")));
+        std::fprintf(stderr, "%s\n", qPrintable(Tr::tr("Abgebrochen.")));
         return Cancelled;
     }
     if (store.errorMessage()) {
         std::fprintf(stderr, "%s\n",
-                     qPrintable(QCoreApplication::translate("Sagwerk", "Download fehlgeschlagen: %1")
+                     qPrintable(Tr::tr("Download fehlgeschlagen: %1")
                                     .arg(*store.errorMessage())));
         return Failed;
     }
     if (!store.isInstalled(*model)) {
         std::fprintf(stderr, "%s\n",
-                     qPrintable(QCoreApplication::translate(
-                         "Sagwerk", "Die geladene Datei ist zu klein für dieses Modell; der Server lieferte wohl "
+                     qPrintable(Tr::tr("Die geladene Datei ist zu klein für dieses Modell; der Server lieferte wohl "
                                     "eine Fehlerseite.")));
         return Failed;
     }

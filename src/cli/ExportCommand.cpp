@@ -1,8 +1,9 @@
 #include "cli/Commands.h"
+#include "core/Tr.h"
 
 #include "app/AppModel.h"
 #include "review/Corrections.h"
-#include "storage/BundleData.h"
+#include "storage/BundleStore.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -39,11 +40,11 @@ int exportBundle(const QStringList &args)
         data = BundleData::decode(document.readAll());
     if (!data) {
         std::fprintf(stderr, "%s\n",
-                     qPrintable(QCoreApplication::translate("Sagwerk", "„%1“ ist keine lesbare Transkription.")
+                     qPrintable(Tr::tr("„%1“ ist keine lesbare Transkription.")
                                     .arg(QDir::toNativeSeparators(folder))));
         return Failed;
     }
-    const HistoryItem item(LoadedBundle{folder, folder, *data});
+    const HistoryItem item = BundleStore::historyItem(LoadedBundle{folder, folder, *data});
 
     // As the result screen hands text out: corrections over the whole plain text, never
     // over subtitles, which always come from the raw segments.
@@ -60,7 +61,7 @@ int exportBundle(const QStringList &args)
     QSaveFile out(parser.value(QStringLiteral("output")));
     if (!out.open(QIODevice::WriteOnly) || out.write(bytes) != bytes.size() || !out.commit()) {
         std::fprintf(stderr, "%s\n",
-                     qPrintable(QCoreApplication::translate("Sagwerk", "Die Datei „%1“ konnte nicht geschrieben werden: %2")
+                     qPrintable(Tr::tr("Die Datei „%1“ konnte nicht geschrieben werden: %2")
                                     .arg(out.fileName(), out.errorString())));
         return Failed;
     }

@@ -1,10 +1,11 @@
 #include "cli/Commands.h"
+#include "core/Tr.h"
 #include "cli/Interrupt.h"
 #include "cli/ProgressBar.h"
 
 #include "engine/ModelImport.h"
 #include "engine/ModelStore.h"
-#include "engine/TranscribeControl.h"
+#include "core/TranscribeControl.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -41,7 +42,7 @@ int importModel(const QStringList &args)
                          qPrintable(result.path));
             return Failed;
         }
-        std::printf("%s\n", qPrintable(QCoreApplication::translate("Sagwerk", "Modell „%1“ importiert: %2")
+        std::printf("%s\n", qPrintable(Tr::tr("Modell „%1“ importiert: %2")
                                            .arg(result.model.name, result.path)));
         return Ok;
     } catch (const ModelImportError &error) {

@@ -1,9 +1,9 @@
 #include "cli/Commands.h"
 
-#include "app/HistoryItem.h"
+#include "core/HistoryItem.h"
 #include "export/Format.h"
 #include "storage/BundleStore.h"
-#include "storage/JsonCoding.h"
+#include "core/JsonCoding.h"
 
 #include <QCommandLineParser>
 #include <QJsonArray>
@@ -54,7 +54,7 @@ int list(const QStringList &args)
 
     QList<HistoryItem> history;
     for (const LoadedBundle &bundle : BundleStore::list())
-        history.append(HistoryItem(bundle));
+        history.append(BundleStore::historyItem(bundle));
 
     if (parser.isSet(QStringLiteral("json"))) {
         QJsonArray items;

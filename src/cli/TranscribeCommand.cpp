@@ -1,4 +1,5 @@
 #include "cli/Commands.h"
+#include "core/Tr.h"
 #include "cli/Interrupt.h"
 #include "cli/ProgressBar.h"
 
@@ -97,9 +98,7 @@ Fetched fetchLink(const QString &link)
     QFuture<Resolution> resolution = QtConcurrent::run([link, control]() -> Resolution {
         try {
             return {PodcastResolver::resolve(link, PodcastResolver::defaultLookupBase, control), {}};
-        } catch (const PodcastError &e) {
-            return {std::nullopt, e.errorDescription()};
-        } catch (const EngineError &e) {
+        } catch (const UserError &e) {
             return {std::nullopt, e.errorDescription()};
         }
     });
@@ -167,7 +166,7 @@ int transcribeAndSave(const QString &input, const AppModel::JobOverrides &overri
     std::printf("%s\n", qPrintable(item.bundleURL.value_or(QString())));
     if (!item.bundleURL)
         std::fprintf(stderr, "%s\n",
-                     qPrintable(QCoreApplication::translate("Sagwerk", "Die Transkription konnte nicht gespeichert werden.")));
+                     qPrintable(Tr::tr("Die Transkription konnte nicht gespeichert werden.")));
     return item.bundleURL ? Ok : Failed;
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "engine/EngineError.h"
-#include "engine/TranscribeControl.h"
-#include "engine/TranscriptionResult.h"
+#include "core/TranscribeControl.h"
+#include "core/TranscriptionResult.h"
 
 #include <QByteArray>
 #include <QString>

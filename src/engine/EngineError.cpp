@@ -1,4 +1,5 @@
 #include "engine/EngineError.h"
+#include "core/Tr.h"
 
 #include <QCoreApplication>
 
@@ -12,15 +13,9 @@ QString EngineError::errorDescription() const
     case Case::transcribeFailed:
         return QStringLiteral("Transkription fehlgeschlagen: ") + m_message;
     case Case::noModel:
-        return QCoreApplication::translate("Sagwerk", "Kein Modell ausgewählt/installiert.");
+        return Tr::tr("Kein Modell ausgewählt/installiert.");
     case Case::cancelled:
-        return QCoreApplication::translate("Sagwerk", "Abgebrochen.");
+        return Tr::tr("Abgebrochen.");
     }
     return {};
-}
-
-const char *EngineError::what() const noexcept
-{
-    m_what = errorDescription().toUtf8();
-    return m_what.constData();
 }

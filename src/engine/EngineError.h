@@ -1,10 +1,11 @@
 #pragma once
 
+#include "core/UserError.h"
+
 #include <QString>
-#include <exception>
 
 // The failures of decoding and recognition. `errorDescription` is the text the user sees.
-class EngineError : public std::exception {
+class EngineError : public UserError {
 public:
     enum class Case { convertFailed, transcribeFailed, noModel, cancelled };
 
@@ -15,15 +16,13 @@ public:
 
     Case kind() const { return m_case; }
     const QString &message() const { return m_message; }
-    bool isCancelled() const { return m_case == Case::cancelled; }
+    bool isCancelled() const override { return m_case == Case::cancelled; }
 
-    QString errorDescription() const;
-    const char *what() const noexcept override;
+    QString errorDescription() const override;
 
 private:
     EngineError(Case c, QString message) : m_case(c), m_message(std::move(message)) {}
 
     Case m_case;
     QString m_message;
-    mutable QByteArray m_what;
 };

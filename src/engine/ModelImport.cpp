@@ -1,7 +1,8 @@
 #include "engine/ModelImport.h"
+#include "core/Tr.h"
 
 #include "engine/CTranslate2Reader.h"
-#include "engine/TranscriptionResult.h"
+#include "core/TranscriptionResult.h"
 #include "engine/WhisperEngine.h"
 
 #include <QCoreApplication>
@@ -32,23 +33,23 @@ QString ModelImportError::errorDescription() const
 {
     switch (m_case) {
     case Case::notAModel:
-        return QCoreApplication::translate("Sagwerk", "Kein Whisper-Modell gefunden: %1").arg(m_subject);
+        return Tr::tr("Kein Whisper-Modell gefunden: %1").arg(m_subject);
     case Case::broken: {
         const QString text
-            = QCoreApplication::translate("Sagwerk", "Die Modelldatei ist beschädigt oder unvollständig: %1").arg(m_subject);
+            = Tr::tr("Die Modelldatei ist beschädigt oder unvollständig: %1").arg(m_subject);
         return m_detail.isEmpty() ? text : text + QStringLiteral(" (") + m_detail + u')';
     }
     case Case::englishOnly:
-        return QCoreApplication::translate("Sagwerk", "„%1“ ist ein rein englisches Modell; Sagwerk führt nur mehrsprachige Modelle.")
+        return Tr::tr("„%1“ ist ein rein englisches Modell; Sagwerk führt nur mehrsprachige Modelle.")
             .arg(m_subject);
     case Case::notInCatalogue:
-        return QCoreApplication::translate("Sagwerk", "Das Modell „%1“ passt zu keinem Modell des Katalogs: %2.")
+        return Tr::tr("Das Modell „%1“ passt zu keinem Modell des Katalogs: %2.")
             .arg(m_subject, catalogueNames());
     case Case::writeFailed:
-        return QCoreApplication::translate("Sagwerk", "Das Modell konnte nicht im Modellordner gespeichert werden: %1")
+        return Tr::tr("Das Modell konnte nicht im Modellordner gespeichert werden: %1")
             .arg(m_subject);
     case Case::cancelled:
-        return QCoreApplication::translate("Sagwerk", "Abgebrochen.");
+        return Tr::tr("Abgebrochen.");
     }
     return {};
 }

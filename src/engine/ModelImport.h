@@ -1,7 +1,7 @@
 #pragma once
 
 #include "engine/GgmlFormat.h"
-#include "engine/TranscribeControl.h"
+#include "core/TranscribeControl.h"
 #include "engine/WhisperModel.h"
 
 #include <QIODevice>

@@ -1,6 +1,6 @@
 #include "engine/ModelStore.h"
 
-#include "engine/DownloadDelegate.h"
+#include "core/DownloadDelegate.h"
 
 #include <QDir>
 #include <QFile>

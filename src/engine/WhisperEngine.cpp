@@ -1,6 +1,6 @@
 #include "engine/WhisperEngine.h"
 
-#include "app/Text.h"
+#include "core/Text.h"
 #include "engine/EngineError.h"
 
 #include <QElapsedTimer>

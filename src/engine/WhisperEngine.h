@@ -1,7 +1,7 @@
 #pragma once
 
-#include "engine/TranscribeControl.h"
-#include "engine/TranscriptionResult.h"
+#include "core/TranscribeControl.h"
+#include "core/TranscriptionResult.h"
 
 #include <QString>
 #include <functional>

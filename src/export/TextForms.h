@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/TranscriptionResult.h"
+#include "core/TranscriptionResult.h"
 
 // The plain-text and subtitle forms of a transcript, built from the raw segments.
 namespace TextForms {

@@ -1,4 +1,5 @@
 #include "links/FeedParser.h"
+#include "core/Tr.h"
 
 #include "links/WebURL.h"
 
@@ -73,5 +74,5 @@ std::optional<ResolvedMedia> FeedParser::firstEpisode(const QByteArray &feed)
     if (!url)
         return std::nullopt;
     const QString title = state.title.trimmed();
-    return ResolvedMedia{*url, title.isEmpty() ? QCoreApplication::translate("Sagwerk", "Podcast-Episode") : title};
+    return ResolvedMedia{*url, title.isEmpty() ? Tr::tr("Podcast-Episode") : title};
 }

@@ -1,7 +1,7 @@
 #include "links/HttpFetch.h"
 
-#include "engine/EngineError.h"
-#include "engine/TransferError.h"
+#include "core/UserError.h"
+#include "core/TransferError.h"
 #include "links/PodcastError.h"
 #include "links/PodcastResolver.h"
 
@@ -22,7 +22,7 @@ QString mimeType(const QString &contentType)
 Answer fetch(const QUrl &url, qint64 limit, const QByteArray &range, const TranscribeControlPtr &control)
 {
     if (control && control->isCancelled())
-        throw EngineError::cancelled();
+        throw Cancelled();
     QNetworkAccessManager session;
     QNetworkRequest request(url);
     request.setHeader(QNetworkRequest::UserAgentHeader, PodcastResolver::userAgent);
@@ -64,7 +64,7 @@ Answer fetch(const QUrl &url, qint64 limit, const QByteArray &range, const Trans
     reply->disconnect(&loop);
     if (cancelled) {
         reply->abort();
-        throw EngineError::cancelled();
+        throw Cancelled();
     }
 
     Answer answer;

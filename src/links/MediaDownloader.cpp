@@ -1,7 +1,7 @@
 #include "links/MediaDownloader.h"
 
-#include "engine/DownloadDelegate.h"
-#include "engine/TranscriptionResult.h"
+#include "core/DownloadDelegate.h"
+#include "core/TranscriptionResult.h"
 
 #include <QDir>
 #include <QFile>

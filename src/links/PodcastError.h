@@ -1,12 +1,13 @@
 #pragma once
 
+#include "core/UserError.h"
+
 #include <QByteArray>
 #include <QString>
-#include <exception>
 
 // Why a pasted link gave no media file. `errorDescription` is the text the user sees,
 // telling what to try instead.
-class PodcastError : public std::exception {
+class PodcastError : public UserError {
 public:
     enum class Case { network, invalidURL, spotify, appleNotFound, noEnclosure, unsupported };
 
@@ -21,13 +22,11 @@ public:
     // The transfer layer's text, or "HTTP " and the status; only for `network`.
     const QString &message() const { return m_message; }
 
-    QString errorDescription() const;
-    const char *what() const noexcept override;
+    QString errorDescription() const override;
 
 private:
     PodcastError(Case c, QString message) : m_case(c), m_message(std::move(message)) {}
 
     Case m_case;
     QString m_message;
-    mutable QByteArray m_what;
 };

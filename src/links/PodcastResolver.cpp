@@ -1,6 +1,7 @@
 #include "links/PodcastResolver.h"
+#include "core/Tr.h"
 
-#include "app/Text.h"
+#include "core/Text.h"
 #include "links/AppleLookup.h"
 #include "links/FeedParser.h"
 #include "links/HttpFetch.h"
@@ -147,7 +148,7 @@ ResolvedMedia resolveApple(const QUrl &url, const QUrl &lookupBase, const Transc
     }
     if (picked && picked->episodeUrl) {
         if (const std::optional<QUrl> media = Links::webURL(*picked->episodeUrl))
-            return {*media, picked->trackName.value_or(QCoreApplication::translate("Sagwerk", "Podcast-Episode"))};
+            return {*media, picked->trackName.value_or(Tr::tr("Podcast-Episode"))};
     }
 
     // No such episode among those returned: the feed's first episode stands in.
@@ -241,7 +242,7 @@ QString niceName(const QUrl &url)
         return name;
     if (!url.host().isEmpty())
         return url.host();
-    return QCoreApplication::translate("Sagwerk", "Podcast");
+    return Tr::tr("Podcast");
 }
 
 } // namespace PodcastResolver

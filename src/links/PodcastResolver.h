@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/TranscribeControl.h"
+#include "core/TranscribeControl.h"
 #include "links/PodcastError.h"
 #include "links/ResolvedMedia.h"
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "review/Correction.h"
+#include "core/Correction.h"
 #include "review/TranscriptLayout.h"
-#include "review/TranscriptLine.h"
+#include "core/TranscriptLine.h"
 
 #include <QColor>
 #include <QFont>

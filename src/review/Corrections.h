@@ -1,6 +1,6 @@
 #pragma once
 
-#include "review/Correction.h"
+#include "core/Correction.h"
 
 #include <QList>
 #include <QString>

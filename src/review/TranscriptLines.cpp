@@ -1,6 +1,7 @@
 #include "review/TranscriptLines.h"
 
-#include "app/AppModel.h"
+#include "core/FileNames.h"
+#include "export/TextForms.h"
 #include "export/Format.h"
 #include "review/Corrections.h"
 
@@ -60,7 +61,7 @@ QString currentText(const HistoryItem &item, qint64 selectedView, bool showTimes
     else if (const std::optional<qint64> level = viewingLevel(selectedView))
         text = item.smoothed.value(*level);
     else
-        text = AppModel::plainText(item, showTimestamps);
+        text = TextForms::plainText(item.result, showTimestamps);
     if (item.corrections.isEmpty())
         return text;
     return Corrections::apply(item.corrections, text).text;
@@ -96,9 +97,7 @@ std::optional<QString> audioURL(const HistoryItem &item)
 
 QString exportBase(const HistoryItem &item, qint64 selectedView)
 {
-    // The extension is what follows the last dot, unless that dot starts the name.
-    const qsizetype dot = item.fileName.lastIndexOf(u'.');
-    QString base = dot > 0 ? item.fileName.left(dot) : item.fileName;
+    QString base = FileNames::deletingPathExtension(item.fileName);
     if (selectedView == speakerView)
         base += QStringLiteral("-sprecher");
     else if (const std::optional<qint64> level = viewingLevel(selectedView))

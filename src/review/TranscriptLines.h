@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/HistoryItem.h"
-#include "review/TranscriptLine.h"
+#include "core/HistoryItem.h"
+#include "core/TranscriptLine.h"
 
 #include <QList>
 #include <QString>

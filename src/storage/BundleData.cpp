@@ -1,6 +1,6 @@
 #include "storage/BundleData.h"
 
-#include "storage/JsonCoding.h"
+#include "core/JsonCoding.h"
 
 #include <QJsonArray>
 

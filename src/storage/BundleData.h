@@ -1,6 +1,6 @@
 #pragma once
 
-#include "review/Correction.h"
+#include "core/Correction.h"
 
 #include <QByteArray>
 #include <QDateTime>

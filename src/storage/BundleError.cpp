@@ -1,4 +1,5 @@
 #include "storage/BundleError.h"
+#include "core/Tr.h"
 
 #include <QCoreApplication>
 
@@ -6,16 +7,10 @@ QString BundleError::errorDescription() const
 {
     switch (m_case) {
     case Case::folderNotCreated:
-        return QCoreApplication::translate("Sagwerk", "Der Ordner „%1“ konnte nicht angelegt werden.").arg(m_path);
+        return Tr::tr("Der Ordner „%1“ konnte nicht angelegt werden.").arg(m_path);
     case Case::documentNotWritten:
-        return QCoreApplication::translate("Sagwerk", "Die Datei „%1“ konnte nicht geschrieben werden: %2")
+        return Tr::tr("Die Datei „%1“ konnte nicht geschrieben werden: %2")
             .arg(m_path, m_detail);
     }
     return {};
-}
-
-const char *BundleError::what() const noexcept
-{
-    m_what = errorDescription().toUtf8();
-    return m_what.constData();
 }

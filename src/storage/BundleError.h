@@ -1,13 +1,14 @@
 #pragma once
 
+#include "core/UserError.h"
+
 #include <QByteArray>
 #include <QString>
 
-#include <exception>
 
 // Why a bundle could not be created. `errorDescription` is the text the user sees; the
 // detail is the file system's own message.
-class BundleError : public std::exception {
+class BundleError : public UserError {
 public:
     enum class Case { folderNotCreated, documentNotWritten };
 
@@ -20,8 +21,7 @@ public:
     Case kind() const { return m_case; }
     const QString &path() const { return m_path; }
 
-    QString errorDescription() const;
-    const char *what() const noexcept override;
+    QString errorDescription() const override;
 
 private:
     BundleError(Case c, QString path, QString detail)
@@ -32,5 +32,4 @@ private:
     Case m_case;
     QString m_path;
     QString m_detail;
-    mutable QByteArray m_what;
 };

@@ -1,6 +1,7 @@
 #include "storage/BundleStore.h"
 
-#include "app/Text.h"
+#include "core/FileNames.h"
+#include "core/Text.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -23,29 +24,6 @@ constexpr int nameLength = 60;
 QString documentPath(const QString &bundle)
 {
     return bundle + u'/' + documentName;
-}
-
-// The extension is what follows the last dot of the last path component, unless that
-// dot opens the component (a hidden name has no extension).
-qsizetype extensionDot(const QString &path)
-{
-    const qsizetype slash = path.lastIndexOf(u'/');
-    const qsizetype dot = path.lastIndexOf(u'.');
-    return dot > slash + 1 ? dot : -1;
-}
-
-QString deletingPathExtension(QString path)
-{
-    while (path.size() > 1 && path.endsWith(u'/'))
-        path.chop(1);
-    const qsizetype dot = extensionDot(path);
-    return dot < 0 ? path : path.left(dot);
-}
-
-QString pathExtension(const QString &path)
-{
-    const qsizetype dot = extensionDot(path);
-    return dot < 0 ? QString() : path.mid(dot + 1);
 }
 
 // The first `count` user-perceived characters.
@@ -137,7 +115,7 @@ LoadedBundle create(const QString &displayName, const QDateTime &createdAt, cons
     if (!QDir().mkpath(folder))
         throw BundleError::folderNotCreated(folder);
 
-    QString extension = pathExtension(audioSource);
+    QString extension = FileNames::pathExtension(audioSource);
     if (extension.isEmpty())
         extension = QStringLiteral("m4a");
     const QString audioFileName = QStringLiteral("audio.") + extension;
@@ -199,7 +177,7 @@ void remove(const QString &bundle)
 
 QString folderName(const QString &displayName, const QDateTime &date)
 {
-    QString name = deletingPathExtension(displayName);
+    QString name = FileNames::deletingPathExtension(displayName);
     for (QChar &c : name) {
         if (forbidden.contains(c))
             c = u'-';

@@ -3,7 +3,8 @@
 #include "storage/BundleData.h"
 #include "storage/BundleError.h"
 
-#include "engine/TranscriptionResult.h"
+#include "core/HistoryItem.h"
+#include "core/TranscriptionResult.h"
 
 #include <QDateTime>
 #include <QList>
@@ -40,6 +41,11 @@ void saveSmoothed(const QString &bundle, qint64 level, const QString &text);
 // An empty list removes the key.
 void saveCorrections(const QString &bundle, const QList<Correction> &corrections);
 void saveSpeakerText(const QString &bundle, const QString &text);
+
+// The only way from disk to memory. Segments get fresh ids; the audio path is not
+// checked; `smoothed` keeps only the keys that are decimal integers (no blank, no line
+// break around the digits).
+HistoryItem historyItem(const LoadedBundle &bundle);
 
 // Removes the folder with all it holds; failures are dropped.
 void remove(const QString &bundle);

@@ -1,4 +1,5 @@
 #include "ui/AIModelPicker.h"
+#include "core/Tr.h"
 
 #include "ai/AIModel.h"
 #include "app/AppModel.h"
@@ -24,7 +25,7 @@ void AIModelPicker::refresh()
     const QSignalBlocker blocker(this);
     const QList<AIModel> &models = AIModel::all();
     for (int i = 0; i < models.size(); ++i)
-        setItemText(i, QCoreApplication::translate("Sagwerk", models[i].name.toUtf8().constData()));
+        setItemText(i, Tr::tr(models[i].name.toUtf8().constData()));
     // An id the catalogue lacks shows as the model it stands for, without rewriting it.
     setCurrentIndex(findData(AIModel::by(m_app.activeModelId()).id));
 }

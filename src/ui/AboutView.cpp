@@ -1,4 +1,5 @@
 #include "ui/AboutView.h"
+#include "core/Tr.h"
 
 #include "app/LanguageManager.h"
 #include "ui/Style.h"
@@ -100,7 +101,7 @@ void AboutView::refresh()
 {
     using Style::TextSize;
     using Style::Tone;
-    setWindowTitle(QCoreApplication::translate("Sagwerk", "Über Morvane"));
+    setWindowTitle(Tr::tr("Über Morvane"));
 
     // The logo is read anew each time; without it the rest stands alone.
     const QPixmap logo(QStringLiteral(":/MorvaneLogo.png"));
@@ -123,9 +124,9 @@ void AboutView::refresh()
 
     m_product->setText(QStringLiteral("Sagwerk"));
     Style::style(m_product, TextSize::headline);
-    m_line->setText(QCoreApplication::translate("Sagwerk", "Lokale Transkription mit whisper.cpp (CPU / GPU)"));
+    m_line->setText(Tr::tr("Lokale Transkription mit whisper.cpp (CPU / GPU)"));
     Style::style(m_line, TextSize::caption, Tone::secondary);
-    m_version->setText(QCoreApplication::translate("Sagwerk", "Version %1").arg(version()));
+    m_version->setText(Tr::tr("Version %1").arg(version()));
     Style::style(m_version, TextSize::caption, Tone::secondary);
 
     m_copyright->setText(QString::fromUtf8(SAGWERK_MAKER_LINE));

@@ -1,4 +1,5 @@
 #include "ui/BusyView.h"
+#include "core/Tr.h"
 
 #include "app/AppModel.h"
 #include "engine/ModelStore.h"
@@ -62,7 +63,7 @@ QString BusyView::statusText() const
 void BusyView::updateStatus()
 {
     const qint64 percent = qint64(std::trunc(m_app.busyProgress() * 100));
-    m_status->setText(QCoreApplication::translate("Sagwerk", "Transkribiere… %1 %      %2 s")
+    m_status->setText(Tr::tr("Transkribiere… %1 %      %2 s")
                           .arg(QString::number(percent), QString::number(m_app.busyElapsed(), 'f', 1)));
 }
 
@@ -77,7 +78,7 @@ void BusyView::updateScene()
 
 void BusyView::retranslate()
 {
-    m_cancel->setText(QCoreApplication::translate("Sagwerk", "Abbrechen"));
+    m_cancel->setText(Tr::tr("Abbrechen"));
     updateStatus();
 }
 

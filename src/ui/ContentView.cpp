@@ -1,4 +1,5 @@
 #include "ui/ContentView.h"
+#include "core/Tr.h"
 
 #include "app/AppModel.h"
 #include "ui/DetailPane.h"
@@ -92,10 +93,10 @@ void ContentView::updateAlert()
     m_alert = new QMessageBox(window());
     m_alert->setAttribute(Qt::WA_DeleteOnClose);
     m_alert->setIcon(QMessageBox::Warning);
-    m_alert->setWindowTitle(QCoreApplication::translate("Sagwerk", "Fehler"));
-    m_alert->setText(QCoreApplication::translate("Sagwerk", "Fehler"));
+    m_alert->setWindowTitle(Tr::tr("Fehler"));
+    m_alert->setText(Tr::tr("Fehler"));
     m_alert->setInformativeText(*message);
-    QPushButton *ok = m_alert->addButton(QCoreApplication::translate("Sagwerk", "OK"), QMessageBox::RejectRole);
+    QPushButton *ok = m_alert->addButton(Tr::tr("OK"), QMessageBox::RejectRole);
     m_alert->setDefaultButton(ok);
     m_alert->setEscapeButton(ok);
     Style::styleAlert(m_alert);
@@ -106,10 +107,10 @@ void ContentView::updateAlert()
 void ContentView::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::LanguageChange && m_alert) {
-        m_alert->setWindowTitle(QCoreApplication::translate("Sagwerk", "Fehler"));
-        m_alert->setText(QCoreApplication::translate("Sagwerk", "Fehler"));
+        m_alert->setWindowTitle(Tr::tr("Fehler"));
+        m_alert->setText(Tr::tr("Fehler"));
         if (!m_alert->buttons().isEmpty())
-            m_alert->buttons().first()->setText(QCoreApplication::translate("Sagwerk", "OK"));
+            m_alert->buttons().first()->setText(Tr::tr("OK"));
     }
     QWidget::changeEvent(event);
 }

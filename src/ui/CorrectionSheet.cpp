@@ -1,4 +1,5 @@
 #include "ui/CorrectionSheet.h"
+#include "core/Tr.h"
 
 #include "ui/Icons.h"
 #include "ui/Style.h"
@@ -44,13 +45,13 @@ QLabel *headline(const QString &text, QWidget *parent)
 CorrectionSheet::CorrectionSheet(const QString &searchBase, const QString &from, QWidget *parent)
     : QDialog(parent), m_searchBase(searchBase)
 {
-    setWindowTitle(QCoreApplication::translate("Sagwerk", "Korrektur"));
+    setWindowTitle(Tr::tr("Korrektur"));
     setFixedSize(470, 430);
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(22, 22, 22, 22);
     column->setSpacing(14);
 
-    auto *title = new QLabel(QCoreApplication::translate("Sagwerk", "Korrektur"), this);
+    auto *title = new QLabel(Tr::tr("Korrektur"), this);
     title->setFont(Style::font(Style::TextSize::title, QFont::Bold));
     column->addWidget(title);
 
@@ -63,13 +64,13 @@ CorrectionSheet::CorrectionSheet(const QString &searchBase, const QString &from,
         group->addWidget(edit);
         column->addLayout(group);
     };
-    field(QCoreApplication::translate("Sagwerk", "Suchen"), m_from);
-    field(QCoreApplication::translate("Sagwerk", "Ersetzen durch"), m_to);
+    field(Tr::tr("Suchen"), m_from);
+    field(Tr::tr("Ersetzen durch"), m_to);
 
     auto *checks = new QHBoxLayout;
     checks->setSpacing(18);
-    m_caseSensitive = new QCheckBox(QCoreApplication::translate("Sagwerk", "Groß-/Kleinschreibung"), this);
-    m_wholeWord = new QCheckBox(QCoreApplication::translate("Sagwerk", "Nur ganze Wörter"), this);
+    m_caseSensitive = new QCheckBox(Tr::tr("Groß-/Kleinschreibung"), this);
+    m_wholeWord = new QCheckBox(Tr::tr("Nur ganze Wörter"), this);
     checks->addWidget(m_caseSensitive);
     checks->addWidget(m_wholeWord);
     checks->addStretch(1);
@@ -104,8 +105,8 @@ CorrectionSheet::CorrectionSheet(const QString &searchBase, const QString &from,
     column->addStretch(1);
 
     auto *buttons = new QDialogButtonBox(this);
-    buttons->addButton(QCoreApplication::translate("Sagwerk", "Abbrechen"), QDialogButtonBox::RejectRole);
-    m_save = buttons->addButton(QCoreApplication::translate("Sagwerk", "Ersetzen"), QDialogButtonBox::AcceptRole);
+    buttons->addButton(Tr::tr("Abbrechen"), QDialogButtonBox::RejectRole);
+    m_save = buttons->addButton(Tr::tr("Ersetzen"), QDialogButtonBox::AcceptRole);
     m_save->setDefault(true);
     column->addWidget(buttons);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
@@ -141,7 +142,7 @@ QList<Corrections::Range> CorrectionSheet::ranges() const
 
 QString CorrectionSheet::matchCountText() const
 {
-    return QCoreApplication::translate("Sagwerk", "%1 Stelle(n) werden ersetzt").arg(ranges().size());
+    return Tr::tr("%1 Stelle(n) werden ersetzt").arg(ranges().size());
 }
 
 QStringList CorrectionSheet::previews() const

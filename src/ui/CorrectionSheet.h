@@ -1,6 +1,6 @@
 #pragma once
 
-#include "review/Correction.h"
+#include "core/Correction.h"
 #include "review/Corrections.h"
 
 #include <QDialog>

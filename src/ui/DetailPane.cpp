@@ -1,4 +1,5 @@
 #include "ui/DetailPane.h"
+#include "core/Tr.h"
 
 #include "app/AppModel.h"
 #include "ui/BusyView.h"
@@ -141,14 +142,14 @@ void DetailPane::setShowDeleteConfirm(bool show)
     m_confirm = new QMessageBox(window());
     m_confirm->setAttribute(Qt::WA_DeleteOnClose);
     m_confirm->setIcon(QMessageBox::Warning);
-    m_confirm->setWindowTitle(QCoreApplication::translate("Sagwerk", "Transkription löschen?"));
-    m_confirm->setText(QCoreApplication::translate("Sagwerk", "Transkription löschen?"));
+    m_confirm->setWindowTitle(Tr::tr("Transkription löschen?"));
+    m_confirm->setText(Tr::tr("Transkription löschen?"));
     m_confirm->setInformativeText(
-        QCoreApplication::translate("Sagwerk", "Aufnahme und Sagwerk werden dauerhaft entfernt."));
+        Tr::tr("Aufnahme und Sagwerk werden dauerhaft entfernt."));
     QPushButton *remove
-        = m_confirm->addButton(QCoreApplication::translate("Sagwerk", "Löschen"), QMessageBox::DestructiveRole);
+        = m_confirm->addButton(Tr::tr("Löschen"), QMessageBox::DestructiveRole);
     QPushButton *cancel
-        = m_confirm->addButton(QCoreApplication::translate("Sagwerk", "Abbrechen"), QMessageBox::RejectRole);
+        = m_confirm->addButton(Tr::tr("Abbrechen"), QMessageBox::RejectRole);
     m_confirm->setDefaultButton(cancel);
     m_confirm->setEscapeButton(cancel);
     Style::styleAlert(m_confirm);
@@ -163,15 +164,15 @@ void DetailPane::setShowDeleteConfirm(bool show)
 
 void DetailPane::retranslate()
 {
-    m_new->setText(QCoreApplication::translate("Sagwerk", "Neu"));
-    m_new->setToolTip(QCoreApplication::translate("Sagwerk", "Neue Transkription"));
-    m_delete->setText(QCoreApplication::translate("Sagwerk", "Löschen"));
-    m_delete->setToolTip(QCoreApplication::translate("Sagwerk", "Diese Transkription löschen"));
-    m_interview->setText(QCoreApplication::translate("Sagwerk", "Interview"));
-    m_record->setText(QCoreApplication::translate("Sagwerk", "Aufnehmen"));
-    m_open->setText(QCoreApplication::translate("Sagwerk", "Datei öffnen"));
-    m_settings->setText(QCoreApplication::translate("Sagwerk", "Einstellungen"));
-    m_help->setText(QCoreApplication::translate("Sagwerk", "Hilfe"));
+    m_new->setText(Tr::tr("Neu"));
+    m_new->setToolTip(Tr::tr("Neue Transkription"));
+    m_delete->setText(Tr::tr("Löschen"));
+    m_delete->setToolTip(Tr::tr("Diese Transkription löschen"));
+    m_interview->setText(Tr::tr("Interview"));
+    m_record->setText(Tr::tr("Aufnehmen"));
+    m_open->setText(Tr::tr("Datei öffnen"));
+    m_settings->setText(Tr::tr("Einstellungen"));
+    m_help->setText(Tr::tr("Hilfe"));
 }
 
 void DetailPane::restyle()

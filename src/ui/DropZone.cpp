@@ -1,4 +1,5 @@
 #include "ui/DropZone.h"
+#include "core/Tr.h"
 
 #include "app/AppModel.h"
 #include "engine/ModelStore.h"
@@ -46,7 +47,7 @@ QPushButton *makeModelHint(AppModel &app, QWidget *parent)
 
 void retranslateModelHint(QPushButton *hint)
 {
-    hint->setText(QCoreApplication::translate("Sagwerk", "Lade zuerst ein Modell in den Einstellungen."));
+    hint->setText(Tr::tr("Lade zuerst ein Modell in den Einstellungen."));
 }
 
 void restyleModelHint(QPushButton *hint)
@@ -121,12 +122,11 @@ void DropZone::updateHint()
 
 void DropZone::retranslate()
 {
-    m_heading->setText(QCoreApplication::translate("Sagwerk", "Audio- oder Videodatei hierher ziehen"));
-    m_text->setText(QCoreApplication::translate(
-        "Sagwerk", "Bei Videos wird die Tonspur transkribiert. Alles bleibt lokal auf diesem Mac."));
-    m_open->setText(QCoreApplication::translate("Sagwerk", "Datei öffnen…"));
-    m_record->setText(QCoreApplication::translate("Sagwerk", "Aufnehmen"));
-    m_interview->setText(QCoreApplication::translate("Sagwerk", "Interview"));
+    m_heading->setText(Tr::tr("Audio- oder Videodatei hierher ziehen"));
+    m_text->setText(Tr::tr("Bei Videos wird die Tonspur transkribiert. Alles bleibt lokal auf diesem Mac."));
+    m_open->setText(Tr::tr("Datei öffnen…"));
+    m_record->setText(Tr::tr("Aufnehmen"));
+    m_interview->setText(Tr::tr("Interview"));
     retranslateModelHint(m_hint);
 }
 

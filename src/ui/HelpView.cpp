@@ -1,4 +1,5 @@
 #include "ui/HelpView.h"
+#include "core/Tr.h"
 
 #include "app/AppModel.h"
 #include "app/LanguageManager.h"
@@ -148,8 +149,8 @@ HelpView::HelpView(AppModel &app, QWidget *parent) : QWidget(parent), m_app(app)
 
     connect(&app, &AppModel::appLanguageChanged, this, &HelpView::rebuildList);
     connect(&LanguageManager::instance(), &LanguageManager::languageChanged, this,
-            [this] { setWindowTitle(QCoreApplication::translate("Sagwerk", "Hilfe")); });
-    setWindowTitle(QCoreApplication::translate("Sagwerk", "Hilfe"));
+            [this] { setWindowTitle(Tr::tr("Hilfe")); });
+    setWindowTitle(Tr::tr("Hilfe"));
     rebuildList();
 }
 

@@ -1,4 +1,5 @@
 #include "ui/KeyField.h"
+#include "core/Tr.h"
 
 #include "app/AppModel.h"
 #include "app/LanguageManager.h"
@@ -103,12 +104,12 @@ void KeyField::changeEvent(QEvent *event)
 void KeyField::refresh()
 {
     m_title->setText(m_provider == AIProvider::anthropic
-                         ? QCoreApplication::translate("Sagwerk", "Anthropic API-Key")
-                         : QCoreApplication::translate("Sagwerk", "OpenAI API-Key"));
+                         ? Tr::tr("Anthropic API-Key")
+                         : Tr::tr("OpenAI API-Key"));
     Style::style(m_title, Style::TextSize::subheadline, Style::Tone::text, QFont::Bold);
 
     const bool stored = hasStoredKey();
-    m_stored->setText(QCoreApplication::translate("Sagwerk", "hinterlegt"));
+    m_stored->setText(Tr::tr("hinterlegt"));
     Style::style(m_stored, Style::TextSize::caption, Style::Tone::green);
     const int iconSize = QFontMetrics(m_stored->font()).height();
     m_storedIcon->setPixmap(Icons::pixmap(QStringLiteral("checkmark.seal"), iconSize,
@@ -117,7 +118,7 @@ void KeyField::refresh()
     m_storedIcon->setVisible(stored);
 
     if (m_remove) {
-        m_remove->setText(QCoreApplication::translate("Sagwerk", "Entfernen"));
+        m_remove->setText(Tr::tr("Entfernen"));
         m_remove->setFont(Style::font(Style::TextSize::caption));
         m_remove->setEnabled(stored);
     }

@@ -1,9 +1,10 @@
 #include "ui/LinkRow.h"
+#include "core/Tr.h"
 
 #include "ui/Style.h"
 
 #include "app/AppModel.h"
-#include "app/Text.h"
+#include "core/Text.h"
 
 #include <QCoreApplication>
 #include <QEvent>
@@ -148,7 +149,7 @@ void LinkRow::refresh()
     m_field->setEnabled(!busy);
     // Only blanks keep the button off; line breaks are left to submitLink.
     m_load->setEnabled(!busy && !Text::trimBlanks(m_field->text()).isEmpty());
-    m_load->setText(linkBusy ? QString() : QCoreApplication::translate("Sagwerk", "Laden"));
+    m_load->setText(linkBusy ? QString() : Tr::tr("Laden"));
     m_loadSpinner->setVisible(linkBusy);
 
     m_progressRow->setVisible(linkBusy);
@@ -159,16 +160,16 @@ void LinkRow::refresh()
     m_statusSpinner->setVisible(!determinate);
     m_status->setVisible(!determinate);
     m_bar->setValue(int(std::clamp(progress, 0.0, 1.0) * 1000));
-    m_percent->setText(QCoreApplication::translate("Sagwerk", "%1 %").arg(int(progress * 100)));
+    m_percent->setText(Tr::tr("%1 %").arg(int(progress * 100)));
     m_status->setText(m_app.linkStatus().value_or(QString()));
 }
 
 void LinkRow::retranslate()
 {
     m_field->setPlaceholderText(
-        QCoreApplication::translate("Sagwerk", "Podcast- oder Audio-Link (Apple Podcasts, RSS, MP3)…"));
+        Tr::tr("Podcast- oder Audio-Link (Apple Podcasts, RSS, MP3)…"));
     // The button keeps the width of its word while the spinner stands in for it.
-    m_load->setText(QCoreApplication::translate("Sagwerk", "Laden"));
+    m_load->setText(Tr::tr("Laden"));
     m_load->setMinimumWidth(m_load->sizeHint().width());
     refresh();
 }

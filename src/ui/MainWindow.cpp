@@ -1,4 +1,5 @@
 #include "ui/MainWindow.h"
+#include "core/Tr.h"
 
 #include "ui/ContentView.h"
 #include "ui/DetailPane.h"
@@ -40,11 +41,11 @@ MainWindow::MainWindow(AppModel &app, QWidget *parent) : QMainWindow(parent)
 
 void MainWindow::retranslate()
 {
-    m_fileMenu->setTitle(QCoreApplication::translate("Sagwerk", "Datei"));
-    m_quit->setText(QCoreApplication::translate("Sagwerk", "Beenden"));
-    m_helpMenu->setTitle(QCoreApplication::translate("Sagwerk", "Hilfe"));
-    m_help->setText(QCoreApplication::translate("Sagwerk", "Sagwerk-Hilfe"));
-    m_about->setText(QCoreApplication::translate("Sagwerk", "Über Morvane…"));
+    m_fileMenu->setTitle(Tr::tr("Datei"));
+    m_quit->setText(Tr::tr("Beenden"));
+    m_helpMenu->setTitle(Tr::tr("Hilfe"));
+    m_help->setText(Tr::tr("Sagwerk-Hilfe"));
+    m_about->setText(Tr::tr("Über Morvane…"));
 }
 
 void MainWindow::changeEvent(QEvent *event)

@@ -1,4 +1,5 @@
 #include "ui/ModelRow.h"
+#include "core/Tr.h"
 
 #include "app/AppModel.h"
 #include "app/LanguageManager.h"
@@ -208,16 +209,16 @@ void ModelRow::changeEvent(QEvent *event)
 
 void ModelRow::retranslate()
 {
-    m_title->setText(QCoreApplication::translate("Sagwerk", "%1 · %2 MB").arg(m_model.name).arg(m_model.approxSizeMB));
-    m_note->setText(QCoreApplication::translate("Sagwerk", m_model.note.toUtf8().constData()));
-    m_trash->setToolTip(QCoreApplication::translate("Sagwerk", "Modell löschen"));
-    m_load->setText(QCoreApplication::translate("Sagwerk", "Laden"));
-    m_coreMLActive->setText(QCoreApplication::translate("Sagwerk", "Neural Engine aktiv"));
-    m_coreMLRemove->setText(QCoreApplication::translate("Sagwerk", "entfernen"));
-    m_coreMLLoading->setText(QCoreApplication::translate("Sagwerk", "Neural Engine lädt…"));
-    m_coreMLLoad->setText(QCoreApplication::translate("Sagwerk", "Neural Engine laden (%1 MB)").arg(m_model.coreMLSizeMB));
+    m_title->setText(Tr::tr("%1 · %2 MB").arg(m_model.name).arg(m_model.approxSizeMB));
+    m_note->setText(Tr::tr(m_model.note.toUtf8().constData()));
+    m_trash->setToolTip(Tr::tr("Modell löschen"));
+    m_load->setText(Tr::tr("Laden"));
+    m_coreMLActive->setText(Tr::tr("Neural Engine aktiv"));
+    m_coreMLRemove->setText(Tr::tr("entfernen"));
+    m_coreMLLoading->setText(Tr::tr("Neural Engine lädt…"));
+    m_coreMLLoad->setText(Tr::tr("Neural Engine laden (%1 MB)").arg(m_model.coreMLSizeMB));
     m_coreMLLoad->setToolTip(
-        QCoreApplication::translate("Sagwerk", "Beschleunigt den Encoder über die Neural Engine und spart Strom."));
+        Tr::tr("Beschleunigt den Encoder über die Neural Engine und spart Strom."));
 }
 
 void ModelRow::restyle()

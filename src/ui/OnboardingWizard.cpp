@@ -1,4 +1,5 @@
 #include "ui/OnboardingWizard.h"
+#include "core/Tr.h"
 
 #include "ai/AIModel.h"
 #include "app/AppModel.h"
@@ -266,16 +267,15 @@ void OnboardingWizard::refresh()
 
     m_welcomeIcon->setPixmap(
         Icons::pixmap(QStringLiteral("waveform.circle.fill"), 60, Style::color(pal, Tone::accent), dpr));
-    m_welcomeTitle->setText(QCoreApplication::translate("Sagwerk", "Willkommen bei Sagwerk"));
+    m_welcomeTitle->setText(Tr::tr("Willkommen bei Sagwerk"));
     Style::style(m_welcomeTitle, TextSize::largeTitle, Tone::text, QFont::Bold);
-    m_welcomeText->setText(QCoreApplication::translate(
-        "Sagwerk", "Sprache aus Audio- und Videodateien in Text – vollständig lokal auf deinem Rechner."));
+    m_welcomeText->setText(Tr::tr("Sprache aus Audio- und Videodateien in Text – vollständig lokal auf deinem Rechner."));
     Style::style(m_welcomeText, TextSize::title3, Tone::secondary);
     const QString features[] = {
-        QCoreApplication::translate("Sagwerk", "Aufnehmen oder Dateien ziehen – auch WhatsApp-Sprachnachrichten."),
-        QCoreApplication::translate("Sagwerk", "Läuft über CPU/GPU – nichts wird hochgeladen."),
-        QCoreApplication::translate("Sagwerk", "Sprechererkennung und mitlaufender Wort-Cursor."),
-        QCoreApplication::translate("Sagwerk", "Optionale KI-Textüberarbeitung."),
+        Tr::tr("Aufnehmen oder Dateien ziehen – auch WhatsApp-Sprachnachrichten."),
+        Tr::tr("Läuft über CPU/GPU – nichts wird hochgeladen."),
+        Tr::tr("Sprechererkennung und mitlaufender Wort-Cursor."),
+        Tr::tr("Optionale KI-Textüberarbeitung."),
     };
     const int featureIcon = QFontMetrics(Style::font(TextSize::body)).height() + 4;
     for (int i = 0; i < 4; ++i) {
@@ -285,48 +285,45 @@ void OnboardingWizard::refresh()
         Style::style(m_featureTexts[i], TextSize::body);
     }
 
-    m_modelTitle->setText(QCoreApplication::translate("Sagwerk", "Sprachmodell laden"));
+    m_modelTitle->setText(Tr::tr("Sprachmodell laden"));
     Style::style(m_modelTitle, TextSize::title2, Tone::text, QFont::Bold);
-    m_modelText->setText(QCoreApplication::translate(
-        "Sagwerk", "Zum Transkribieren braucht die App mindestens ein Modell. Empfohlen ist **Small** – ein guter "
+    m_modelText->setText(Tr::tr("Zum Transkribieren braucht die App mindestens ein Modell. Empfohlen ist **Small** – ein guter "
                    "Kompromiss aus Tempo und Genauigkeit. Alles wird nur einmal geladen und läuft dann lokal."));
     Style::style(m_modelText, TextSize::body, Tone::secondary);
     const bool ready = hasModel();
     const int statusIcon = QFontMetrics(Style::font(TextSize::body)).height();
-    m_modelStatus->setText(ready ? QCoreApplication::translate("Sagwerk", "Bereit – du kannst fortfahren.")
-                                 : QCoreApplication::translate("Sagwerk", "Lade mindestens ein Modell, um fortzufahren."));
+    m_modelStatus->setText(ready ? Tr::tr("Bereit – du kannst fortfahren.")
+                                 : Tr::tr("Lade mindestens ein Modell, um fortzufahren."));
     Style::style(m_modelStatus, TextSize::body, ready ? Tone::text : Tone::secondary);
     m_modelStatusIcon->setPixmap(
         Icons::pixmap(ready ? QStringLiteral("checkmark.circle.fill") : QStringLiteral("arrow.down.circle"), statusIcon,
                         Style::color(pal, ready ? Tone::green : Tone::secondary), dpr));
 
-    m_aiTitle->setText(QCoreApplication::translate("Sagwerk", "KI aktivieren (optional)"));
+    m_aiTitle->setText(Tr::tr("KI aktivieren (optional)"));
     Style::style(m_aiTitle, TextSize::title2, Tone::text, QFont::Bold);
-    m_aiText->setText(QCoreApplication::translate(
-        "Sagwerk", "Für die optionale Textüberarbeitung und Sprechernamen kannst du einen Key von **Anthropic** "
+    m_aiText->setText(Tr::tr("Für die optionale Textüberarbeitung und Sprechernamen kannst du einen Key von **Anthropic** "
                    "und/oder **OpenAI** hinterlegen und das aktive Modell wählen. Transkribieren funktioniert auch "
                    "ganz ohne KI."));
     Style::style(m_aiText, TextSize::body, Tone::secondary);
-    m_activeHeading->setText(QCoreApplication::translate("Sagwerk", "Aktives Modell"));
+    m_activeHeading->setText(Tr::tr("Aktives Modell"));
     Style::style(m_activeHeading, TextSize::subheadline, Tone::text, QFont::Bold);
 
     m_doneIcon->setPixmap(
         Icons::pixmap(QStringLiteral("checkmark.circle.fill"), 60, Style::color(pal, Tone::green), dpr));
-    m_doneTitle->setText(QCoreApplication::translate("Sagwerk", "Alles bereit!"));
+    m_doneTitle->setText(Tr::tr("Alles bereit!"));
     Style::style(m_doneTitle, TextSize::largeTitle, Tone::text, QFont::Bold);
-    m_doneText->setText(QCoreApplication::translate(
-        "Sagwerk", "Zieh eine Audio- oder Videodatei ins Fenster oder nimm etwas auf. Weitere Modelle, die Neural "
+    m_doneText->setText(Tr::tr("Zieh eine Audio- oder Videodatei ins Fenster oder nimm etwas auf. Weitere Modelle, die Neural "
                    "Engine und einen KI-Key findest du jederzeit unter „Modelle & Einstellungen“."));
     Style::style(m_doneText, TextSize::title3, Tone::secondary);
 
-    m_back->setText(QCoreApplication::translate("Sagwerk", "Zurück"));
+    m_back->setText(Tr::tr("Zurück"));
     m_back->setVisible(m_step > 0);
-    m_later->setText(QCoreApplication::translate("Sagwerk", "Später"));
+    m_later->setText(Tr::tr("Später"));
     m_later->setVisible(m_step == 1);
     switch (m_step) {
-    case 0: m_next->setText(QCoreApplication::translate("Sagwerk", "Los geht's")); break;
-    case 3: m_next->setText(QCoreApplication::translate("Sagwerk", "Fertig")); break;
-    default: m_next->setText(QCoreApplication::translate("Sagwerk", "Weiter")); break;
+    case 0: m_next->setText(Tr::tr("Los geht's")); break;
+    case 3: m_next->setText(Tr::tr("Fertig")); break;
+    default: m_next->setText(Tr::tr("Weiter")); break;
     }
     m_next->setEnabled(m_step != 1 || ready);
 }

@@ -1,4 +1,5 @@
 #include "ui/PlayerBar.h"
+#include "core/Tr.h"
 
 #include "export/TextForms.h"
 #include "review/AudioPlayer.h"
@@ -81,10 +82,10 @@ void PlayerBar::showState()
     const QColor accent = palette().color(QPalette::Accent);
     if (m_player.isPlaying()) {
         m_play->setIcon(Icons::pauseCircle(accent));
-        m_play->setToolTip(QCoreApplication::translate("Sagwerk", "Pause"));
+        m_play->setToolTip(Tr::tr("Pause"));
     } else {
         m_play->setIcon(Icons::playCircle(accent));
-        m_play->setToolTip(QCoreApplication::translate("Sagwerk", "Abspielen"));
+        m_play->setToolTip(Tr::tr("Abspielen"));
     }
     m_position->setText(timeText(m_player.currentTime()));
     m_length->setText(timeText(m_player.duration()));

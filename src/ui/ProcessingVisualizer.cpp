@@ -1,4 +1,5 @@
 #include "ui/ProcessingVisualizer.h"
+#include "core/Tr.h"
 
 #include "ui/Icons.h"
 #include "ui/ProcessingScene.h"
@@ -221,9 +222,9 @@ ProcessingVisualizer::ProcessingVisualizer(QWidget *parent) : QWidget(parent)
     m_frames->setTimerType(Qt::PreciseTimer);
     connect(m_frames, &QTimer::timeout, this, qOverload<>(&QWidget::update));
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-    m_source = QCoreApplication::translate("Sagwerk", "Quelle");
-    m_active = QCoreApplication::translate("Sagwerk", "aktiv");
-    m_off = QCoreApplication::translate("Sagwerk", "aus");
+    m_source = Tr::tr("Quelle");
+    m_active = Tr::tr("aktiv");
+    m_off = Tr::tr("aus");
 }
 
 void ProcessingVisualizer::setProgress(double progress)
@@ -373,9 +374,9 @@ void ProcessingVisualizer::hideEvent(QHideEvent *event)
 void ProcessingVisualizer::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::LanguageChange) {
-        m_source = QCoreApplication::translate("Sagwerk", "Quelle");
-        m_active = QCoreApplication::translate("Sagwerk", "aktiv");
-        m_off = QCoreApplication::translate("Sagwerk", "aus");
+        m_source = Tr::tr("Quelle");
+        m_active = Tr::tr("aktiv");
+        m_off = Tr::tr("aus");
     }
     QWidget::changeEvent(event);
 }

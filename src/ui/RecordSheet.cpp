@@ -1,4 +1,5 @@
 #include "ui/RecordSheet.h"
+#include "core/Tr.h"
 
 #include "ui/Style.h"
 
@@ -160,8 +161,8 @@ void RecordSheet::refresh()
     const bool recording = m_recorder->isRecording();
     m_time->setText(timeString(m_recorder->elapsed()));
     m_denied->setVisible(m_recorder->permissionDenied());
-    const QString text = recording ? QCoreApplication::translate("Sagwerk", "Stopp & Transkribieren")
-                                   : QCoreApplication::translate("Sagwerk", "Aufnahme starten");
+    const QString text = recording ? Tr::tr("Stopp & Transkribieren")
+                                   : Tr::tr("Aufnahme starten");
     // A single & would mark a shortcut letter instead of showing.
     m_go->setText(QString(text).replace(u'&', QStringLiteral("&&")));
     m_go->setIcon(QIcon::fromTheme(recording ? QIcon::ThemeIcon::MediaPlaybackStop : QIcon::ThemeIcon::MediaRecord));
@@ -170,11 +171,10 @@ void RecordSheet::refresh()
 
 void RecordSheet::retranslate()
 {
-    setWindowTitle(QCoreApplication::translate("Sagwerk", "Audio aufnehmen"));
-    m_title->setText(QCoreApplication::translate("Sagwerk", "Audio aufnehmen"));
-    m_denied->setText(QCoreApplication::translate(
-        "Sagwerk", "Kein Mikrofon-Zugriff. Bitte in Systemeinstellungen → Datenschutz → Mikrofon erlauben."));
-    m_cancel->setText(QCoreApplication::translate("Sagwerk", "Abbrechen"));
+    setWindowTitle(Tr::tr("Audio aufnehmen"));
+    m_title->setText(Tr::tr("Audio aufnehmen"));
+    m_denied->setText(Tr::tr("Kein Mikrofon-Zugriff. Bitte in Systemeinstellungen → Datenschutz → Mikrofon erlauben."));
+    m_cancel->setText(Tr::tr("Abbrechen"));
     refresh();
 }
 

@@ -1,6 +1,8 @@
 #include "ui/ResultView.h"
+#include "core/Tr.h"
 
 #include "app/AppModel.h"
+#include "core/FileNames.h"
 #include "export/DocxExporter.h"
 #include "export/PDFExporter.h"
 #include "review/AudioPlayer.h"
@@ -299,8 +301,8 @@ void ResultView::showPicker()
     }
     for (QAbstractButton *b : m_pickerButtons->buttons()) {
         const qint64 view = m_pickerButtons->id(b);
-        b->setText(view == TranscriptLines::originalView ? QCoreApplication::translate("Sagwerk", "Original")
-                                                          : QCoreApplication::translate("Sagwerk", "Stufe %1").arg(view));
+        b->setText(view == TranscriptLines::originalView ? Tr::tr("Original")
+                                                          : Tr::tr("Stufe %1").arg(view));
         b->setChecked(view == m_selectedView);
     }
 }
@@ -339,7 +341,7 @@ void ResultView::showChips()
         remove->setIcon(Icons::xmarkCircle(secondary));
         remove->setIconSize(QSize(12, 12));
         remove->setStyleSheet(QStringLiteral("QToolButton { border: none; padding: 0; }"));
-        remove->setToolTip(QCoreApplication::translate("Sagwerk", "Korrektur entfernen"));
+        remove->setToolTip(Tr::tr("Korrektur entfernen"));
         const QUuid id = c.id;
         connect(remove, &QToolButton::clicked, this, [this, id] { m_app.removeCorrection(m_item.id, id); });
         parts->addWidget(from);
@@ -358,18 +360,18 @@ void ResultView::showActions()
     showCorrectButton();
 
     m_exportMenu->clear();
-    m_exportMenu->addAction(Icons::themed(QStringLiteral("text-plain")), QCoreApplication::translate("Sagwerk", "Textdatei (.txt)"), this,
+    m_exportMenu->addAction(Icons::themed(QStringLiteral("text-plain")), Tr::tr("Textdatei (.txt)"), this,
                             &ResultView::exportText);
-    m_exportMenu->addAction(Icons::themed(QStringLiteral("application-pdf")), QCoreApplication::translate("Sagwerk", "PDF"), this,
+    m_exportMenu->addAction(Icons::themed(QStringLiteral("application-pdf")), Tr::tr("PDF"), this,
                             &ResultView::exportPDF);
-    m_exportMenu->addAction(Icons::themed(QStringLiteral("x-office-document")), QCoreApplication::translate("Sagwerk", "Word (.docx)"), this,
+    m_exportMenu->addAction(Icons::themed(QStringLiteral("x-office-document")), Tr::tr("Word (.docx)"), this,
                             &ResultView::exportDocx);
     QAction *srt = m_exportMenu->addAction(Icons::themed(QStringLiteral("media-view-subtitles")),
-                                           QCoreApplication::translate("Sagwerk", "Untertitel (.srt)"), this, &ResultView::exportSubtitles);
+                                           Tr::tr("Untertitel (.srt)"), this, &ResultView::exportSubtitles);
     srt->setEnabled(!m_item.result.segments.isEmpty());
     if (m_item.bundleURL) {
         m_exportMenu->addSeparator();
-        m_exportMenu->addAction(Icons::themed(QStringLiteral("folder")), QCoreApplication::translate("Sagwerk", "Im Finder zeigen"), this,
+        m_exportMenu->addAction(Icons::themed(QStringLiteral("folder")), Tr::tr("Im Finder zeigen"), this,
                                 &ResultView::revealBundle);
     }
 }
@@ -378,25 +380,25 @@ void ResultView::showCorrectButton()
 {
     const bool has = !m_selectedText.isEmpty();
     m_correct->setEnabled(has);
-    m_correct->setToolTip(has ? QCoreApplication::translate("Sagwerk", "\"%1\" korrigieren").arg(m_selectedText)
-                              : QCoreApplication::translate("Sagwerk", "Zuerst ein Wort oder eine Phrase im Text markieren"));
+    m_correct->setToolTip(has ? Tr::tr("\"%1\" korrigieren").arg(m_selectedText)
+                              : Tr::tr("Zuerst ein Wort oder eine Phrase im Text markieren"));
 }
 
 void ResultView::retranslate()
 {
-    m_timestamps->setText(QCoreApplication::translate("Sagwerk", "Zeitmarken"));
-    m_reTranscribe->setText(QCoreApplication::translate("Sagwerk", "Neu transkribieren"));
-    m_reTranscribe->setToolTip(QCoreApplication::translate("Sagwerk", "Mit anderen Einstellungen (Modell/Sprache/Sprecher) erneut transkribieren"));
-    m_correct->setText(QCoreApplication::translate("Sagwerk", "Korrigieren"));
+    m_timestamps->setText(Tr::tr("Zeitmarken"));
+    m_reTranscribe->setText(Tr::tr("Neu transkribieren"));
+    m_reTranscribe->setToolTip(Tr::tr("Mit anderen Einstellungen (Modell/Sprache/Sprecher) erneut transkribieren"));
+    m_correct->setText(Tr::tr("Korrigieren"));
     showCorrectButton();
     if (m_copied) {
-        m_copy->setText(QCoreApplication::translate("Sagwerk", "Kopiert"));
+        m_copy->setText(Tr::tr("Kopiert"));
         m_copy->setIcon(Icons::checkmark(palette().color(QPalette::ButtonText)));
     } else {
-        m_copy->setText(QCoreApplication::translate("Sagwerk", "Kopieren"));
+        m_copy->setText(Tr::tr("Kopieren"));
         m_copy->setIcon(Icons::themed(QStringLiteral("edit-copy")));
     }
-    m_export->setText(QCoreApplication::translate("Sagwerk", "Exportieren"));
+    m_export->setText(Tr::tr("Exportieren"));
 }
 
 void ResultView::refreshText()
@@ -509,9 +511,7 @@ void ResultView::exportDocx()
 void ResultView::exportSubtitles()
 {
     // Subtitles always come from the raw segments, whatever view is on show.
-    const qsizetype dot = m_item.fileName.lastIndexOf(u'.');
-    const QString base = dot > 0 ? m_item.fileName.left(dot) : m_item.fileName;
-    const QString path = savePath(base + QStringLiteral(".srt"), QString());
+    const QString path = savePath(FileNames::deletingPathExtension(m_item.fileName) + QStringLiteral(".srt"), QString());
     if (!path.isEmpty())
         writeText(path, AppModel::srt(m_item));
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/HistoryItem.h"
+#include "core/HistoryItem.h"
 
 #include <QWidget>
 

@@ -1,4 +1,5 @@
 #include "ui/SagwerkApp.h"
+#include "core/Tr.h"
 
 #include "app/AppModel.h"
 #include "app/LanguageManager.h"
@@ -16,9 +17,9 @@ namespace {
 // The desktop's file chooser for one audio or video file.
 std::optional<QString> chooseMediaFile(QWidget *parent)
 {
-    const QString filter = QCoreApplication::translate("Sagwerk", "Audio- und Videodateien") + QStringLiteral(" (")
+    const QString filter = Tr::tr("Audio- und Videodateien") + QStringLiteral(" (")
         + MediaTypes::patterns().join(u' ') + u')';
-    const QString path = QFileDialog::getOpenFileName(parent, QCoreApplication::translate("Sagwerk", "Datei öffnen"),
+    const QString path = QFileDialog::getOpenFileName(parent, Tr::tr("Datei öffnen"),
                                                       QString(), filter, nullptr,
                                                       QFileDialog::HideNameFilterDetails);
     if (path.isEmpty())
@@ -91,9 +92,9 @@ void SagwerkApp::openWindow(const QString &id)
 void SagwerkApp::retranslate()
 {
     if (m_about)
-        m_about->setWindowTitle(QCoreApplication::translate("Sagwerk", "Über Morvane"));
+        m_about->setWindowTitle(Tr::tr("Über Morvane"));
     if (m_help)
-        m_help->setWindowTitle(QCoreApplication::translate("Sagwerk", "Hilfe"));
+        m_help->setWindowTitle(Tr::tr("Hilfe"));
 }
 
 void SagwerkApp::applyLocale()

@@ -1,4 +1,5 @@
 #include "ui/SettingsSheet.h"
+#include "core/Tr.h"
 
 #include "ai/AIModel.h"
 #include "app/AppModel.h"
@@ -177,54 +178,51 @@ void SettingsSheet::refresh()
 {
     using Style::TextSize;
     using Style::Tone;
-    setWindowTitle(QCoreApplication::translate("Sagwerk", "Einstellungen"));
-    m_title->setText(QCoreApplication::translate("Sagwerk", "Einstellungen"));
+    setWindowTitle(Tr::tr("Einstellungen"));
+    m_title->setText(Tr::tr("Einstellungen"));
     Style::style(m_title, TextSize::title2, Tone::text, QFont::Bold);
 
-    m_modelsHeading->setText(QCoreApplication::translate("Sagwerk", "Modelle"));
+    m_modelsHeading->setText(Tr::tr("Modelle"));
     Style::style(m_modelsHeading, TextSize::headline);
-    m_modelsText->setText(QCoreApplication::translate(
-        "Sagwerk", "Für die Transkription – lokal, einmalig herunterladen. Größere Modelle sind genauer, aber "
+    m_modelsText->setText(Tr::tr("Für die Transkription – lokal, einmalig herunterladen. Größere Modelle sind genauer, aber "
                    "langsamer. Optional die Neural Engine pro Modell laden."));
     Style::style(m_modelsText, TextSize::caption, Tone::secondary);
 
-    m_aiHeading->setText(QCoreApplication::translate("Sagwerk", "KI-Textüberarbeitung & Sprechernamen"));
+    m_aiHeading->setText(Tr::tr("KI-Textüberarbeitung & Sprechernamen"));
     Style::style(m_aiHeading, TextSize::headline);
-    m_aiText->setText(QCoreApplication::translate(
-        "Sagwerk", "Optional. Für die KI-Überarbeitung und die Namensergänzung bei der Sprechererkennung. Du kannst "
+    m_aiText->setText(Tr::tr("Optional. Für die KI-Überarbeitung und die Namensergänzung bei der Sprechererkennung. Du kannst "
                    "beide Anbieter pflegen und das aktive Modell wählen. Keys liegen sicher im Schlüsselbund und "
                    "gehen nur an den jeweiligen Anbieter."));
     Style::style(m_aiText, TextSize::caption, Tone::secondary);
-    m_activeHeading->setText(QCoreApplication::translate("Sagwerk", "Aktives Modell"));
+    m_activeHeading->setText(Tr::tr("Aktives Modell"));
     Style::style(m_activeHeading, TextSize::subheadline, Tone::text, QFont::Bold);
 
     const bool openai = AIModel::by(m_app.activeModelId()).provider == AIProvider::openai;
-    m_keyWarning->setText(QCoreApplication::translate("Sagwerk", "Für das aktive Modell ist noch kein %1-Key hinterlegt.")
+    m_keyWarning->setText(Tr::tr("Für das aktive Modell ist noch kein %1-Key hinterlegt.")
                               .arg(openai ? QStringLiteral("OpenAI") : QStringLiteral("Anthropic")));
     Style::style(m_keyWarning, TextSize::caption, Tone::orange);
     m_keyWarning->setVisible(m_app.activeKey().isEmpty());
 
-    m_languageHeading->setText(QCoreApplication::translate("Sagwerk", "App-Sprache"));
+    m_languageHeading->setText(Tr::tr("App-Sprache"));
     Style::style(m_languageHeading, TextSize::headline);
     {
         const QSignalBlocker blocker(m_language);
-        m_language->setItemText(0, QCoreApplication::translate("Sagwerk", "System"));
+        m_language->setItemText(0, Tr::tr("System"));
         m_language->setCurrentIndex(m_language->findData(m_app.appLanguage()));
     }
 
-    m_betaHeading->setText(QCoreApplication::translate("Sagwerk", "Beta-Funktionen"));
+    m_betaHeading->setText(Tr::tr("Beta-Funktionen"));
     Style::style(m_betaHeading, TextSize::headline);
     {
         const QSignalBlocker blocker(m_liveSpeakers);
-        m_liveSpeakers->setText(QCoreApplication::translate("Sagwerk", "Interview: Live-Sprechererkennung"));
+        m_liveSpeakers->setText(Tr::tr("Interview: Live-Sprechererkennung"));
         m_liveSpeakers->setChecked(m_app.interviewLiveSpeakers());
     }
-    m_betaText->setText(QCoreApplication::translate(
-        "Sagwerk", "Diarisiert während des Interviews periodisch – Sprecher-Labels erscheinen und verschieben sich "
+    m_betaText->setText(Tr::tr("Diarisiert während des Interviews periodisch – Sprecher-Labels erscheinen und verschieben sich "
                    "noch. Experimentell, kostet Rechenleistung. Ohne diese Option kannst du Sprecher nach der "
                    "Aufnahme wie gewohnt erkennen."));
     Style::style(m_betaText, TextSize::caption, Tone::secondary);
 
-    m_close->setText(QCoreApplication::translate("Sagwerk", "Schließen"));
-    m_save->setText(QCoreApplication::translate("Sagwerk", "Speichern"));
+    m_close->setText(Tr::tr("Schließen"));
+    m_save->setText(Tr::tr("Speichern"));
 }

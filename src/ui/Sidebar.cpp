@@ -1,4 +1,5 @@
 #include "ui/Sidebar.h"
+#include "core/Tr.h"
 
 #include "app/AppModel.h"
 #include "export/Format.h"
@@ -153,7 +154,7 @@ QMenu *Sidebar::contextMenu(int row)
         return menu;
     const HistoryItem item = m_app.history().at(row);
     QAction *remove = menu->addAction(Icons::icon(QStringLiteral("trash"), palette()),
-                                      QCoreApplication::translate("Sagwerk", "Löschen"));
+                                      Tr::tr("Löschen"));
     // From the list no question is asked.
     connect(remove, &QAction::triggered, &m_app, [app = &m_app, item] { app->deleteItem(item); });
     return menu;
@@ -201,8 +202,8 @@ void Sidebar::selectCurrent()
 void Sidebar::retranslate()
 {
     // A lone "&" would mark a mnemonic.
-    m_settings->setText(QCoreApplication::translate("Sagwerk", "Modelle & Einstellungen").replace(u'&', QStringLiteral("&&")));
-    m_heading->setText(QCoreApplication::translate("Sagwerk", "Verlauf"));
+    m_settings->setText(Tr::tr("Modelle & Einstellungen").replace(u'&', QStringLiteral("&&")));
+    m_heading->setText(Tr::tr("Verlauf"));
 }
 
 void Sidebar::restyle()

@@ -1,4 +1,5 @@
 #include "ui/TranscribeSetupView.h"
+#include "core/Tr.h"
 
 #include "app/AppModel.h"
 #include "engine/ModelStore.h"
@@ -52,7 +53,7 @@ KindLook lookOf(const PendingItem::Kind &kind)
 // Texts marked for translation where they are defined.
 QString lookup(const char *text)
 {
-    return QCoreApplication::translate("Sagwerk", text);
+    return Tr::tr(text);
 }
 
 // The quiet rounded surface behind the options.
@@ -304,7 +305,7 @@ void TranscribeSetupView::fillModels()
     const QSignalBlocker block(m_model);
     m_model->clear();
     for (const WhisperModel &model : installedModels(*m_app.modelStore()))
-        m_model->addItem(QCoreApplication::translate("Sagwerk","%1 · %2 MB").arg(model.name).arg(model.approxSizeMB), model.id);
+        m_model->addItem(Tr::tr("%1 · %2 MB").arg(model.name).arg(model.approxSizeMB), model.id);
     m_model->setCurrentIndex(m_model->findData(m_app.selectedModelId()));
 }
 
@@ -313,7 +314,7 @@ void TranscribeSetupView::fillLanguages()
     const QSignalBlocker block(m_language);
     m_language->clear();
     for (const AppModel::LanguageOption &option : AppModel::languages())
-        m_language->addItem(QCoreApplication::translate("Sagwerk", option.label.toUtf8().constData()), option.code);
+        m_language->addItem(Tr::tr(option.label.toUtf8().constData()), option.code);
     m_language->setCurrentIndex(m_language->findData(m_app.language()));
 }
 
@@ -323,7 +324,7 @@ void TranscribeSetupView::fillCounts()
         return;
     const QSignalBlocker block(m_count);
     m_count->clear();
-    m_count->addItem(QCoreApplication::translate("Sagwerk","Automatisch"), 0);
+    m_count->addItem(Tr::tr("Automatisch"), 0);
     for (int n = 2; n <= 6; ++n)
         m_count->addItem(QString::number(n), n);
     m_count->setCurrentIndex(m_count->findData(m_app.speakerCount()));
@@ -338,13 +339,13 @@ void TranscribeSetupView::retranslate()
     else
         m_subtitle->setText(lookup(look.subtitle));
     m_start->setText(lookup(look.start));
-    m_cancel->setText(QCoreApplication::translate("Sagwerk","Abbrechen"));
-    m_noModel->setText(QCoreApplication::translate("Sagwerk","Kein Modell installiert"));
+    m_cancel->setText(Tr::tr("Abbrechen"));
+    m_noModel->setText(Tr::tr("Kein Modell installiert"));
     for (Row &row : m_rows)
         row.text->setText(lookup(row.label));
     if (m_count)
         m_count->setToolTip(
-            QCoreApplication::translate("Sagwerk","Wenn du die Anzahl kennst (z. B. Interview = 2), verbessert das die Trennung deutlich."));
+            Tr::tr("Wenn du die Anzahl kennst (z. B. Interview = 2), verbessert das die Trennung deutlich."));
     retranslateModelHint(m_hint);
     fillModels();
     fillLanguages();

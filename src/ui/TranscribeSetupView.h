@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/PendingItem.h"
+#include "core/PendingItem.h"
 #include "engine/WhisperModel.h"
 
 #include <QWidget>

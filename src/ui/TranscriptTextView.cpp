@@ -1,4 +1,5 @@
 #include "ui/TranscriptTextView.h"
+#include "core/Tr.h"
 
 #include "ui/Style.h"
 
@@ -154,7 +155,7 @@ void TranscriptTextView::contextMenuEvent(QContextMenuEvent *event)
     const QTextCursor cursor = textCursor();
     if (Coordinator::offersCorrection(std::abs(cursor.position() - cursor.anchor()))) {
         QAction *first = menu->actions().value(0);
-        auto *entry = new QAction(QCoreApplication::translate("Sagwerk", "Korrektur erstellen…"), menu);
+        auto *entry = new QAction(Tr::tr("Korrektur erstellen…"), menu);
         connect(entry, &QAction::triggered, this, [this] {
             const QTextCursor now = textCursor();
             m_coordinator.makeCorrection(std::min(now.anchor(), now.position()),

@@ -1,6 +1,7 @@
 // The windows, sheets and screens the shell opens, one factory each. Those still to come
 // are stand-ins that show their title and close, so the window works around them.
 #include "ui/Windows.h"
+#include "core/Tr.h"
 
 #include "app/AppModel.h"
 #include "ui/AboutView.h"
@@ -24,47 +25,6 @@
 namespace {
 
 using Title = const char *;
-
-// A dialog with its title as heading and one button that closes it.
-class StandInSheet : public QDialog {
-public:
-    StandInSheet(Title title, QWidget *parent) : QDialog(parent), m_title(title)
-    {
-        auto *layout = new QVBoxLayout(this);
-        layout->setContentsMargins(24, 24, 24, 24);
-        layout->setSpacing(16);
-        m_heading = new QLabel(this);
-        m_heading->setFont(Style::font(Style::TextSize::title2, QFont::Bold));
-        layout->addWidget(m_heading);
-        m_close = new QPushButton(this);
-        m_close->setDefault(true);
-        connect(m_close, &QPushButton::clicked, this, &QDialog::reject);
-        layout->addWidget(m_close, 0, Qt::AlignRight);
-        setMinimumWidth(420);
-        retranslate();
-    }
-
-protected:
-    void changeEvent(QEvent *event) override
-    {
-        if (event->type() == QEvent::LanguageChange)
-            retranslate();
-        QDialog::changeEvent(event);
-    }
-
-private:
-    void retranslate()
-    {
-        const QString title = QCoreApplication::translate("Sagwerk", m_title);
-        setWindowTitle(title);
-        m_heading->setText(title);
-        m_close->setText(QCoreApplication::translate("Sagwerk", "Schließen"));
-    }
-
-    Title m_title;
-    QLabel *m_heading = nullptr;
-    QPushButton *m_close = nullptr;
-};
 
 // A window's content or a screen that only names itself; with `close`, it has a button
 // that calls it.
@@ -100,9 +60,9 @@ protected:
 private:
     void retranslate()
     {
-        m_heading->setText(QCoreApplication::translate("Sagwerk", m_title));
+        m_heading->setText(Tr::tr(m_title));
         if (m_close)
-            m_close->setText(QCoreApplication::translate("Sagwerk", "Schließen"));
+            m_close->setText(Tr::tr("Schließen"));
     }
 
     Title m_title;

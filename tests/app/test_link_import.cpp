@@ -24,7 +24,7 @@ QString dataDir()
     return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/Sagwerk");
 }
 
-class LinkImport : public ::testing::Test {
+class LinkImports : public ::testing::Test {
 protected:
     void SetUp() override
     {
@@ -59,7 +59,7 @@ protected:
 
 } // namespace
 
-TEST_F(LinkImport, AFeedLinkBecomesAStagedJobAndThenATranscript)
+TEST_F(LinkImports, AFeedLinkBecomesAStagedJobAndThenATranscript)
 {
     installBase();
     const QByteArray audio = Media::readFile(Media::tone(QStringLiteral("mp3")));
@@ -119,7 +119,7 @@ TEST_F(LinkImport, AFeedLinkBecomesAStagedJobAndThenATranscript)
     EXPECT_EQ(app.current()->id, item.id);
 }
 
-TEST_F(LinkImport, RefusedAndFailedLinks)
+TEST_F(LinkImports, RefusedAndFailedLinks)
 {
     // An application that closes while a server stalls the resolution closes at once:
     // the resolution is stopped, not awaited for its time limit.

@@ -2,7 +2,7 @@
 #include "Cli.h"
 #include "Media.h"
 
-#include "app/HistoryItem.h"
+#include "core/HistoryItem.h"
 #include "export/TextForms.h"
 #include "review/Corrections.h"
 #include "storage/BundleStore.h"
@@ -39,7 +39,7 @@ TEST(CliSaveExport, TranscribeIntoTheHistoryAndExportWithCorrections)
 
     const QList<LoadedBundle> bundles = BundleStore::list();
     ASSERT_EQ(bundles.size(), 1);
-    HistoryItem item(bundles.first());
+    HistoryItem item = BundleStore::historyItem(bundles.first());
     ASSERT_FALSE(item.result.fullText.isEmpty());
     // A rule for the first word of the transcript, so that it certainly applies.
     Correction rule;

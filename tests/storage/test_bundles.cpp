@@ -1,7 +1,7 @@
 // Bundle folders on real files in a throwaway data folder.
 #include "Media.h"
 
-#include "app/HistoryItem.h"
+#include "core/HistoryItem.h"
 #include "storage/BundleStore.h"
 
 #include <QDir>
@@ -141,7 +141,7 @@ TEST_F(Bundles, CreateWritesTheDocumentAndTheAudioCopy)
     expected.createdAt = january;
     EXPECT_TRUE(list()[0].data == expected) << "read back with whole seconds, otherwise unchanged";
 
-    const HistoryItem item(list()[0]);
+    const HistoryItem item = historyItem(list()[0]);
     EXPECT_EQ(item.id, b.url);
     EXPECT_EQ(item.fileName, name);
     ASSERT_EQ(item.result.segments.size(), 2);
@@ -230,13 +230,23 @@ TEST_F(Bundles, ListSkipsWhatDoesNotDecodeAndSortsNewestFirst)
     }
     EXPECT_EQ(listed(), QStringList{"offset"} + same + QStringList{"old"});
 
-    const HistoryItem old(list().last());
+    const HistoryItem old = historyItem(list().last());
     EXPECT_FALSE(old.speakerText);
     EXPECT_TRUE(old.corrections.isEmpty());
     EXPECT_TRUE(old.result.segments[0].words.isEmpty() && old.result.segments[1].words.isEmpty());
     EXPECT_TRUE(QFileInfo::exists(root() + "/broken/sagwerk.json")) << "nothing unreadable is deleted";
 }
 
+
+TEST_F(Bundles, OnlyDecimalKeysOfSmoothedBecomeLevels)
+{
+    const QString bundle = create("Stufen", january, source("s.wav"), sampleResult()).url;
+    QJsonObject json = document(bundle);
+    json["smoothed"] = QJsonObject{{"1", "eins"}, {"+1", "plus"}, {"04", "vier"}, {"2\n", "Zeilenende"},
+                                   {" 3", "Leerzeichen"}, {"x", "kein Level"}, {"99999999999999999999", "zu groß"}};
+    writeFile(bundle + "/sagwerk.json", QJsonDocument(json).toJson());
+    EXPECT_EQ(historyItem(list()[0]).smoothed, (QMap<qint64, QString>{{1, "eins"}, {4, "vier"}}));
+}
 
 TEST_F(Bundles, PatchesChangeOneFieldAndKeepTheRest)
 {
@@ -260,7 +270,7 @@ TEST_F(Bundles, PatchesChangeOneFieldAndKeepTheRest)
     EXPECT_EQ(json["corrections"][0], (QJsonObject{{"id", rule.id.toString(QUuid::WithoutBraces).toUpper()},
                                                    {"from", "Sagwerk"}, {"to", "SAGWERK"},
                                                    {"caseSensitive", true}, {"wholeWord", false}}));
-    const HistoryItem item(list()[0]);
+    const HistoryItem item = historyItem(list()[0]);
     EXPECT_EQ(item.corrections, (QList<Correction>{rule, other}));
     BundleData after = list()[0].data;
     after.smoothed = before.smoothed;

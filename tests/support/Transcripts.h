@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/HistoryItem.h"
+#include "core/HistoryItem.h"
 
 // Generated transcripts of German-looking speech with word timings, the same on every run.
 namespace Transcripts {

@@ -5,7 +5,7 @@
 
 #include "app/AppModel.h"
 #include "app/Settings.h"
-#include "engine/TranscriptionResult.h"
+#include "core/TranscriptionResult.h"
 #include "storage/BundleStore.h"
 
 #include <QDir>

@@ -1,7 +1,7 @@
-#include "review/Correction.h"
+#include "core/Correction.h"
 
-#include "engine/TranscriptionResult.h"
-#include "storage/JsonCoding.h"
+#include "core/TranscriptionResult.h"
+#include "core/JsonCoding.h"
 
 namespace {
 

@@ -1,6 +1,5 @@
-#include "app/HistoryItem.h"
-
-#include "storage/BundleData.h"
+// The one way from a bundle on disk to an item in memory.
+#include "storage/BundleStore.h"
 
 #include <QRegularExpression>
 
@@ -10,7 +9,7 @@ namespace {
 // which QString's own conversion would skip, make it no level.
 std::optional<qint64> level(const QString &key)
 {
-    static const QRegularExpression decimal(QStringLiteral("^[+-]?[0-9]+$"));
+    static const QRegularExpression decimal(QRegularExpression::anchoredPattern(QStringLiteral("[+-]?[0-9]+")));
     if (!decimal.match(key).hasMatch())
         return std::nullopt;
     bool ok = false;
@@ -20,15 +19,18 @@ std::optional<qint64> level(const QString &key)
 
 } // namespace
 
-HistoryItem::HistoryItem(const LoadedBundle &bundle)
-    : id(bundle.id)
-    , fileName(bundle.data.displayName)
-    , date(bundle.data.createdAt)
-    , audioURL(bundle.url + u'/' + bundle.data.audioFileName)
-    , bundleURL(bundle.url)
-    , speakerText(bundle.data.speakerText)
-    , corrections(bundle.data.corrections.value_or(QList<Correction>()))
+HistoryItem BundleStore::historyItem(const LoadedBundle &bundle)
 {
+    HistoryItem item;
+    item.id = bundle.id;
+    item.fileName = bundle.data.displayName;
+    item.date = bundle.data.createdAt;
+    item.audioURL = bundle.url + u'/' + bundle.data.audioFileName;
+    item.bundleURL = bundle.url;
+    item.speakerText = bundle.data.speakerText;
+    item.corrections = bundle.data.corrections.value_or(QList<Correction>());
+    TranscriptionResult &result = item.result;
+    QMap<qint64, QString> &smoothed = item.smoothed;
     const BundleData &d = bundle.data;
     result.fullText = d.fullText;
     result.language = d.language;
@@ -48,4 +50,5 @@ HistoryItem::HistoryItem(const LoadedBundle &bundle)
         if (key && (!smoothed.contains(*key) || it.key() == QString::number(*key)))
             smoothed.insert(*key, it.value());
     }
+    return item;
 }

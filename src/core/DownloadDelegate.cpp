@@ -1,7 +1,8 @@
-#include "engine/DownloadDelegate.h"
+#include "core/DownloadDelegate.h"
+#include "core/Tr.h"
 
-#include "engine/TranscriptionResult.h"
-#include "engine/TransferError.h"
+#include "core/TranscriptionResult.h"
+#include "core/TransferError.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -123,7 +124,7 @@ void DownloadDelegate::receive()
     received += bytes.size();
     const bool tooLarge = maxBytes >= 0 && received > maxBytes;
     if (tooLarge || file.write(bytes) != bytes.size()) {
-        const QString error = tooLarge ? QCoreApplication::translate("Sagwerk", "Die Datei ist zu groß zum Laden.")
+        const QString error = tooLarge ? Tr::tr("Die Datei ist zu groß zum Laden.")
                                        : file.errorString();
         reply->disconnect(this);
         reply->abort();
@@ -152,7 +153,7 @@ void DownloadDelegate::finish()
     // The transfer layer takes a connection closed too early for the end of the answer.
     const QVariant length = reply->header(QNetworkRequest::ContentLengthHeader);
     if (length.isValid() && received != length.toLongLong()) {
-        fail(QCoreApplication::translate("Sagwerk", "Die Verbindung brach ab, bevor die Datei vollständig war."));
+        fail(Tr::tr("Die Verbindung brach ab, bevor die Datei vollständig war."));
         return;
     }
     if (!file.flush()) {

@@ -1,4 +1,4 @@
-#include "engine/TranscriptionResult.h"
+#include "core/TranscriptionResult.h"
 
 #include <QJsonArray>
 

@@ -1,4 +1,4 @@
-#include "engine/TranscribeControl.h"
+#include "core/TranscribeControl.h"
 
 #include <signal.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "engine/TranscriptionResult.h"
-#include "review/Correction.h"
+#include "core/TranscriptionResult.h"
+#include "core/Correction.h"
 
 #include <QDateTime>
 #include <QList>
@@ -9,8 +9,6 @@
 #include <QString>
 
 #include <optional>
-
-struct LoadedBundle;
 
 // One transcription in the history. A value: a change replaces the element. Local files
 // are held as absolute paths; an item without `bundleURL` lives in memory only.
@@ -28,8 +26,4 @@ struct HistoryItem {
     bool speakerBusy = false;
     QList<Correction> corrections;
 
-    HistoryItem() = default;
-    // The only way from disk to memory. Segments get fresh ids; the audio path is not
-    // checked; `smoothed` keeps only the keys that are decimal integers.
-    explicit HistoryItem(const LoadedBundle &bundle);
 };

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/TranscriptionResult.h"
+#include "core/TranscriptionResult.h"
 
 #include <QList>
 #include <QString>

@@ -1,4 +1,4 @@
-#include "storage/JsonCoding.h"
+#include "core/JsonCoding.h"
 
 #include <QJsonDocument>
 #include <QRegularExpression>

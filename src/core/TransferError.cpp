@@ -1,4 +1,4 @@
-#include "engine/TransferError.h"
+#include "core/TransferError.h"
 
 #include <QNetworkReply>
 

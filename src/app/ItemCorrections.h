@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QString>
+#include <QUuid>
+
+class AppModel;
+
+// The find-and-replace rules of an item: changed in the history and in `current` alike,
+// and written into the item's bundle, one patch after the other on the main thread.
+class ItemCorrections {
+public:
+    // An empty `from` adds nothing.
+    static void add(AppModel &app, const QString &itemId, const QString &from, const QString &to,
+                    bool caseSensitive, bool wholeWord);
+    static void remove(AppModel &app, const QString &itemId, const QUuid &correctionId);
+
+private:
+    static void persist(const AppModel &app, const QString &itemId);
+};

@@ -1,0 +1,8 @@
+#include "core/UserError.h"
+
+const char *UserError::what() const noexcept
+{
+    // Made anew each time: the interface language may have changed.
+    m_what = errorDescription().toUtf8();
+    return m_what.constData();
+}
