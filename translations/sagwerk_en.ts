@@ -707,5 +707,37 @@
         <source>Unerwartete Antwort der API.</source>
         <translation>Unexpected response from the API.</translation>
     </message>
+    <message>
+        <source>Aufnahme konnte nicht gestartet werden.</source>
+        <translation>The recording could not be started.</translation>
+    </message>
+    <message>
+        <source>Aufnahme wird abgeschlossen…</source>
+        <translation>Finishing the recording…</translation>
+    </message>
+    <message>
+        <source>Wird abgeschlossen…</source>
+        <translation>Finishing…</translation>
+    </message>
+    <message>
+        <source>Stopp &amp; Speichern</source>
+        <translation>Stop &amp; Save</translation>
+    </message>
+    <message>
+        <source>Transkribiert live mit; Sprecher-Labels erscheinen und aktualisieren sich während der Aufnahme.</source>
+        <translation>Transcribes live; speaker labels appear and update during the recording.</translation>
+    </message>
+    <message>
+        <source>Interview-Modus</source>
+        <translation>Interview Mode</translation>
+    </message>
+    <message>
+        <source>Sprecher</source>
+        <translation>Speakers</translation>
+    </message>
+    <message>
+        <source>Warte auf die ersten Wörter…</source>
+        <translation>Waiting for the first words…</translation>
+    </message>
 </context>
 </TS>

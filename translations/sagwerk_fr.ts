@@ -707,5 +707,37 @@
         <source>Unerwartete Antwort der API.</source>
         <translation>Réponse inattendue de l’API.</translation>
     </message>
+    <message>
+        <source>Aufnahme konnte nicht gestartet werden.</source>
+        <translation>L’enregistrement n’a pas pu démarrer.</translation>
+    </message>
+    <message>
+        <source>Aufnahme wird abgeschlossen…</source>
+        <translation>Finalisation de l’enregistrement…</translation>
+    </message>
+    <message>
+        <source>Wird abgeschlossen…</source>
+        <translation>Finalisation…</translation>
+    </message>
+    <message>
+        <source>Stopp &amp; Speichern</source>
+        <translation>Arrêter et enregistrer</translation>
+    </message>
+    <message>
+        <source>Transkribiert live mit; Sprecher-Labels erscheinen und aktualisieren sich während der Aufnahme.</source>
+        <translation>Transcription en direct ; les étiquettes des intervenants apparaissent et se mettent à jour pendant l’enregistrement.</translation>
+    </message>
+    <message>
+        <source>Interview-Modus</source>
+        <translation>Mode interview</translation>
+    </message>
+    <message>
+        <source>Sprecher</source>
+        <translation>Intervenants</translation>
+    </message>
+    <message>
+        <source>Warte auf die ersten Wörter…</source>
+        <translation>En attente des premiers mots…</translation>
+    </message>
 </context>
 </TS>

@@ -707,5 +707,37 @@
         <source>Unerwartete Antwort der API.</source>
         <translation>Oväntat svar från API:et.</translation>
     </message>
+    <message>
+        <source>Aufnahme konnte nicht gestartet werden.</source>
+        <translation>Inspelningen kunde inte startas.</translation>
+    </message>
+    <message>
+        <source>Aufnahme wird abgeschlossen…</source>
+        <translation>Inspelningen avslutas…</translation>
+    </message>
+    <message>
+        <source>Wird abgeschlossen…</source>
+        <translation>Avslutas…</translation>
+    </message>
+    <message>
+        <source>Stopp &amp; Speichern</source>
+        <translation>Stoppa &amp; spara</translation>
+    </message>
+    <message>
+        <source>Transkribiert live mit; Sprecher-Labels erscheinen und aktualisieren sich während der Aufnahme.</source>
+        <translation>Transkriberar live; talaretiketter visas och uppdateras under inspelningen.</translation>
+    </message>
+    <message>
+        <source>Interview-Modus</source>
+        <translation>Intervjuläge</translation>
+    </message>
+    <message>
+        <source>Sprecher</source>
+        <translation>Talare</translation>
+    </message>
+    <message>
+        <source>Warte auf die ersten Wörter…</source>
+        <translation>Väntar på de första orden…</translation>
+    </message>
 </context>
 </TS>

@@ -18,6 +18,7 @@
 class ModelStore;
 class TranscriptionJob;
 class LinkImport;
+struct InterviewResult;
 
 // The one observable state of the application: settings, history, the item on show,
 // the staged work and the state of the running jobs. Created once before any window,
@@ -147,6 +148,8 @@ public:
     // future ends when the item is at rest again. A scripted run may name another model
     // and bring its key.
     QFuture<void> smooth(const HistoryItem &item, qint64 level, const Refinement::Overrides &overrides = {});
+    // Stores a finished interview and shows it; see InterviewCompletion.
+    QFuture<void> finishInterview(const InterviewResult &interview);
     // The speaker job's entry; it arrives with the speaker subsystem and does nothing yet.
     void detectSpeakers(const HistoryItem &item);
 
@@ -191,6 +194,7 @@ private:
     friend class LinkImport;
     friend class ItemCorrections;
     friend class Refinement;
+    friend class InterviewCompletion;
 
     void stageKind(PendingItem::Kind kind);
     // Applies `change` to the item of `id` in the history and in `current`, keeping both

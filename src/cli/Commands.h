@@ -24,6 +24,10 @@ int exportBundle(const QStringList &args);
 // `smooth BUNDLE --level N [--model ID]`: an AI refinement level into the bundle; prints it.
 int smooth(const QStringList &args);
 
+// `interview --duration SECONDS [--live-speakers] [--language CODE]`: records from the
+// default input, prints each segment as it arrives, stores the interview in the history.
+int interview(const QStringList &args);
+
 // `import-model SOURCE`: a Whisper model on disk becomes a model of the catalogue.
 int importModel(const QStringList &args);
 
