@@ -35,8 +35,7 @@ QStringList ffmpegCandidates()
     // The application's own folder comes first, so a bundled ffmpeg wins.
     if (QCoreApplication::instance())
         list << QCoreApplication::applicationDirPath() + QStringLiteral("/ffmpeg");
-    list << QStringLiteral("/opt/homebrew/bin/ffmpeg") << QStringLiteral("/usr/local/bin/ffmpeg")
-         << QStringLiteral("/usr/bin/ffmpeg");
+    list << QStringLiteral("/usr/local/bin/ffmpeg") << QStringLiteral("/usr/bin/ffmpeg");
     return list;
 }
 
