@@ -1,6 +1,8 @@
 #include "app/LanguageManager.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
+#include <QLibraryInfo>
 #include <QPointer>
 #include <QTranslator>
 
@@ -30,6 +32,18 @@ std::unique_ptr<QTranslator> loadCatalogue(const QString &language)
         return nullptr;
     auto translator = std::make_unique<QTranslator>();
     if (!translator->load(QStringLiteral(":/i18n/sagwerk_%1.qm").arg(language)))
+        return nullptr;
+    return translator;
+}
+
+// Qt's own catalogue of `language`, where the system has it installed.
+std::unique_ptr<QTranslator> loadQtCatalogue(const QString &language)
+{
+    // The exact file: given a name that is missing, QTranslator goes on to shorter ones.
+    const QString path =
+        QLibraryInfo::path(QLibraryInfo::TranslationsPath) + QStringLiteral("/qtbase_%1.qm").arg(language);
+    auto translator = std::make_unique<QTranslator>();
+    if (!QFileInfo::exists(path) || !translator->load(path))
         return nullptr;
     return translator;
 }
@@ -70,13 +84,19 @@ void LanguageManager::setLanguage(const QString &code)
     const bool changed = code != m_language || language != m_catalogue;
     m_language = code;
     if (language != m_catalogue) {
-        // The old catalogue leaves first; installing the new one sends LanguageChange.
-        if (m_translator)
-            QCoreApplication::removeTranslator(m_translator.get());
+        // The old catalogues leave first; installing the new ones sends LanguageChange.
+        for (auto *old : {&m_translator, &m_qtTranslator}) {
+            if (*old)
+                QCoreApplication::removeTranslator(old->get());
+            old->reset();
+        }
         m_translator = std::move(translator);
         m_catalogue = language;
-        if (m_translator)
-            QCoreApplication::installTranslator(m_translator.get());
+        // Without our catalogue the German source texts show, and Qt's German goes with them.
+        m_qtTranslator = loadQtCatalogue(language.isEmpty() ? german : language);
+        for (QTranslator *installed : {m_qtTranslator.get(), m_translator.get()})
+            if (installed)
+                QCoreApplication::installTranslator(installed);
     }
     if (changed)
         emit languageChanged();

@@ -16,7 +16,8 @@ class QTranslator;
 // catalogue is installed or the catalogue lacks it. This object installs the catalogue
 // of the chosen language: English, French and Swedish translate every text; the German
 // one only rewords the few texts that were written for another platform (a Mac, the
-// Finder), so that they read right on Linux.
+// Finder), so that they read right on Linux. Qt's own catalogue of the same language
+// comes with it, for the toolkit's texts (dialog buttons, file dialogs).
 // Texts that stay German in every language are simply not looked up.
 //
 // One instance per application, on the main thread; it lives as long as the application.
@@ -59,4 +60,5 @@ private:
     QString m_language;
     QString m_catalogue;
     std::unique_ptr<QTranslator> m_translator;
+    std::unique_ptr<QTranslator> m_qtTranslator;
 };

@@ -116,20 +116,20 @@ TEST(Language, SystemAndUnknownCodesFollowTheOperatingSystem)
     EXPECT_EQ(manager.appLocale(), QLocale(QStringLiteral("pt_BR")));
 }
 
-TEST(Language, PlatformTextsReadForLinux)
+TEST(Language, PlatformTextsReadForLinuxAndTheToolkitFollows)
 {
     LanguageManager &manager = LanguageManager::instance();
     Engine::setFfmpegCandidatesForTesting(QStringList{});
     const auto restore = qScopeGuard([] { Engine::setFfmpegCandidatesForTesting(std::nullopt); });
     const struct {
-        QString code, reveal, format;
+        QString code, reveal, cancel, format;
     } languages[] = {
-        {"de", "Im Dateimanager zeigen", "Diese Datei kann Sagwerk nicht direkt dekodieren"},
-        {"en", "Show in file manager", "Sagwerk cannot decode this file directly"},
-        {"fr", "Afficher dans le gestionnaire de fichiers", "Sagwerk ne peut pas décoder ce fichier"},
-        {"sv", "Visa i filhanteraren", "Sagwerk kan inte avkoda den här filen"},
+        {"de", "Im Dateimanager zeigen", "Abbrechen", "Diese Datei kann Sagwerk nicht direkt dekodieren"},
+        {"en", "Show in file manager", "Cancel", "Sagwerk cannot decode this file directly"},
+        {"fr", "Afficher dans le gestionnaire de fichiers", "Annuler", "Sagwerk ne peut pas décoder ce fichier"},
+        {"sv", "Visa i filhanteraren", "Avbryt", "Sagwerk kan inte avkoda den här filen"},
     };
-    for (const auto &[code, reveal, format] : languages) {
+    for (const auto &[code, reveal, cancel, format] : languages) {
         SCOPED_TRACE(code.toStdString());
         manager.setLanguage(code);
         EXPECT_EQ(lookup("Im Finder zeigen"), reveal);
@@ -137,6 +137,8 @@ TEST(Language, PlatformTextsReadForLinux)
         if (code == QStringLiteral("de")) {
             EXPECT_EQ(lookup("Abgebrochen."), QStringLiteral("Abgebrochen."));
         }
+        // The toolkit's own texts, such as the buttons of its dialogs, come along.
+        EXPECT_EQ(QCoreApplication::translate("QPlatformTheme", "Cancel"), cancel);
 
         // The format message is looked up when thrown; its prefix stays German.
         try {
