@@ -4,6 +4,10 @@
 <context>
     <name>Sagwerk</name>
     <message>
+        <source>Beste Qualität, auf Apple Silicon flott.</source>
+        <translation>Beste Qualität, mit Grafikkarte flott.</translation>
+    </message>
+    <message>
         <source>Lokale Transkription mit whisper.cpp (Metal / Neural Engine)</source>
         <translation>Lokale Transkription mit whisper.cpp (CPU / Vulkan)</translation>
     </message>

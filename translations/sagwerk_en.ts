@@ -45,7 +45,7 @@
     </message>
     <message>
         <source>Beste Qualität, auf Apple Silicon flott.</source>
-        <translation>Best quality, quick on Apple silicon.</translation>
+        <translation>Best quality, quick with a graphics card.</translation>
     </message>
     <message>
         <source>Der Ordner „%1“ konnte nicht angelegt werden.</source>

@@ -45,7 +45,7 @@
     </message>
     <message>
         <source>Beste Qualität, auf Apple Silicon flott.</source>
-        <translation>Meilleure qualité, rapide sur Apple Silicon.</translation>
+        <translation>Meilleure qualité, rapide avec une carte graphique.</translation>
     </message>
     <message>
         <source>Der Ordner „%1“ konnte nicht angelegt werden.</source>

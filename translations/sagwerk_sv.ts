@@ -45,7 +45,7 @@
     </message>
     <message>
         <source>Beste Qualität, auf Apple Silicon flott.</source>
-        <translation>Bästa kvalitet, snabb på Apple Silicon.</translation>
+        <translation>Bästa kvalitet, snabb med ett grafikkort.</translation>
     </message>
     <message>
         <source>Der Ordner „%1“ konnte nicht angelegt werden.</source>

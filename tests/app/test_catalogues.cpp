@@ -19,7 +19,8 @@ QStringList lines(const char *joined)
 }
 
 // What the texts written for the original platform name; no translation may name it.
-const QRegularExpression platformWords(QStringLiteral("\\b(Mac|macOS|Finder|Metal|Systemeinstellungen|Neural Engine)\\b"));
+const QRegularExpression platformWords(
+    QStringLiteral("\\b(Mac|macOS|Finder|Metal|Systemeinstellungen|Neural Engine|Apple [Ss]ilicon)\\b"));
 
 // Runs lupdate over the sources into `catalogues`; empty when it went well.
 std::string runLupdate(const QStringList &catalogues)
