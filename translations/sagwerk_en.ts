@@ -56,6 +56,10 @@
         <translation>“%1” is not a readable transcription.</translation>
     </message>
     <message>
+        <source>Diese Transkription hat keine Stufe %1.</source>
+        <translation>This transcription has no level %1.</translation>
+    </message>
+    <message>
         <source>Die Datei „%1“ konnte nicht geschrieben werden: %2</source>
         <translation>The file “%1” could not be written: %2</translation>
     </message>
@@ -604,6 +608,38 @@
         <translation>Remove correction</translation>
     </message>
     <message>
+        <source>Stufe %1…</source>
+        <translation>Level %1…</translation>
+    </message>
+    <message>
+        <source>KI-Überarbeitung</source>
+        <translation>AI Revision</translation>
+    </message>
+    <message>
+        <source>Stufe 1: schonend · Stufe 2: gründlich, Reihenfolge bleibt · Stufe 3: komplett neu, auch chronologisch</source>
+        <translation>Level 1: gentle · Level 2: thorough, order kept · Level 3: completely new, also chronological</translation>
+    </message>
+    <message>
+        <source>API-Key nötig (Einstellungen)</source>
+        <translation>API key required (Settings)</translation>
+    </message>
+    <message>
+        <source>leicht geglättet</source>
+        <translation>lightly smoothed</translation>
+    </message>
+    <message>
+        <source>überarbeitet</source>
+        <translation>revised</translation>
+    </message>
+    <message>
+        <source>komplett neu</source>
+        <translation>completely new</translation>
+    </message>
+    <message>
+        <source>Stufe %1 · %2</source>
+        <translation>Level %1 · %2</translation>
+    </message>
+    <message>
         <source>Textdatei (.txt)</source>
         <translation>Text file (.txt)</translation>
     </message>
@@ -666,6 +702,18 @@
     <message>
         <source>Dieses Format kann macOS nicht direkt dekodieren (z. B. Opus aus WhatsApp/Telegram). Bitte die Datei vorher in ein gängiges Format wie m4a oder mp3 umwandeln.</source>
         <translation>Sagwerk cannot decode this file directly, and the ffmpeg program is missing. Please install ffmpeg or convert the file to a common format such as m4a or mp3 first.</translation>
+    </message>
+    <message>
+        <source>Kein API-Key für den gewählten Anbieter hinterlegt. Bitte in den Einstellungen eintragen.</source>
+        <translation>No API key stored for the selected provider. Please enter one in Settings.</translation>
+    </message>
+    <message>
+        <source>Die Anfrage wurde vom Modell abgelehnt.</source>
+        <translation>The model refused the request.</translation>
+    </message>
+    <message>
+        <source>Unerwartete Antwort der API.</source>
+        <translation>Unexpected response from the API.</translation>
     </message>
 </context>
 </TS>
