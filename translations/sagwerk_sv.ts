@@ -45,7 +45,7 @@
     </message>
     <message>
         <source>Beste Qualität, auf Apple Silicon flott.</source>
-        <translation>Bästa kvalitet, snabb på Apple Silicon.</translation>
+        <translation>Bästa kvalitet, snabb med ett grafikkort.</translation>
     </message>
     <message>
         <source>Der Ordner „%1“ konnte nicht angelegt werden.</source>
@@ -92,8 +92,8 @@
         <translation>Om Morvane</translation>
     </message>
     <message>
-        <source>Lokale Transkription mit whisper.cpp (CPU / GPU)</source>
-        <translation>Lokal transkribering med whisper.cpp (CPU / GPU)</translation>
+        <source>Lokale Transkription mit whisper.cpp (Metal / Neural Engine)</source>
+        <translation>Lokal transkribering med whisper.cpp (CPU / Vulkan)</translation>
     </message>
     <message>
         <source>Version %1</source>
@@ -177,7 +177,7 @@
     </message>
     <message>
         <source>Neural Engine aktiv</source>
-        <translation>Neural Engine aktiv</translation>
+        <translation>Core ML-paket installerat</translation>
     </message>
     <message>
         <source>entfernen</source>
@@ -185,30 +185,30 @@
     </message>
     <message>
         <source>Neural Engine lädt…</source>
-        <translation>Neural Engine laddas ned…</translation>
+        <translation>Core ML-paket laddas ned…</translation>
     </message>
     <message>
         <source>Neural Engine laden (%1 MB)</source>
-        <translation>Ladda ned Neural Engine (%1 MB)</translation>
+        <translation>Ladda ned Core ML-paket (%1 MB)</translation>
     </message>
     <message>
         <source>Beschleunigt den Encoder über die Neural Engine und spart Strom.</source>
-        <translation>Snabbar upp kodaren via Neural Engine och sparar ström.</translation>
+        <translation>Snabbar upp kodaren på Apple-datorer; under Linux påverkar paketet inte igenkänningen.</translation>
     </message>
     <message>
         <source>Willkommen bei Sagwerk</source>
         <translation>Välkommen till Sagwerk</translation>
     </message>
     <message>
-        <source>Sprache aus Audio- und Videodateien in Text – vollständig lokal auf deinem Rechner.</source>
-        <translation>Tal från ljud- och videofiler till text – helt lokalt på din dator.</translation>
-    </message>
-    <message>
         <source>Aufnehmen oder Dateien ziehen – auch WhatsApp-Sprachnachrichten.</source>
         <translation>Spela in eller dra in filer – även röstmeddelanden från WhatsApp.</translation>
     </message>
     <message>
-        <source>Läuft über CPU/GPU – nichts wird hochgeladen.</source>
+        <source>Sprache aus Audio- und Videodateien in Text – vollständig lokal auf deinem Mac.</source>
+        <translation>Tal från ljud- och videofiler till text – helt lokalt på din dator.</translation>
+    </message>
+    <message>
+        <source>Läuft über GPU/Neural Engine – nichts wird hochgeladen.</source>
         <translation>Körs på CPU/GPU – inget laddas upp.</translation>
     </message>
     <message>
@@ -253,7 +253,7 @@
     </message>
     <message>
         <source>Zieh eine Audio- oder Videodatei ins Fenster oder nimm etwas auf. Weitere Modelle, die Neural Engine und einen KI-Key findest du jederzeit unter „Modelle &amp; Einstellungen“.</source>
-        <translation>Dra in en ljud- eller videofil i fönstret eller spela in något. Fler modeller, Neural Engine och en AI-nyckel hittar du alltid under ”Modeller och inställningar”.</translation>
+        <translation>Dra in en ljud- eller videofil i fönstret eller spela in något. Fler modeller och en AI-nyckel hittar du alltid under ”Modeller och inställningar”.</translation>
     </message>
     <message>
         <source>Zurück</source>
@@ -285,7 +285,7 @@
     </message>
     <message>
         <source>Für die Transkription – lokal, einmalig herunterladen. Größere Modelle sind genauer, aber langsamer. Optional die Neural Engine pro Modell laden.</source>
-        <translation>För transkribering – laddas ned en gång och körs lokalt. Större modeller är noggrannare men långsammare. Neural Engine kan laddas ned som tillval för varje modell.</translation>
+        <translation>För transkribering – laddas ned en gång och körs lokalt. Större modeller är noggrannare men långsammare. Core ML-paketen per modell hjälper bara på Apple-datorer.</translation>
     </message>
     <message>
         <source>KI-Textüberarbeitung &amp; Sprechernamen</source>
@@ -304,7 +304,7 @@
         <translation>Appens språk</translation>
     </message>
     <message>
-        <source>System</source>
+        <source>System (macOS)</source>
         <translation>System</translation>
     </message>
     <message>
@@ -408,6 +408,10 @@
         <translation>av</translation>
     </message>
     <message>
+        <source>Metal</source>
+        <translation>Vulkan</translation>
+    </message>
+    <message>
         <source>Audio- und Videodateien</source>
         <translation>Ljud- och videofiler</translation>
     </message>
@@ -465,7 +469,7 @@
     </message>
     <message>
         <source>Kein Mikrofon-Zugriff. Bitte in Systemeinstellungen → Datenschutz → Mikrofon erlauben.</source>
-        <translation>Ingen mikrofonåtkomst. Tillåt det i Systeminställningar → Integritet → Mikrofon.</translation>
+        <translation>Ingen mikrofonåtkomst. Anslut en mikrofon och välj den som ingång i skrivbordets ljudinställningar.</translation>
     </message>
     <message>
         <source>Interview vorbereiten</source>
@@ -694,6 +698,10 @@
     <message>
         <source>Korrektur erstellen…</source>
         <translation>Skapa korrigering…</translation>
+    </message>
+    <message>
+        <source>Dieses Format kann macOS nicht direkt dekodieren (z. B. Opus aus WhatsApp/Telegram). Bitte die Datei vorher in ein gängiges Format wie m4a oder mp3 umwandeln.</source>
+        <translation>Sagwerk kan inte avkoda den här filen direkt, och programmet ffmpeg saknas. Installera ffmpeg eller konvertera filen först till ett vanligt format som m4a eller mp3.</translation>
     </message>
     <message>
         <source>Kein API-Key für den gewählten Anbieter hinterlegt. Bitte in den Einstellungen eintragen.</source>
