@@ -42,8 +42,16 @@ AppModel::AppModel(QObject *parent, ModelStore *store)
     m_selectedModelId = m_settings.value(Settings::selectedModelId, Settings::Default::selectedModelId).toString();
     m_language = m_settings.value(Settings::transcribeLanguage, Settings::Default::transcribeLanguage).toString();
 
-    m_anthropicKey = KeychainStore::load(QString(KeychainStore::anthropicAccount)).value_or(QString());
-    m_openaiKey = KeychainStore::load(QString(KeychainStore::openaiAccount)).value_or(QString());
+    // The keys arrive a moment later and announce themselves. A key saved before its
+    // answer came is newer than the stored one and stays.
+    KeychainStore::load(QString(KeychainStore::anthropicAccount)).then(this, [this](const std::optional<QString> &key) {
+        if (!m_anthropicKeySaved)
+            m_anthropicKey = key.value_or(QString());
+    });
+    KeychainStore::load(QString(KeychainStore::openaiAccount)).then(this, [this](const std::optional<QString> &key) {
+        if (!m_openaiKeySaved)
+            m_openaiKey = key.value_or(QString());
+    });
 
     m_activeModelId = m_settings.value(Settings::activeModelId, Settings::Default::activeModelId).toString();
     m_speakerDetection = m_settings.value(Settings::speakerDetection, false).toBool();
@@ -167,6 +175,7 @@ void AppModel::updateItem(const QString &id, const std::function<void(HistoryIte
 void AppModel::saveAnthropicKey(const QString &key)
 {
     const QString trimmed = key.trimmed();
+    m_anthropicKeySaved = true;
     m_anthropicKey = trimmed;
     if (trimmed.isEmpty())
         KeychainStore::remove(QString(KeychainStore::anthropicAccount));
@@ -177,6 +186,7 @@ void AppModel::saveAnthropicKey(const QString &key)
 void AppModel::saveOpenAIKey(const QString &key)
 {
     const QString trimmed = key.trimmed();
+    m_openaiKeySaved = true;
     m_openaiKey = trimmed;
     if (trimmed.isEmpty())
         KeychainStore::remove(QString(KeychainStore::openaiAccount));

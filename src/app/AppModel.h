@@ -53,7 +53,9 @@ public:
     static const QList<LanguageOption> &languages();
 
     // Starts in a fixed order: model store, settings, keys, interface language, history,
-    // onboarding. `store` replaces the model store (tests point it at a local server).
+    // onboarding. The keys are asked for there and arrive a moment later, announced by
+    // anthropicKeyChanged and openaiKeyChanged. `store` replaces the model store (tests
+    // point it at a local server).
     explicit AppModel(QObject *parent = nullptr, ModelStore *store = nullptr);
     ~AppModel() override;
 
@@ -229,6 +231,9 @@ private:
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, bool, m_interviewLiveSpeakers, &AppModel::interviewLiveSpeakersChanged)
 
     FilePanel m_filePanel;
+    // Set by a save, so that the key store's late answer at start does not undo it.
+    bool m_anthropicKeySaved = false;
+    bool m_openaiKeySaved = false;
     // Declared last, so they stop and are gone before the fields they write.
     std::unique_ptr<TranscriptionJob> m_transcription;
     std::unique_ptr<LinkImport> m_linkImport;
