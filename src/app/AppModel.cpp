@@ -257,18 +257,28 @@ void AppModel::transcribe(const QString &url, const std::optional<QString> &disp
         return;
     setErrorMessage(std::nullopt);
 
-    const std::optional<WhisperModel> chosen
-        = overrides.modelId ? WhisperModel::withId(*overrides.modelId) : std::nullopt;
-    const WhisperModel model = chosen.value_or(selectedModel());
-    if (!m_modelStore->isInstalled(model)) {
-        // Kept German on purpose: it names the model as the catalogue does.
-        setErrorMessage(QStringLiteral("Modell ") + model.name
-                        + QStringLiteral(" ist nicht installiert. Bitte in den Einstellungen herunterladen."));
-        return;
+    // A model file named for this job runs as given; the job reports one that is missing.
+    QString modelPath = overrides.modelPath.value_or(QString());
+    if (!overrides.modelPath) {
+        const std::optional<WhisperModel> chosen
+            = overrides.modelId ? WhisperModel::withId(*overrides.modelId) : std::nullopt;
+        const WhisperModel model = chosen.value_or(selectedModel());
+        if (!m_modelStore->isInstalled(model)) {
+            setErrorMessage(notInstalledMessage(model));
+            return;
+        }
+        modelPath = m_modelStore->modelsDir() + u'/' + model.fileName;
     }
     // Fixed for this job: later changes of the settings don't reach it.
-    m_transcription->start(url, displayName.value_or(QFileInfo(url).fileName()),
-                           m_modelStore->modelsDir() + u'/' + model.fileName, overrides.language.value_or(m_language));
+    m_transcription->start(url, displayName.value_or(QFileInfo(url).fileName()), modelPath,
+                           overrides.language.value_or(m_language));
+}
+
+QString AppModel::notInstalledMessage(const WhisperModel &model)
+{
+    // Kept German on purpose: it names the model as the catalogue does.
+    return QStringLiteral("Modell ") + model.name
+           + QStringLiteral(" ist nicht installiert. Bitte in den Einstellungen herunterladen.");
 }
 
 void AppModel::cancelTranscription()

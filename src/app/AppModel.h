@@ -122,6 +122,8 @@ public:
     struct JobOverrides {
         std::optional<QString> modelId;
         std::optional<QString> language;
+        // A model file run as given, in place of any catalogue model.
+        std::optional<QString> modelPath;
     };
     void stage(const QString &url, const std::optional<QString> &displayName = std::nullopt);
     void stageRecording();
@@ -131,6 +133,8 @@ public:
                     const JobOverrides &overrides = {});
     void cancelTranscription();
     void reTranscribe(const HistoryItem &item);
+    // What a job says when its catalogue model is not installed.
+    static QString notInstalledMessage(const WhisperModel &model);
 
     // The file chooser: one audio or video file, or nothing when the user cancels. The
     // desktop application installs a dialog; without one, openPanel does nothing.
