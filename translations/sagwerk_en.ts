@@ -56,6 +56,10 @@
         <translation>“%1” is not a readable transcription.</translation>
     </message>
     <message>
+        <source>Diese Transkription hat keine Stufe %1.</source>
+        <translation>This transcription has no level %1.</translation>
+    </message>
+    <message>
         <source>Die Datei „%1“ konnte nicht geschrieben werden: %2</source>
         <translation>The file “%1” could not be written: %2</translation>
     </message>
@@ -600,6 +604,38 @@
         <translation>Remove correction</translation>
     </message>
     <message>
+        <source>Stufe %1…</source>
+        <translation>Level %1…</translation>
+    </message>
+    <message>
+        <source>KI-Überarbeitung</source>
+        <translation>AI Revision</translation>
+    </message>
+    <message>
+        <source>Stufe 1: schonend · Stufe 2: gründlich, Reihenfolge bleibt · Stufe 3: komplett neu, auch chronologisch</source>
+        <translation>Level 1: gentle · Level 2: thorough, order kept · Level 3: completely new, also chronological</translation>
+    </message>
+    <message>
+        <source>API-Key nötig (Einstellungen)</source>
+        <translation>API key required (Settings)</translation>
+    </message>
+    <message>
+        <source>leicht geglättet</source>
+        <translation>lightly smoothed</translation>
+    </message>
+    <message>
+        <source>überarbeitet</source>
+        <translation>revised</translation>
+    </message>
+    <message>
+        <source>komplett neu</source>
+        <translation>completely new</translation>
+    </message>
+    <message>
+        <source>Stufe %1 · %2</source>
+        <translation>Level %1 · %2</translation>
+    </message>
+    <message>
         <source>Textdatei (.txt)</source>
         <translation>Text file (.txt)</translation>
     </message>
@@ -658,6 +694,18 @@
     <message>
         <source>Korrektur erstellen…</source>
         <translation>Create correction…</translation>
+    </message>
+    <message>
+        <source>Kein API-Key für den gewählten Anbieter hinterlegt. Bitte in den Einstellungen eintragen.</source>
+        <translation>No API key stored for the selected provider. Please enter one in Settings.</translation>
+    </message>
+    <message>
+        <source>Die Anfrage wurde vom Modell abgelehnt.</source>
+        <translation>The model refused the request.</translation>
+    </message>
+    <message>
+        <source>Unerwartete Antwort der API.</source>
+        <translation>Unexpected response from the API.</translation>
     </message>
 </context>
 </TS>

@@ -56,6 +56,10 @@
         <translation>« %1 » n’est pas une transcription lisible.</translation>
     </message>
     <message>
+        <source>Diese Transkription hat keine Stufe %1.</source>
+        <translation>Cette transcription n’a pas de niveau %1.</translation>
+    </message>
+    <message>
         <source>Die Datei „%1“ konnte nicht geschrieben werden: %2</source>
         <translation>Impossible d’écrire le fichier « %1 » : %2</translation>
     </message>
@@ -600,6 +604,38 @@
         <translation>Supprimer la correction</translation>
     </message>
     <message>
+        <source>Stufe %1…</source>
+        <translation>Niveau %1…</translation>
+    </message>
+    <message>
+        <source>KI-Überarbeitung</source>
+        <translation>Révision par IA</translation>
+    </message>
+    <message>
+        <source>Stufe 1: schonend · Stufe 2: gründlich, Reihenfolge bleibt · Stufe 3: komplett neu, auch chronologisch</source>
+        <translation>Niveau 1 : léger · Niveau 2 : approfondi, l’ordre est conservé · Niveau 3 : entièrement nouveau, aussi chronologique</translation>
+    </message>
+    <message>
+        <source>API-Key nötig (Einstellungen)</source>
+        <translation>Clé API requise (Réglages)</translation>
+    </message>
+    <message>
+        <source>leicht geglättet</source>
+        <translation>légèrement lissé</translation>
+    </message>
+    <message>
+        <source>überarbeitet</source>
+        <translation>révisé</translation>
+    </message>
+    <message>
+        <source>komplett neu</source>
+        <translation>entièrement nouveau</translation>
+    </message>
+    <message>
+        <source>Stufe %1 · %2</source>
+        <translation>Niveau %1 · %2</translation>
+    </message>
+    <message>
         <source>Textdatei (.txt)</source>
         <translation>Fichier texte (.txt)</translation>
     </message>
@@ -658,6 +694,18 @@
     <message>
         <source>Korrektur erstellen…</source>
         <translation>Créer une correction…</translation>
+    </message>
+    <message>
+        <source>Kein API-Key für den gewählten Anbieter hinterlegt. Bitte in den Einstellungen eintragen.</source>
+        <translation>Aucune clé API enregistrée pour le fournisseur choisi. Veuillez en saisir une dans les Réglages.</translation>
+    </message>
+    <message>
+        <source>Die Anfrage wurde vom Modell abgelehnt.</source>
+        <translation>Le modèle a refusé la requête.</translation>
+    </message>
+    <message>
+        <source>Unerwartete Antwort der API.</source>
+        <translation>Réponse inattendue de l’API.</translation>
     </message>
 </context>
 </TS>

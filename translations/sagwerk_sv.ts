@@ -56,6 +56,10 @@
         <translation>”%1” är ingen läsbar transkription.</translation>
     </message>
     <message>
+        <source>Diese Transkription hat keine Stufe %1.</source>
+        <translation>Den här transkriptionen har ingen nivå %1.</translation>
+    </message>
+    <message>
         <source>Die Datei „%1“ konnte nicht geschrieben werden: %2</source>
         <translation>Filen ”%1” kunde inte skrivas: %2</translation>
     </message>
@@ -600,6 +604,38 @@
         <translation>Ta bort korrigering</translation>
     </message>
     <message>
+        <source>Stufe %1…</source>
+        <translation>Nivå %1…</translation>
+    </message>
+    <message>
+        <source>KI-Überarbeitung</source>
+        <translation>AI-bearbetning</translation>
+    </message>
+    <message>
+        <source>Stufe 1: schonend · Stufe 2: gründlich, Reihenfolge bleibt · Stufe 3: komplett neu, auch chronologisch</source>
+        <translation>Nivå 1: varsam · Nivå 2: grundlig, ordningen behålls · Nivå 3: helt ny, även kronologiskt</translation>
+    </message>
+    <message>
+        <source>API-Key nötig (Einstellungen)</source>
+        <translation>API-nyckel krävs (Inställningar)</translation>
+    </message>
+    <message>
+        <source>leicht geglättet</source>
+        <translation>lätt putsad</translation>
+    </message>
+    <message>
+        <source>überarbeitet</source>
+        <translation>bearbetad</translation>
+    </message>
+    <message>
+        <source>komplett neu</source>
+        <translation>helt ny</translation>
+    </message>
+    <message>
+        <source>Stufe %1 · %2</source>
+        <translation>Nivå %1 · %2</translation>
+    </message>
+    <message>
         <source>Textdatei (.txt)</source>
         <translation>Textfil (.txt)</translation>
     </message>
@@ -658,6 +694,18 @@
     <message>
         <source>Korrektur erstellen…</source>
         <translation>Skapa korrigering…</translation>
+    </message>
+    <message>
+        <source>Kein API-Key für den gewählten Anbieter hinterlegt. Bitte in den Einstellungen eintragen.</source>
+        <translation>Ingen API-nyckel sparad för den valda leverantören. Ange en i Inställningar.</translation>
+    </message>
+    <message>
+        <source>Die Anfrage wurde vom Modell abgelehnt.</source>
+        <translation>Modellen avvisade förfrågan.</translation>
+    </message>
+    <message>
+        <source>Unerwartete Antwort der API.</source>
+        <translation>Oväntat svar från API:et.</translation>
     </message>
 </context>
 </TS>

@@ -1,11 +1,12 @@
 // Start, settings, history, keys and staging of the application state. The jobs live in
-// classes of their own: TranscriptionJob, LinkImport, ItemCorrections.
+// classes of their own: TranscriptionJob, LinkImport, ItemCorrections, Refinement.
 #include "app/AppModel.h"
 
 #include "ai/AIModel.h"
 #include "app/ItemCorrections.h"
 #include "app/LanguageManager.h"
 #include "app/LinkImport.h"
+#include "app/Refinement.h"
 #include "app/Settings.h"
 #include "app/TranscriptionJob.h"
 #include "core/Tr.h"
@@ -306,6 +307,11 @@ void AppModel::openPanel()
 void AppModel::stageLink(const QString &link)
 {
     m_linkImport->start(link);
+}
+
+QFuture<void> AppModel::smooth(const HistoryItem &item, qint64 level, const Refinement::Overrides &overrides)
+{
+    return Refinement::start(*this, item, level, overrides);
 }
 
 void AppModel::detectSpeakers(const HistoryItem &)

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "core/HistoryItem.h"
+#include "app/Refinement.h"
 #include "core/PendingItem.h"
 #include "engine/WhisperModel.h"
 
+#include <QFuture>
 #include <QList>
 #include <QObject>
 #include <QProperty>
@@ -21,7 +23,7 @@ class LinkImport;
 // the staged work and the state of the running jobs. Created once before any window,
 // owned by the main thread; every field changes there, and each change is announced by
 // its signal. The jobs' logic lives in classes of its own beside it (TranscriptionJob,
-// LinkImport, ItemCorrections), which write the fields they own.
+// LinkImport, ItemCorrections, Refinement), which write the fields they own.
 class AppModel : public QObject {
     Q_OBJECT
     Q_PROPERTY(QString selectedModelId READ selectedModelId WRITE setSelectedModelId NOTIFY selectedModelIdChanged)
@@ -146,6 +148,11 @@ public:
     // linkStatus and linkProgress, and stages it under the episode's title. Returns at
     // once; does nothing while a job or another link runs. Failures end in errorMessage.
     void stageLink(const QString &link);
+    // Refines the item's text (its speaker text where it has one) at `level` with the
+    // active AI model, into the item's `smoothed` and its bundle. Returns at once; the
+    // future ends when the item is at rest again. A scripted run may name another model
+    // and bring its key.
+    QFuture<void> smooth(const HistoryItem &item, qint64 level, const Refinement::Overrides &overrides = {});
     // The speaker job's entry; it arrives with the speaker subsystem and does nothing yet.
     void detectSpeakers(const HistoryItem &item);
 
@@ -189,6 +196,7 @@ private:
     friend class TranscriptionJob;
     friend class LinkImport;
     friend class ItemCorrections;
+    friend class Refinement;
 
     void stageKind(PendingItem::Kind kind);
     // Applies `change` to the item of `id` in the history and in `current`, keeping both

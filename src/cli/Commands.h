@@ -30,8 +30,11 @@ int models(const QStringList &args);
 // `download ID [--from URL]`: one model into the models folder; prints its path.
 std::unique_ptr<QObject> download(const QStringList &args);
 
-// `export BUNDLE --format txt|srt [--no-timestamps] [--output FILE]`.
+// `export BUNDLE --format txt|srt [--view N] [--no-timestamps] [--output FILE]`.
 int exportBundle(const QStringList &args);
+
+// `smooth BUNDLE --level N [--model ID]`: an AI refinement level into the bundle; prints it.
+std::unique_ptr<QObject> smooth(const QStringList &args);
 
 // `import-model SOURCE`: a Whisper model on disk becomes a model of the catalogue.
 int importModel(const QStringList &args);

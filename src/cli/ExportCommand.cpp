@@ -2,7 +2,7 @@
 #include "core/Tr.h"
 
 #include "app/AppModel.h"
-#include "review/Corrections.h"
+#include "review/TranscriptLines.h"
 #include "storage/BundleStore.h"
 
 #include <QCommandLineParser>
@@ -21,11 +21,15 @@ int exportBundle(const QStringList &args)
     QCommandLineParser parser;
     parser.addPositionalArgument(QStringLiteral("bundle"), QStringLiteral("folder of a stored transcription"));
     parser.addOption({QStringLiteral("format"), QStringLiteral("txt or srt"), QStringLiteral("format")});
+    parser.addOption({QStringLiteral("view"), QStringLiteral("0 for the original, N for AI refinement level N"),
+                      QStringLiteral("view")});
     parser.addOption({QStringLiteral("no-timestamps"), QStringLiteral("plain text without time marks")});
     parser.addOption({QStringLiteral("output"), QStringLiteral("file to write instead of standard output"),
                       QStringLiteral("file")});
     const QString format = parser.parse(args) ? parser.value(QStringLiteral("format")) : QString();
-    if (parser.positionalArguments().size() != 1
+    bool viewOk = true;
+    const qint64 view = parser.isSet(QStringLiteral("view")) ? parser.value(QStringLiteral("view")).toLongLong(&viewOk) : 0;
+    if (parser.positionalArguments().size() != 1 || !viewOk || view < 0
         || (format != QLatin1String("txt") && format != QLatin1String("srt"))) {
         if (!parser.errorText().isEmpty())
             std::fprintf(stderr, "%s\n", qPrintable(parser.errorText()));
@@ -46,12 +50,16 @@ int exportBundle(const QStringList &args)
     }
     const HistoryItem item = BundleStore::historyItem(LoadedBundle{folder, folder, *data});
 
-    // As the result screen hands text out: corrections over the whole plain text, never
-    // over subtitles, which always come from the raw segments.
+    if (view > 0 && !item.smoothed.contains(view)) {
+        std::fprintf(stderr, "%s\n", qPrintable(Tr::tr("Diese Transkription hat keine Stufe %1.").arg(view)));
+        return Failed;
+    }
+
+    // As the result screen hands text out: the view's text with the corrections, never
+    // subtitles, which always come from the raw segments.
     const QString text = format == QLatin1String("srt")
         ? AppModel::srt(item)
-        : Corrections::apply(item.corrections, AppModel::plainText(item, !parser.isSet(QStringLiteral("no-timestamps"))))
-              .text;
+        : TranscriptLines::currentText(item, view, !parser.isSet(QStringLiteral("no-timestamps")));
     const QByteArray bytes = text.toUtf8();
 
     if (!parser.isSet(QStringLiteral("output"))) {

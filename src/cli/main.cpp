@@ -49,6 +49,8 @@ int main(int argc, char **argv)
             running = Cli::transcribe(args);
         else if (command == QLatin1String("download"))
             running = Cli::download(args);
+        else if (command == QLatin1String("smooth"))
+            running = Cli::smooth(args);
         else
             Cli::finish(quickCommand(command, args));
     });

@@ -1,5 +1,7 @@
 #include "core/Text.h"
 
+#include <QTextBoundaryFinder>
+
 namespace Text {
 
 bool isBlank(QChar c)
@@ -16,6 +18,15 @@ QString trimBlanks(const QString &s)
     while (end > begin && isBlank(s.at(end - 1)))
         --end;
     return s.mid(begin, end - begin);
+}
+
+qsizetype characterCount(const QString &s)
+{
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, s);
+    qsizetype count = 0;
+    while (finder.toNextBoundary() > 0)
+        ++count;
+    return count;
 }
 
 } // namespace Text

@@ -11,4 +11,7 @@ bool isBlank(QChar c);
 // Removes blanks at both ends, keeping line breaks.
 QString trimBlanks(const QString &s);
 
+// The number of user-perceived characters (extended grapheme clusters).
+qsizetype characterCount(const QString &s);
+
 } // namespace Text

@@ -1,6 +1,7 @@
 #include "ui/LinkRow.h"
 #include "core/Tr.h"
 
+#include "ui/Spinner.h"
 #include "ui/Style.h"
 
 #include "app/AppModel.h"
@@ -18,43 +19,6 @@
 #include <QVBoxLayout>
 
 namespace {
-
-// A small indeterminate spinner: a ring of fading strokes that turns while shown.
-class Spinner : public QWidget {
-public:
-    explicit Spinner(int size, QWidget *parent) : QWidget(parent)
-    {
-        setFixedSize(size, size);
-        timer.setInterval(80);
-        connect(&timer, &QTimer::timeout, this, [this] {
-            step = (step + 1) % strokes;
-            update();
-        });
-    }
-
-protected:
-    void showEvent(QShowEvent *) override { timer.start(); }
-    void hideEvent(QHideEvent *) override { timer.stop(); }
-    void paintEvent(QPaintEvent *) override
-    {
-        QPainter p(this);
-        p.setRenderHint(QPainter::Antialiasing);
-        p.translate(width() / 2.0, height() / 2.0);
-        const double radius = width() / 2.0;
-        QColor color = palette().color(QPalette::WindowText);
-        for (int i = 0; i < strokes; ++i) {
-            color.setAlphaF(float(0.15 + 0.85 * double((i - step + strokes) % strokes) / (strokes - 1)));
-            p.setPen(QPen(color, std::max(1.5, radius / 4), Qt::SolidLine, Qt::RoundCap));
-            p.drawLine(QPointF(0, -radius * 0.45), QPointF(0, -radius * 0.9));
-            p.rotate(360.0 / strokes);
-        }
-    }
-
-private:
-    static constexpr int strokes = 8;
-    int step = 0;
-    QTimer timer;
-};
 
 void makeCaption(QLabel *label)
 {

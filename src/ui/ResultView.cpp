@@ -11,6 +11,7 @@
 #include "ui/FileManager.h"
 #include "ui/Icons.h"
 #include "ui/PlayerBar.h"
+#include "ui/Spinner.h"
 #include "ui/Style.h"
 #include "ui/TranscriptTextView.h"
 
@@ -133,9 +134,28 @@ ResultView::ResultView(AppModel &app, QWidget *parent) : QWidget(parent), m_app(
 
     m_column->addWidget(Style::divider(this));
 
-    // The speaker and AI controls take their places at the front of this row.
+    // The speaker control takes its place at the front of this row.
     auto *actions = new QHBoxLayout;
     actions->setSpacing(12);
+    m_ai = new QToolButton(this);
+    m_ai->setObjectName(QStringLiteral("aiControl"));
+    m_ai->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    m_ai->setPopupMode(QToolButton::InstantPopup);
+    m_aiMenu = new QMenu(m_ai);
+    m_ai->setMenu(m_aiMenu);
+    connect(m_aiMenu, &QMenu::aboutToShow, this, &ResultView::showAIControl);
+    // While a level is refined: a spinner and its level, with no way to stop it.
+    m_aiBusy = new QWidget(this);
+    auto *busy = new QHBoxLayout(m_aiBusy);
+    busy->setContentsMargins(0, 0, 0, 0);
+    busy->setSpacing(6);
+    busy->addWidget(new Spinner(12, m_aiBusy));
+    m_aiBusyText = new QLabel(m_aiBusy);
+    m_aiBusyText->setFont(Style::font(Style::TextSize::caption));
+    m_aiBusyText->setForegroundRole(QPalette::PlaceholderText);
+    busy->addWidget(m_aiBusyText);
+    actions->addWidget(m_ai);
+    actions->addWidget(m_aiBusy);
     m_reTranscribe = new QPushButton(Icons::themed(QStringLiteral("view-refresh")), QString(), this);
     connect(m_reTranscribe, &QPushButton::clicked, this, [this] { m_app.reTranscribe(m_item); });
     m_correct = new QPushButton(Icons::themed(QStringLiteral("document-edit")), QString(), this);
@@ -157,6 +177,9 @@ ResultView::ResultView(AppModel &app, QWidget *parent) : QWidget(parent), m_app(
     m_column->addLayout(actions);
 
     connect(&m_app, &AppModel::currentChanged, this, &ResultView::takeCurrent);
+    // The menu's state follows the key of the active model.
+    for (auto signal : {&AppModel::anthropicKeyChanged, &AppModel::openaiKeyChanged, &AppModel::activeModelIdChanged})
+        connect(&m_app, signal, this, &ResultView::showAIControl);
 
     retranslate();
     m_item = m_app.current().value_or(HistoryItem());
@@ -354,8 +377,45 @@ void ResultView::showChips()
     m_chips->setWidget(row); // deletes the previous row
 }
 
+void ResultView::showAIControl()
+{
+    const std::optional<qint64> running = m_item.smoothingLevel;
+    m_ai->setVisible(!running);
+    m_aiBusy->setVisible(running.has_value());
+    if (running)
+        m_aiBusyText->setText(Tr::tr("Stufe %1…").arg(*running));
+
+    const bool hasKey = !m_app.activeKey().isEmpty();
+    m_ai->setEnabled(hasKey);
+    m_ai->setText(Tr::tr("KI-Überarbeitung"));
+    m_ai->setIcon(Icons::icon(QStringLiteral("wand.and.stars"), palette()));
+    m_ai->setToolTip(hasKey ? Tr::tr("Stufe 1: schonend · Stufe 2: gründlich, Reihenfolge bleibt · Stufe 3: komplett "
+                                     "neu, auch chronologisch")
+                            : Tr::tr("API-Key nötig (Einstellungen)"));
+    static const char *const levelNames[] = {QT_TRANSLATE_NOOP("Sagwerk", "leicht geglättet"),
+                                             QT_TRANSLATE_NOOP("Sagwerk", "überarbeitet"),
+                                             QT_TRANSLATE_NOOP("Sagwerk", "komplett neu")};
+    m_aiMenu->clear();
+    for (qint64 level = 1; level <= 3; ++level) {
+        const QString symbol = m_item.smoothed.contains(level) ? QStringLiteral("checkmark") : QStringLiteral("sparkles");
+        m_aiMenu->addAction(Icons::icon(symbol, palette()),
+                            Tr::tr("Stufe %1 · %2").arg(level).arg(Tr::tr(levelNames[level - 1])), this,
+                            [this, level] { chooseLevel(level); });
+    }
+}
+
+void ResultView::chooseLevel(qint64 level)
+{
+    // A finished level is only shown; another one is refined.
+    if (m_item.smoothed.contains(level))
+        setSelectedView(level);
+    else
+        m_app.smooth(m_item, level);
+}
+
 void ResultView::showActions()
 {
+    showAIControl();
     m_reTranscribe->setVisible(m_item.audioURL.has_value());
     showCorrectButton();
 

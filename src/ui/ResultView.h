@@ -80,6 +80,8 @@ private:
     void showChips();
     void showActions();
     void showCorrectButton();
+    void showAIControl();
+    void chooseLevel(qint64 level);
     void retranslate();
     void refreshText();
     void setSelectedText(const QString &text);
@@ -111,6 +113,10 @@ private:
     TranscriptTextView *m_textView = nullptr;
     QTextBrowser *m_levelText = nullptr;
     QScrollArea *m_chips = nullptr;
+    QToolButton *m_ai = nullptr;
+    QMenu *m_aiMenu = nullptr;
+    QWidget *m_aiBusy = nullptr;
+    QLabel *m_aiBusyText = nullptr;
     QPushButton *m_reTranscribe = nullptr;
     QPushButton *m_correct = nullptr;
     QPushButton *m_copy = nullptr;

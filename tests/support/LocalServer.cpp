@@ -33,11 +33,20 @@ void LocalServer::release()
 
 void LocalServer::serve(QTcpSocket *socket)
 {
-    // Requests here carry no body: the head is all there is to read.
+    // A request is whole with its head and the body its Content-Length names.
     QByteArray request = socket->property("request").toByteArray() + socket->readAll();
     socket->setProperty("request", request);
-    if (!request.contains("\r\n\r\n"))
+    const qsizetype headEnd = request.indexOf("\r\n\r\n");
+    if (headEnd < 0)
         return;
+    qsizetype bodyLength = 0;
+    for (const QByteArray &headerLine : request.left(headEnd).split('\n')) {
+        if (headerLine.toLower().startsWith("content-length:"))
+            bodyLength = headerLine.mid(15).trimmed().toLongLong();
+    }
+    if (request.size() < headEnd + 4 + bodyLength)
+        return;
+    const QByteArray body = request.mid(headEnd + 4, bodyLength);
     socket->disconnect(this);
     const QList<QByteArray> line = request.left(request.indexOf("\r\n")).split(' ');
     const QString path = QString::fromUtf8(line.value(1));
@@ -45,7 +54,10 @@ void LocalServer::serve(QTcpSocket *socket)
     requests[path] = request.left(request.indexOf("\r\n\r\n"));
     total += 1;
 
-    Answer a = answers.value(path, Answer{404, "<!DOCTYPE html><html><body><h1>404 Not Found</h1></body></html>"});
+    received[path].append(body);
+    Answer a = responders.contains(path)
+        ? responders.value(path)(requests[path], body)
+        : answers.value(path, Answer{404, "<!DOCTYPE html><html><body><h1>404 Not Found</h1></body></html>"});
     QByteArray head = "HTTP/1.1 " + QByteArray::number(a.status) + (a.status == 200 ? " OK" : " Error")
                       + "\r\nConnection: close\r\n";
     const QByteArray type = a.contentType.value_or(a.status == 200 ? "application/octet-stream" : "text/html");

@@ -40,6 +40,11 @@ public:
     // "http://127.0.0.1:PORT/", a repository base for the model store.
     QUrl base() const;
     void answer(const QString &path, const Answer &answer) { answers.insert(path, answer); }
+    // Answers `path` by what `respond` makes of each request's head and body.
+    using Responder = std::function<Answer(const QByteArray &head, const QByteArray &body)>;
+    void respond(const QString &path, Responder respond) { responders.insert(path, std::move(respond)); }
+    // The bodies of every request for `path`, in order.
+    QList<QByteArray> bodies(const QString &path) const { return received.value(path); }
     int hits(const QString &path) const { return counts.value(path); }
     // Requests of any path, also those that came through as a proxy's.
     int totalHits() const { return total; }
@@ -56,6 +61,8 @@ private:
     QHash<QString, Answer> answers;
     QHash<QString, int> counts;
     QHash<QString, QByteArray> requests;
+    QHash<QString, Responder> responders;
+    QHash<QString, QList<QByteArray>> received;
     int total = 0;
     QList<std::pair<QPointer<QTcpSocket>, QByteArray>> waiting;
 };

@@ -18,6 +18,7 @@
 #include <QDBusConnection>
 #include <QDir>
 #include <QFile>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
@@ -283,6 +284,61 @@ TEST_F(ResultViewTest, RevealsTheBundleThroughTheFileManager)
     QDBusConnection::disconnectFromBus(QStringLiteral("file-manager"));
 }
 
+
+// The AI menu: disabled without a key, a spinner while a level runs, a finished level
+// shown from the menu without a new request. Screenshots of the running state.
+TEST_F(ResultViewTest, AIControlFollowsTheKeyAndTheRunningLevel)
+{
+    HistoryItem item = withAudio();
+    item.smoothed.insert(1, QStringLiteral("Leicht geglättet."));
+    app.setCurrent(item);
+    ResultView view(app, nullptr);
+    expose(view);
+    auto *menu = view.findChild<QToolButton *>(QStringLiteral("aiControl"));
+    ASSERT_NE(menu, nullptr);
+    EXPECT_EQ(menu->text(), QStringLiteral("KI-Überarbeitung"));
+    EXPECT_FALSE(menu->isEnabled());
+    EXPECT_EQ(menu->toolTip(), QStringLiteral("API-Key nötig (Einstellungen)"));
+
+    app.saveAnthropicKey(QStringLiteral("sk-ant"));
+    EXPECT_TRUE(menu->isEnabled());
+    EXPECT_TRUE(menu->toolTip().startsWith(QStringLiteral("Stufe 1: schonend")));
+    emit menu->menu()->aboutToShow();
+    const QList<QAction *> levels = menu->menu()->actions();
+    ASSERT_EQ(levels.size(), 3);
+    EXPECT_EQ(levels[0]->text(), QStringLiteral("Stufe 1 · leicht geglättet"));
+    EXPECT_EQ(levels[2]->text(), QStringLiteral("Stufe 3 · komplett neu"));
+
+    // A finished level is only shown.
+    levels[0]->trigger();
+    EXPECT_EQ(view.selectedView(), 1);
+    EXPECT_FALSE(app.current()->smoothingLevel);
+
+    // A running level replaces the menu by its spinner row.
+    item = *app.current();
+    item.smoothingLevel = 2;
+    app.setCurrent(item);
+    EXPECT_FALSE(menu->isVisible());
+    auto *running = button<QLabel>(view, QStringLiteral("Stufe 2…"));
+    ASSERT_NE(running, nullptr);
+    EXPECT_TRUE(running->isVisible());
+
+    QString folder = qEnvironmentVariable("SAGWERK_SCREENSHOTS");
+    if (folder.isEmpty())
+        folder = temp(QStringLiteral("screenshots"));
+    QDir().mkpath(folder);
+    QTest::qWait(20); // the row lays out with the next turn of the event loop
+    EXPECT_TRUE(view.grab().save(folder + QStringLiteral("/result-ai-running.png")));
+
+    // The finished level arrives: the view jumps to it and the menu is back.
+    item.smoothingLevel.reset();
+    item.smoothed.insert(2, QStringLiteral("Überarbeitet."));
+    app.setCurrent(item);
+    EXPECT_EQ(view.selectedView(), 2);
+    EXPECT_TRUE(menu->isVisible());
+    QTest::qWait(20);
+    EXPECT_TRUE(view.grab().save(folder + QStringLiteral("/result-ai-level.png")));
+}
 
 // The screen with a long transcript, two corrections and the cursor lit, light and dark,
 // to $SAGWERK_SCREENSHOTS (or the temporary folder).

@@ -1,0 +1,170 @@
+// The two providers' interfaces: one POST each, the answer read field by field.
+#include "ai/Smoother.h"
+
+#include "ai/SmoothingError.h"
+#include "core/TransferError.h"
+
+#include <QCoreApplication>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+#include <QPointer>
+#include <QPromise>
+
+namespace Smoother {
+
+namespace {
+
+constexpr int requestTimeoutMs = 180'000;
+
+// The provider's address; the variables its own client libraries read replace it.
+QUrl endpoint(const char *variable, const QString &fallback, const QString &path)
+{
+    QString base = qEnvironmentVariable(variable);
+    if (base.isEmpty())
+        base = fallback;
+    while (base.endsWith(u'/'))
+        base.chop(1);
+    return QUrl(base + path);
+}
+
+QNetworkAccessManager &network()
+{
+    static QPointer<QNetworkAccessManager> manager;
+    if (!manager)
+        manager = new QNetworkAccessManager(QCoreApplication::instance());
+    return *manager;
+}
+
+using Reader = QString (*)(int, const QByteArray &);
+
+QFuture<QString> post(const QUrl &url, const QList<std::pair<QByteArray, QByteArray>> &headers,
+                      const QJsonObject &body, Reader read)
+{
+    QNetworkRequest request(url);
+    for (const auto &[name, value] : headers)
+        request.setRawHeader(name, value);
+    request.setTransferTimeout(requestTimeoutMs);
+    auto promise = std::make_shared<QPromise<QString>>();
+    promise->start();
+    QNetworkReply *reply = network().post(request, QJsonDocument(body).toJson(QJsonDocument::Compact));
+    QObject::connect(reply, &QNetworkReply::finished, reply, [reply, promise, read] {
+        reply->deleteLater();
+        try {
+            if (isTransferError(reply))
+                throw SmoothingError::network(reply->errorString());
+            const QVariant status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute);
+            if (!status.isValid())
+                throw SmoothingError::badResponse();
+            promise->addResult(read(status.toInt(), reply->readAll()));
+        } catch (const SmoothingError &error) {
+            promise->setException(std::make_exception_ptr(error));
+        }
+        promise->finish();
+    });
+    return promise->future();
+}
+
+// The body's root object; a status outside 2xx is an error with the body's message.
+QJsonObject answerObject(int status, const QByteArray &body)
+{
+    if (status < 200 || status > 299)
+        throw SmoothingError::http(status, extractErrorMessage(body).value_or(QStringLiteral("unbekannt")));
+    const QJsonDocument document = QJsonDocument::fromJson(body);
+    if (!document.isObject())
+        throw SmoothingError::badResponse();
+    return document.object();
+}
+
+QString nonEmpty(const QString &text)
+{
+    const QString trimmed = text.trimmed();
+    if (trimmed.isEmpty())
+        throw SmoothingError::badResponse();
+    return trimmed;
+}
+
+} // namespace
+
+std::optional<QString> extractErrorMessage(const QByteArray &body)
+{
+    const QJsonDocument document = QJsonDocument::fromJson(body);
+    const QJsonValue message = document.object().value(u"error").toObject().value(u"message");
+    if (!document.isObject() || !document.object().value(u"error").isObject() || !message.isString())
+        return std::nullopt;
+    return message.toString();
+}
+
+QString readAnthropicAnswer(int status, const QByteArray &body)
+{
+    const QJsonObject root = answerObject(status, body);
+    if (root.value(u"stop_reason") == QJsonValue(QStringLiteral("refusal")))
+        throw SmoothingError::refusal();
+    const QJsonValue content = root.value(u"content");
+    if (!content.isArray())
+        throw SmoothingError::badResponse();
+    QString text;
+    for (const QJsonValue &block : content.toArray()) {
+        if (!block.isObject())
+            throw SmoothingError::badResponse();
+        const QJsonObject object = block.toObject();
+        if (object.value(u"type") == QJsonValue(QStringLiteral("text")) && object.value(u"text").isString())
+            text += object.value(u"text").toString();
+    }
+    return nonEmpty(text);
+}
+
+QString readOpenAIAnswer(int status, const QByteArray &body)
+{
+    const QJsonObject root = answerObject(status, body);
+    const QJsonValue choices = root.value(u"choices");
+    if (!choices.isArray() || choices.toArray().isEmpty())
+        throw SmoothingError::badResponse();
+    for (const QJsonValue &choice : choices.toArray()) {
+        if (!choice.isObject())
+            throw SmoothingError::badResponse();
+    }
+    const QJsonObject first = choices.toArray().first().toObject();
+    if (first.value(u"finish_reason") == QJsonValue(QStringLiteral("content_filter")))
+        throw SmoothingError::refusal();
+    const QJsonValue content = first.value(u"message").toObject().value(u"content");
+    if (!first.value(u"message").isObject() || !content.isString())
+        throw SmoothingError::badResponse();
+    return nonEmpty(content.toString());
+}
+
+QFuture<QString> callAnthropic(const QString &system, const QString &user, const QString &apiKey,
+                               const QString &modelId, int maxTokens)
+{
+    const QJsonObject body{
+        {QStringLiteral("model"), modelId},
+        {QStringLiteral("max_tokens"), maxTokens},
+        {QStringLiteral("system"), system},
+        {QStringLiteral("messages"),
+         QJsonArray{QJsonObject{{QStringLiteral("role"), QStringLiteral("user")}, {QStringLiteral("content"), user}}}},
+    };
+    return post(endpoint("ANTHROPIC_BASE_URL", QStringLiteral("https://api.anthropic.com"), QStringLiteral("/v1/messages")),
+                {{"x-api-key", apiKey.toUtf8()},
+                 {"anthropic-version", "2023-06-01"},
+                 {"content-type", "application/json"}},
+                body, readAnthropicAnswer);
+}
+
+QFuture<QString> callOpenAI(const QString &system, const QString &user, const QString &apiKey,
+                            const QString &modelId, int maxTokens)
+{
+    const QJsonObject body{
+        {QStringLiteral("model"), modelId},
+        {QStringLiteral("max_tokens"), maxTokens},
+        {QStringLiteral("messages"),
+         QJsonArray{QJsonObject{{QStringLiteral("role"), QStringLiteral("system")}, {QStringLiteral("content"), system}},
+                    QJsonObject{{QStringLiteral("role"), QStringLiteral("user")}, {QStringLiteral("content"), user}}}},
+    };
+    return post(endpoint("OPENAI_BASE_URL", QStringLiteral("https://api.openai.com/v1"), QStringLiteral("/chat/completions")),
+                {{"Authorization", "Bearer " + apiKey.toUtf8()}, {"content-type", "application/json"}}, body,
+                readOpenAIAnswer);
+}
+
+} // namespace Smoother
