@@ -44,8 +44,16 @@ AppModel::AppModel(QObject *parent, ModelStore *store)
     m_selectedModelId = m_settings.value(Settings::selectedModelId, Settings::Default::selectedModelId).toString();
     m_language = m_settings.value(Settings::transcribeLanguage, Settings::Default::transcribeLanguage).toString();
 
-    m_anthropicKey = KeychainStore::load(QString(KeychainStore::anthropicAccount)).value_or(QString());
-    m_openaiKey = KeychainStore::load(QString(KeychainStore::openaiAccount)).value_or(QString());
+    // The keys arrive a moment later and announce themselves. A key saved before its
+    // answer came is newer than the stored one and stays.
+    KeychainStore::load(QString(KeychainStore::anthropicAccount)).then(this, [this](const std::optional<QString> &key) {
+        if (!m_anthropicKeySaved)
+            m_anthropicKey = key.value_or(QString());
+    });
+    KeychainStore::load(QString(KeychainStore::openaiAccount)).then(this, [this](const std::optional<QString> &key) {
+        if (!m_openaiKeySaved)
+            m_openaiKey = key.value_or(QString());
+    });
 
     m_activeModelId = m_settings.value(Settings::activeModelId, Settings::Default::activeModelId).toString();
     m_speakerDetection = m_settings.value(Settings::speakerDetection, false).toBool();
@@ -169,6 +177,7 @@ void AppModel::updateItem(const QString &id, const std::function<void(HistoryIte
 void AppModel::saveAnthropicKey(const QString &key)
 {
     const QString trimmed = key.trimmed();
+    m_anthropicKeySaved = true;
     m_anthropicKey = trimmed;
     if (trimmed.isEmpty())
         KeychainStore::remove(QString(KeychainStore::anthropicAccount));
@@ -179,6 +188,7 @@ void AppModel::saveAnthropicKey(const QString &key)
 void AppModel::saveOpenAIKey(const QString &key)
 {
     const QString trimmed = key.trimmed();
+    m_openaiKeySaved = true;
     m_openaiKey = trimmed;
     if (trimmed.isEmpty())
         KeychainStore::remove(QString(KeychainStore::openaiAccount));
@@ -249,18 +259,28 @@ void AppModel::transcribe(const QString &url, const std::optional<QString> &disp
         return;
     setErrorMessage(std::nullopt);
 
-    const std::optional<WhisperModel> chosen
-        = overrides.modelId ? WhisperModel::withId(*overrides.modelId) : std::nullopt;
-    const WhisperModel model = chosen.value_or(selectedModel());
-    if (!m_modelStore->isInstalled(model)) {
-        // Kept German on purpose: it names the model as the catalogue does.
-        setErrorMessage(QStringLiteral("Modell ") + model.name
-                        + QStringLiteral(" ist nicht installiert. Bitte in den Einstellungen herunterladen."));
-        return;
+    // A model file named for this job runs as given; the job reports one that is missing.
+    QString modelPath = overrides.modelPath.value_or(QString());
+    if (!overrides.modelPath) {
+        const std::optional<WhisperModel> chosen
+            = overrides.modelId ? WhisperModel::withId(*overrides.modelId) : std::nullopt;
+        const WhisperModel model = chosen.value_or(selectedModel());
+        if (!m_modelStore->isInstalled(model)) {
+            setErrorMessage(notInstalledMessage(model));
+            return;
+        }
+        modelPath = m_modelStore->modelsDir() + u'/' + model.fileName;
     }
     // Fixed for this job: later changes of the settings don't reach it.
-    m_transcription->start(url, displayName.value_or(QFileInfo(url).fileName()),
-                           m_modelStore->modelsDir() + u'/' + model.fileName, overrides.language.value_or(m_language));
+    m_transcription->start(url, displayName.value_or(QFileInfo(url).fileName()), modelPath,
+                           overrides.language.value_or(m_language));
+}
+
+QString AppModel::notInstalledMessage(const WhisperModel &model)
+{
+    // Kept German on purpose: it names the model as the catalogue does.
+    return QStringLiteral("Modell ") + model.name
+           + QStringLiteral(" ist nicht installiert. Bitte in den Einstellungen herunterladen.");
 }
 
 void AppModel::cancelTranscription()

@@ -56,7 +56,9 @@ public:
     static const QList<LanguageOption> &languages();
 
     // Starts in a fixed order: model store, settings, keys, interface language, history,
-    // onboarding. `store` replaces the model store (tests point it at a local server).
+    // onboarding. The keys are asked for there and arrive a moment later, announced by
+    // anthropicKeyChanged and openaiKeyChanged. `store` replaces the model store (tests
+    // point it at a local server).
     explicit AppModel(QObject *parent = nullptr, ModelStore *store = nullptr);
     ~AppModel() override;
 
@@ -123,6 +125,8 @@ public:
     struct JobOverrides {
         std::optional<QString> modelId;
         std::optional<QString> language;
+        // A model file run as given, in place of any catalogue model.
+        std::optional<QString> modelPath;
     };
     void stage(const QString &url, const std::optional<QString> &displayName = std::nullopt);
     void stageRecording();
@@ -132,6 +136,8 @@ public:
                     const JobOverrides &overrides = {});
     void cancelTranscription();
     void reTranscribe(const HistoryItem &item);
+    // What a job says when its catalogue model is not installed.
+    static QString notInstalledMessage(const WhisperModel &model);
 
     // The file chooser: one audio or video file, or nothing when the user cancels. The
     // desktop application installs a dialog; without one, openPanel does nothing.
@@ -241,6 +247,9 @@ private:
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, bool, m_interviewLiveSpeakers, &AppModel::interviewLiveSpeakersChanged)
 
     FilePanel m_filePanel;
+    // Set by a save, so that the key store's late answer at start does not undo it.
+    bool m_anthropicKeySaved = false;
+    bool m_openaiKeySaved = false;
     // Declared last, so they stop and are gone before the fields they write.
     std::unique_ptr<TranscriptionJob> m_transcription;
     std::unique_ptr<LinkImport> m_linkImport;

@@ -7,13 +7,13 @@
 #include <QAudioSource>
 #include <QCoreApplication>
 #include <QDir>
-#include <QEventLoop>
 #include <QFile>
 #include <QMediaCaptureSession>
 #include <QMediaDevices>
 #include <QMediaFormat>
 #include <QMediaRecorder>
 #include <QPermission>
+#include <QPromise>
 #include <QTimer>
 #include <QUrl>
 #include <QUuid>
@@ -24,7 +24,7 @@
 namespace {
 
 constexpr int tickMs = 100;
-// How long stop() waits for the encoder to close the file.
+// How long a stopped recording waits for the encoder to close the file.
 constexpr int finishTimeoutMs = 10'000;
 // The power of digital silence, as the meter reports it.
 constexpr float silenceDb = -160.0f;
@@ -89,11 +89,65 @@ struct Recorder::Capture {
     }
 };
 
+// A stopped recording until the encoder has closed its file. It lives on its own (under
+// the application), so that a recorder that goes away meanwhile neither cuts the file
+// short nor has to wait for it.
+class Recorder::Closing : public QObject {
+public:
+    Closing(std::unique_ptr<Capture> capture, const QString &file)
+        : QObject(QCoreApplication::instance()), m_capture(std::move(capture)), m_file(file)
+    {
+        m_promise.start();
+        QMediaRecorder &recorder = m_capture->recorder;
+        connect(&recorder, &QMediaRecorder::recorderStateChanged, this, [this](QMediaRecorder::RecorderState state) {
+            if (state == QMediaRecorder::StoppedState)
+                finish();
+        });
+        connect(&recorder, &QMediaRecorder::errorOccurred, this, &Closing::finish);
+        QTimer::singleShot(finishTimeoutMs, this, &Closing::finish);
+        if (recorder.recorderState() != QMediaRecorder::StoppedState)
+            recorder.stop();
+        if (recorder.recorderState() == QMediaRecorder::StoppedState)
+            finish();
+    }
+
+    QFuture<std::optional<QString>> future() { return m_promise.future(); }
+    bool isFinished() const { return m_finished; }
+
+    // The file goes now, and again once closed in case the encoder was still at it; the
+    // future delivers nothing.
+    void discard()
+    {
+        m_discarded = true;
+        QFile::remove(m_file);
+    }
+
+private:
+    void finish()
+    {
+        if (m_finished)
+            return;
+        m_finished = true;
+        if (m_discarded)
+            QFile::remove(m_file);
+        m_promise.addResult(m_discarded ? std::nullopt : std::optional<QString>(m_file));
+        m_promise.finish();
+        // Not here: the recorder that reports must not be deleted inside its own signal.
+        deleteLater();
+    }
+
+    std::unique_ptr<Capture> m_capture;
+    QString m_file;
+    QPromise<std::optional<QString>> m_promise;
+    bool m_finished = false;
+    bool m_discarded = false;
+};
+
 Recorder::Recorder(QObject *parent) : QObject(parent) {}
 
 Recorder::~Recorder()
 {
-    if (m_recorder)
+    if (m_recorder || (m_closing && !m_closing->isFinished()))
         cancel();
 }
 
@@ -195,7 +249,7 @@ void Recorder::tick()
     setLevel(levelFor(m_recorder->averagePowerDb()));
 }
 
-std::optional<QString> Recorder::stop()
+QFuture<std::optional<QString>> Recorder::stop()
 {
     if (m_timer) {
         m_timer->stop();
@@ -206,32 +260,23 @@ std::optional<QString> Recorder::stop()
         std::unique_ptr<Capture> capture = std::move(m_recorder);
         if (capture->meter)
             capture->meter->stop();
-        QMediaRecorder &recorder = capture->recorder;
-        recorder.disconnect(this);
-        if (recorder.recorderState() != QMediaRecorder::StoppedState) {
-            // The encoder closes the file on its own thread; the file is whole only once
-            // the recorder says it has stopped.
-            QEventLoop loop;
-            connect(&recorder, &QMediaRecorder::recorderStateChanged, &loop, [&] {
-                if (recorder.recorderState() == QMediaRecorder::StoppedState)
-                    loop.quit();
-            });
-            connect(&recorder, &QMediaRecorder::errorOccurred, &loop, &QEventLoop::quit);
-            QTimer::singleShot(finishTimeoutMs, &loop, &QEventLoop::quit);
-            recorder.stop();
-            if (recorder.recorderState() != QMediaRecorder::StoppedState)
-                loop.exec(QEventLoop::ExcludeUserInputEvents);
-        }
+        capture->recorder.disconnect(this);
+        m_closing = new Closing(std::move(capture), m_fileURL.value_or(QString()));
     }
     setRecording(false);
     setLevel(0);
-    return m_fileURL;
+    if (m_closing)
+        return m_closing->future();
+    return QtFuture::makeReadyValueFuture(m_fileURL);
 }
 
 void Recorder::cancel()
 {
-    if (const std::optional<QString> file = stop())
-        QFile::remove(*file);
+    stop();
+    if (m_closing)
+        m_closing->discard();
+    else if (m_fileURL)
+        QFile::remove(*m_fileURL);
     m_fileURL.reset();
     setElapsed(0);
 }

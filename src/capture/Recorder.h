@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QFuture>
 #include <QObject>
+#include <QPointer>
 #include <QString>
 
 #include <memory>
@@ -21,7 +23,8 @@ class Recorder : public QObject {
 
 public:
     explicit Recorder(QObject *parent = nullptr);
-    // A recording still running is cancelled: nobody is left to take its file.
+    // A recording still running or still being closed is cancelled: nobody is left to
+    // take its file.
     ~Recorder() override;
 
     bool isRecording() const { return m_isRecording; }
@@ -34,10 +37,13 @@ public:
     // once; a refusal, or no input device at all, sets permissionDenied. Other failures
     // leave the recorder idle without a word.
     void start();
-    // Ends the recording once the file is complete and returns it; the caller owns it.
-    // `elapsed` keeps the recording's length.
-    std::optional<QString> stop();
-    // Ends the recording and removes its file.
+    // Ends the recording at once; `elapsed` keeps its length. The encoder closes the file
+    // on its own thread, so the file comes through the future once it is whole (or after
+    // ten seconds at the most); the caller owns it. Without a recording the future holds
+    // the last file, or nothing.
+    QFuture<std::optional<QString>> stop();
+    // Ends the recording and removes its file, also one still being closed after stop(),
+    // whose future then delivers nothing.
     void cancel();
 
     // The meter's value for an average power in dB relative to full scale: linear
@@ -52,6 +58,7 @@ signals:
 
 private:
     struct Capture;
+    class Closing;
 
     void begin();
     void tick();
@@ -66,6 +73,8 @@ private:
     float m_level = 0;
     bool m_permissionDenied = false;
     std::unique_ptr<Capture> m_recorder;
+    // The last stopped recording while its file is being closed.
+    QPointer<Closing> m_closing;
     QTimer *m_timer = nullptr;
     std::optional<QString> m_fileURL;
 };

@@ -1,13 +1,25 @@
 #pragma once
 
+#include <QObject>
 #include <QStringList>
 
+#include <memory>
+
+// Every command runs on the application's one event loop and ends it with its exit
+// status. The quick ones return their status; those that wait for work (a download, a
+// transcription) start it, return the object that runs it, and end the loop through
+// Cli::finish when it is over, or return nothing when they ended at once. args[0] is the
+// command's name.
 namespace Cli {
 
 QString usage();
 
-// `transcribe FILE --model PATH [--language CODE]`; args[0] is the command name.
-int transcribe(const QStringList &args);
+// Ends the application's event loop with `status`.
+void finish(int status);
+
+// `transcribe FILE|LINK --model ID|PATH [--language CODE]`, or with `--save` into the
+// history, with the settings' model and language unless given.
+std::unique_ptr<QObject> transcribe(const QStringList &args);
 
 // `list [--json]`: the stored transcriptions, newest first, as the application loads them.
 int list(const QStringList &args);
@@ -16,17 +28,17 @@ int list(const QStringList &args);
 int models(const QStringList &args);
 
 // `download ID [--from URL]`: one model into the models folder; prints its path.
-int download(const QStringList &args);
+std::unique_ptr<QObject> download(const QStringList &args);
 
 // `export BUNDLE --format txt|srt [--view N] [--no-timestamps] [--output FILE]`.
 int exportBundle(const QStringList &args);
 
 // `smooth BUNDLE --level N [--model ID]`: an AI refinement level into the bundle; prints it.
-int smooth(const QStringList &args);
+std::unique_ptr<QObject> smooth(const QStringList &args);
 
 // `interview --duration SECONDS [--live-speakers] [--language CODE]`: records from the
 // default input, prints each segment as it arrives, stores the interview in the history.
-int interview(const QStringList &args);
+std::unique_ptr<QObject> interview(const QStringList &args);
 
 // `import-model SOURCE`: a Whisper model on disk becomes a model of the catalogue.
 int importModel(const QStringList &args);

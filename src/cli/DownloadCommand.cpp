@@ -1,21 +1,71 @@
 #include "cli/Commands.h"
 #include "core/Tr.h"
-#include "cli/Interrupt.h"
 #include "cli/ProgressBar.h"
+#include "cli/Run.h"
 
 #include "engine/ModelStore.h"
-#include "core/TranscribeControl.h"
 
 #include <QCommandLineParser>
-#include <QCoreApplication>
-#include <QEventLoop>
-#include <QTimer>
 
 #include <cstdio>
 
 namespace Cli {
 
-int download(const QStringList &args)
+namespace {
+
+// One model download into the models folder, reported on the application's event loop.
+class DownloadRun : public Run {
+public:
+    DownloadRun(const WhisperModel &model, const QUrl &base) : m_model(model), m_store(base) {}
+
+    void start()
+    {
+        connect(&m_store, &ModelStore::downloadingChanged, this, [this] {
+            if (m_store.downloading().contains(m_model.id))
+                m_bar->update(m_store.downloading().value(m_model.id));
+            else
+                done();
+        });
+        m_bar.emplace("Download");
+        m_store.download(m_model);
+    }
+
+protected:
+    // The partial download goes with the store, when this run is deleted.
+    void interrupted() override
+    {
+        m_bar.reset();
+        std::fprintf(stderr, "%s\n", qPrintable(Tr::tr("Abgebrochen.")));
+        end(Cancelled);
+    }
+
+private:
+    void done()
+    {
+        m_bar.reset();
+        if (m_store.errorMessage()) {
+            std::fprintf(stderr, "%s\n",
+                         qPrintable(Tr::tr("Download fehlgeschlagen: %1").arg(*m_store.errorMessage())));
+            return end(Failed);
+        }
+        if (!m_store.isInstalled(m_model)) {
+            std::fprintf(stderr, "%s\n",
+                         qPrintable(Tr::tr("Die geladene Datei ist zu klein für dieses Modell; der Server lieferte wohl "
+                                           "eine Fehlerseite.")));
+            return end(Failed);
+        }
+        std::printf("%s\n", qPrintable(m_store.modelsDir() + u'/' + m_model.fileName));
+        end(Ok);
+    }
+
+    const WhisperModel m_model;
+    ModelStore m_store;
+    std::optional<ProgressBar> m_bar;
+};
+
+} // namespace
+
+std::unique_ptr<QObject> download(const QStringList &args)
 {
     QCommandLineParser parser;
     parser.addPositionalArgument(QStringLiteral("id"), QStringLiteral("model id"));
@@ -24,13 +74,15 @@ int download(const QStringList &args)
         if (!parser.errorText().isEmpty())
             std::fprintf(stderr, "%s\n", qPrintable(parser.errorText()));
         std::fprintf(stderr, "%s", qPrintable(usage()));
-        return Usage;
+        finish(Usage);
+        return nullptr;
     }
     const QString id = parser.positionalArguments().constFirst();
     const std::optional<WhisperModel> model = WhisperModel::withId(id);
     if (!model) {
         std::fprintf(stderr, "Unknown model: %s\n%s", qPrintable(id), qPrintable(usage()));
-        return Usage;
+        finish(Usage);
+        return nullptr;
     }
     QUrl base = WhisperModel::repositoryBase();
     if (parser.isSet(QStringLiteral("from"))) {
@@ -39,47 +91,9 @@ int download(const QStringList &args)
             base.setPath(base.path() + u'/');
     }
 
-    auto control = std::make_shared<TranscribeControl>();
-    Interrupt::onSignal([control] { control->cancel(); });
-    ModelStore store(base);
-    {
-        ProgressBar bar("Download");
-        QEventLoop loop;
-        QObject::connect(&store, &ModelStore::downloadingChanged, &loop, [&] {
-            if (store.downloading().contains(model->id))
-                bar.update(store.downloading().value(model->id));
-            else
-                loop.quit();
-        });
-        // A cancelled run ends with the store, which removes the partial download.
-        QTimer watch;
-        QObject::connect(&watch, &QTimer::timeout, &loop, [&] {
-            if (control->isCancelled())
-                loop.quit();
-        });
-        watch.start(100);
-        store.download(*model);
-        loop.exec();
-    }
-
-    if (store.downloading().contains(model->id)) {
-        std::fprintf(stderr, "%s\n", qPrintable(Tr::tr("Abgebrochen.")));
-        return Cancelled;
-    }
-    if (store.errorMessage()) {
-        std::fprintf(stderr, "%s\n",
-                     qPrintable(Tr::tr("Download fehlgeschlagen: %1")
-                                    .arg(*store.errorMessage())));
-        return Failed;
-    }
-    if (!store.isInstalled(*model)) {
-        std::fprintf(stderr, "%s\n",
-                     qPrintable(Tr::tr("Die geladene Datei ist zu klein für dieses Modell; der Server lieferte wohl "
-                                    "eine Fehlerseite.")));
-        return Failed;
-    }
-    std::printf("%s\n", qPrintable(store.modelsDir() + u'/' + model->fileName));
-    return Ok;
+    auto run = std::make_unique<DownloadRun>(*model, base);
+    run->start();
+    return run;
 }
 
 } // namespace Cli

@@ -1,5 +1,5 @@
 #include "cli/Commands.h"
-#include "cli/Interrupt.h"
+#include "cli/Run.h"
 
 #include "app/AppModel.h"
 #include "capture/InterviewSession.h"
@@ -8,15 +8,72 @@
 #include "export/TextForms.h"
 
 #include <QCommandLineParser>
-#include <QCoreApplication>
-#include <QPointer>
 #include <QTimer>
 
 #include <cstdio>
 
 namespace Cli {
 
-int interview(const QStringList &args)
+namespace {
+
+// One interview from the default input: each segment printed as it arrives, the whole
+// stored in the history when the time is up. Ctrl-C ends the recording early and keeps
+// what was said.
+class InterviewRun : public Run {
+public:
+    explicit InterviewRun(std::unique_ptr<AppModel> app) : m_app(std::move(app))
+    {
+        connect(&m_session, &InterviewSession::segmentsChanged, this, [this] {
+            for (; m_printed < m_session.segments().size(); ++m_printed) {
+                const TranscriptSegment &s = m_session.segments()[m_printed];
+                std::printf("[%s] %s\n", qPrintable(TextForms::minuteStamp(s.startMs)), qPrintable(s.text));
+                std::fflush(stdout);
+            }
+        });
+    }
+
+    void start(const QString &model, const QString &language, bool liveSpeakers, double seconds)
+    {
+        m_session.start(model, language, liveSpeakers);
+        if (!m_session.isRecording()) {
+            std::fprintf(stderr, "%s\n",
+                         qPrintable(m_session.permissionDenied()
+                                        ? Tr::tr("Kein Mikrofon-Zugriff. Bitte in Systemeinstellungen → Datenschutz → "
+                                                 "Mikrofon erlauben.")
+                                        : m_session.status()));
+            return end(Failed);
+        }
+        QTimer::singleShot(qint64(seconds * 1000), this, [this] { stop(); });
+    }
+
+protected:
+    void interrupted() override { stop(); }
+
+private:
+    void stop()
+    {
+        if (!m_session.isRecording())
+            return;
+        m_session.stop().then(this, [this](const std::optional<InterviewResult> &value) {
+            if (!value)
+                return end(Failed);
+            m_app->finishInterview(*value).then(this, [this] {
+                // An interview without segments stores nothing.
+                if (m_app->current())
+                    std::printf("%s\n", qPrintable(m_app->current()->bundleURL.value_or(QString())));
+                end(Ok);
+            });
+        });
+    }
+
+    const std::unique_ptr<AppModel> m_app;
+    InterviewSession m_session;
+    qsizetype m_printed = 0;
+};
+
+} // namespace
+
+std::unique_ptr<QObject> interview(const QStringList &args)
 {
     QCommandLineParser parser;
     parser.addOption({QStringLiteral("duration"), QStringLiteral("seconds to record"), QStringLiteral("seconds")});
@@ -28,66 +85,26 @@ int interview(const QStringList &args)
         if (!parser.errorText().isEmpty())
             std::fprintf(stderr, "%s\n", qPrintable(parser.errorText()));
         std::fprintf(stderr, "%s", qPrintable(usage()));
-        return Usage;
+        finish(Usage);
+        return nullptr;
     }
 
-    AppModel app;
-    const WhisperModel model = app.selectedModel();
-    if (!app.modelStore()->isInstalled(model)) {
+    auto app = std::make_unique<AppModel>();
+    const WhisperModel model = app->selectedModel();
+    if (!app->modelStore()->isInstalled(model)) {
         // The same words as the application's.
         std::fprintf(stderr, "Modell %s ist nicht installiert. Bitte in den Einstellungen herunterladen.\n",
                      qPrintable(model.name));
-        return Failed;
+        finish(Failed);
+        return nullptr;
     }
+    const QString modelPath = app->modelStore()->modelsDir() + u'/' + model.fileName;
     const QString language = parser.isSet(QStringLiteral("language")) ? parser.value(QStringLiteral("language"))
-                                                                       : app.language();
-    const bool liveSpeakers = parser.isSet(QStringLiteral("live-speakers")) || app.interviewLiveSpeakers();
-
-    InterviewSession session;
-    qsizetype printed = 0;
-    QObject::connect(&session, &InterviewSession::segmentsChanged, &session, [&] {
-        for (; printed < session.segments().size(); ++printed) {
-            const TranscriptSegment &s = session.segments()[printed];
-            std::printf("[%s] %s\n", qPrintable(TextForms::minuteStamp(s.startMs)), qPrintable(s.text));
-            std::fflush(stdout);
-        }
-    });
-
-    int exitCode = Ok;
-    const auto stop = [&] {
-        if (!session.isRecording())
-            return;
-        session.stop().then(&app, [&](const std::optional<InterviewResult> &value) {
-            if (!value) {
-                QCoreApplication::exit(Failed);
-                return;
-            }
-            app.finishInterview(*value).then(&app, [&] {
-                // An interview without segments stores nothing.
-                if (app.current())
-                    std::printf("%s\n", qPrintable(app.current()->bundleURL.value_or(QString())));
-                QCoreApplication::exit(exitCode);
-            });
-        });
-    };
-    // Ctrl-C ends the recording early and keeps what was said.
-    QPointer<InterviewSession> guard(&session);
-    Interrupt::onSignal([guard, stop] { QMetaObject::invokeMethod(guard.data(), stop, Qt::QueuedConnection); });
-
-    QTimer::singleShot(0, &session, [&] {
-        session.start(app.modelStore()->modelsDir() + u'/' + model.fileName, language, liveSpeakers);
-        if (!session.isRecording()) {
-            std::fprintf(stderr, "%s\n",
-                         qPrintable(session.permissionDenied()
-                                        ? Tr::tr("Kein Mikrofon-Zugriff. Bitte in Systemeinstellungen → Datenschutz → "
-                                                 "Mikrofon erlauben.")
-                                        : session.status()));
-            QCoreApplication::exit(Failed);
-            return;
-        }
-        QTimer::singleShot(qint64(seconds * 1000), &session, stop);
-    });
-    return QCoreApplication::exec();
+                                                                       : app->language();
+    const bool liveSpeakers = parser.isSet(QStringLiteral("live-speakers")) || app->interviewLiveSpeakers();
+    auto run = std::make_unique<InterviewRun>(std::move(app));
+    run->start(modelPath, language, liveSpeakers, seconds);
+    return run;
 }
 
 } // namespace Cli

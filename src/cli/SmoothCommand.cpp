@@ -1,14 +1,15 @@
 #include "cli/Commands.h"
+#include "cli/Run.h"
 
 #include "ai/AIModel.h"
 #include "app/AppModel.h"
 #include "core/Tr.h"
+#include "engine/EngineError.h"
+#include "storage/KeychainStore.h"
 
 #include <QCommandLineParser>
-#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
-#include <QTimer>
 
 #include <cstdio>
 
@@ -22,9 +23,61 @@ QString environmentKey(AIProvider provider)
     return qEnvironmentVariable(provider == AIProvider::openai ? "OPENAI_API_KEY" : "ANTHROPIC_API_KEY").trimmed();
 }
 
+// One refinement of a stored transcription. The key comes from the key store, which
+// answers through the event loop, else from the environment. A refinement cannot be
+// cancelled; Ctrl-C leaves the bundle as it was.
+class SmoothRun : public Run {
+public:
+    SmoothRun(std::unique_ptr<AppModel> app, const HistoryItem &item, qint64 level, Refinement::Overrides overrides)
+        : m_app(std::move(app)), m_item(item), m_level(level), m_overrides(std::move(overrides))
+    {
+    }
+
+    void start()
+    {
+        const AIModel model = AIModel::by(m_overrides.modelId.value_or(m_app->activeModelId()));
+        const AIProvider provider = model.provider;
+        const QString account = provider == AIProvider::openai ? QString(KeychainStore::openaiAccount)
+                                                               : QString(KeychainStore::anthropicAccount);
+        KeychainStore::load(account).then(this, [this, provider](const std::optional<QString> &stored) {
+            const QString key = stored.value_or(QString()).trimmed();
+            m_overrides.apiKey = key.isEmpty() ? environmentKey(provider) : key;
+            m_app->smooth(m_item, m_level, m_overrides).then(this, [this] { report(); });
+        });
+    }
+
+protected:
+    void interrupted() override
+    {
+        std::fprintf(stderr, "%s\n", qPrintable(EngineError::cancelled().errorDescription()));
+        end(Cancelled);
+    }
+
+private:
+    void report()
+    {
+        if (m_app->errorMessage()) {
+            std::fprintf(stderr, "%s\n", qPrintable(*m_app->errorMessage()));
+            return end(Failed);
+        }
+        for (const HistoryItem &h : m_app->history()) {
+            if (h.id == m_item.id && h.smoothed.contains(m_level)) {
+                std::printf("%s\n", h.smoothed.value(m_level).toUtf8().constData());
+                return end(Ok);
+            }
+        }
+        end(Failed);
+    }
+
+    const std::unique_ptr<AppModel> m_app;
+    const HistoryItem m_item;
+    const qint64 m_level;
+    Refinement::Overrides m_overrides;
+};
+
 } // namespace
 
-int smooth(const QStringList &args)
+std::unique_ptr<QObject> smooth(const QStringList &args)
 {
     QCommandLineParser parser;
     parser.addPositionalArgument(QStringLiteral("bundle"), QStringLiteral("folder of a stored transcription"));
@@ -39,46 +92,28 @@ int smooth(const QStringList &args)
         if (!parser.errorText().isEmpty())
             std::fprintf(stderr, "%s\n", qPrintable(parser.errorText()));
         std::fprintf(stderr, "%s", qPrintable(usage()));
-        return Usage;
+        finish(Usage);
+        return nullptr;
     }
 
-    AppModel app;
+    auto app = std::make_unique<AppModel>();
     const QString folder = QFileInfo(parser.positionalArguments().constFirst()).absoluteFilePath();
-    const auto stored = std::find_if(app.history().cbegin(), app.history().cend(),
+    const auto stored = std::find_if(app->history().cbegin(), app->history().cend(),
                                      [&](const HistoryItem &item) { return item.bundleURL == folder; });
-    if (stored == app.history().cend()) {
+    if (stored == app->history().cend()) {
         std::fprintf(stderr, "%s\n",
                      qPrintable(Tr::tr("„%1“ ist keine lesbare Transkription.").arg(QDir::toNativeSeparators(folder))));
-        return Failed;
+        finish(Failed);
+        return nullptr;
     }
     const HistoryItem item = *stored;
 
     Refinement::Overrides overrides;
     if (!modelId.isEmpty())
         overrides.modelId = modelId;
-    const AIModel model = AIModel::by(overrides.modelId.value_or(app.activeModelId()));
-    const QString storedKey = model.provider == AIProvider::openai ? app.openaiKey() : app.anthropicKey();
-    overrides.apiKey = storedKey.isEmpty() ? environmentKey(model.provider) : storedKey;
-
-    // The one event loop of the process runs until the item is at rest again; the work
-    // starts inside it, so that an answer at once still ends it.
-    const auto report = [&app, &item, level] {
-        if (app.errorMessage()) {
-            std::fprintf(stderr, "%s\n", qPrintable(*app.errorMessage()));
-            QCoreApplication::exit(Failed);
-            return;
-        }
-        for (const HistoryItem &h : app.history()) {
-            if (h.id == item.id && h.smoothed.contains(level)) {
-                std::printf("%s\n", h.smoothed.value(level).toUtf8().constData());
-                QCoreApplication::exit(Ok);
-                return;
-            }
-        }
-        QCoreApplication::exit(Failed);
-    };
-    QTimer::singleShot(0, &app, [&] { app.smooth(item, level, overrides).then(&app, report); });
-    return QCoreApplication::exec();
+    auto run = std::make_unique<SmoothRun>(std::move(app), item, level, std::move(overrides));
+    run->start();
+    return run;
 }
 
 } // namespace Cli

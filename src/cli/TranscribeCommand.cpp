@@ -1,25 +1,22 @@
 #include "cli/Commands.h"
 #include "core/Tr.h"
-#include "cli/Interrupt.h"
 #include "cli/ProgressBar.h"
+#include "cli/Run.h"
 
 #include "app/AppModel.h"
+#include "core/UserError.h"
 #include "engine/Engine.h"
+#include "engine/ModelStore.h"
 #include "links/MediaDownloader.h"
 #include "links/PodcastResolver.h"
 
 #include <QCommandLineParser>
-#include <QCoreApplication>
-#include <QEventLoop>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QRegularExpression>
-#include <QScopeGuard>
-#include <QTimer>
 #include <QtConcurrent/QtConcurrentRun>
 
-#include <atomic>
 #include <cstdio>
 
 namespace Cli {
@@ -28,9 +25,10 @@ QString usage()
 {
     return QStringLiteral(
         "Usage:\n"
-        "  sagwerk-cli transcribe FILE|LINK --model PATH [--language CODE]\n"
-        "      Writes the transcription of FILE as JSON to standard output.\n"
-        "  sagwerk-cli transcribe FILE|LINK --save [--model ID] [--language CODE]\n"
+        "  sagwerk-cli transcribe FILE|LINK --model ID|PATH [--language CODE]\n"
+        "      Writes the transcription of FILE as JSON to standard output. The model is\n"
+        "      the id of an installed catalogue model (see models) or a model file.\n"
+        "  sagwerk-cli transcribe FILE|LINK --save [--model ID|PATH] [--language CODE]\n"
         "      Transcribes FILE as the application does and stores it in the history;\n"
         "      the model and language of the settings unless given. Prints the folder.\n"
         "      A LINK (http:// or https://) to a podcast page, feed, Apple Podcasts\n"
@@ -61,23 +59,6 @@ QString usage()
 
 namespace {
 
-std::atomic<bool> interrupted = false;
-
-// Runs the event loop until `done` holds or Ctrl-C comes; false for the latter.
-bool waitUntil(const std::function<bool()> &done)
-{
-    QEventLoop loop;
-    QTimer poll;
-    QObject::connect(&poll, &QTimer::timeout, &loop, [&] {
-        if (done() || interrupted)
-            loop.quit();
-    });
-    poll.start(20);
-    if (!done() && !interrupted)
-        loop.exec();
-    return !interrupted;
-}
-
 // A link is what names a scheme and is no file that exists.
 bool isLink(const QString &input)
 {
@@ -85,165 +66,243 @@ bool isLink(const QString &input)
     return !QFileInfo::exists(input) && scheme.match(input).hasMatch();
 }
 
-struct Fetched {
-    std::optional<QString> file; // in the temporary folder; the caller removes it
-    QString title;
-    int status = Ok;
-};
-
-// Resolves and downloads a link as the application does. Failures are told on stderr.
-Fetched fetchLink(const QString &link)
+void printError(const QString &message)
 {
-    const TranscribeControlPtr control = std::make_shared<TranscribeControl>();
-    Interrupt::onSignal([control] {
-        interrupted = true;
-        control->cancel();
-    });
+    std::fprintf(stderr, "%s\n", qPrintable(message));
+}
 
+// One run of `transcribe`: a link is resolved and downloaded first, as the application
+// does; then the file is transcribed, to standard output or into the history. Each step
+// runs on the pool or on the network and reports back here, on the main thread.
+class TranscribeRun : public Run {
+public:
+    struct Options {
+        QString input;
+        // A catalogue id or a model file; without --save it is always given.
+        std::optional<QString> model;
+        std::optional<QString> language;
+        bool save = false;
+    };
+
+    explicit TranscribeRun(Options options) : m_options(std::move(options)) {}
+
+    ~TranscribeRun() override
+    {
+        // The download is this command's own; a stored transcription keeps a copy.
+        if (m_downloaded)
+            QFile::remove(*m_downloaded);
+    }
+
+    void start()
+    {
+        if (isLink(m_options.input))
+            resolve();
+        else
+            transcribe(m_options.input, std::nullopt);
+    }
+
+protected:
+    void interrupted() override
+    {
+        m_interrupted = true;
+        // The resolver and the plain road stop within a moment and report through their
+        // futures; the job of the history road through the application state.
+        m_control->cancel();
+        if (m_app)
+            m_app->cancelTranscription();
+        if (m_downloader) {
+            // Deleting the downloader ends the transfer and removes what was written.
+            m_downloader.reset();
+            m_bar.reset();
+            printError(EngineError::cancelled().errorDescription());
+            end(Cancelled);
+        }
+    }
+
+private:
     struct Resolution {
         std::optional<ResolvedMedia> media;
         QString error;
     };
-    QFuture<Resolution> resolution = QtConcurrent::run([link, control]() -> Resolution {
-        try {
-            return {PodcastResolver::resolve(link, PodcastResolver::defaultLookupBase, control), {}};
-        } catch (const UserError &e) {
-            return {std::nullopt, e.errorDescription()};
-        }
-    });
-    // A cancel stops the resolver within a moment; it holds no file.
-    waitUntil([&] { return resolution.isFinished(); });
-    if (interrupted) {
-        resolution.waitForFinished();
-        std::fprintf(stderr, "%s\n", qPrintable(EngineError::cancelled().errorDescription()));
-        return {std::nullopt, {}, Cancelled};
-    }
-    const Resolution resolved = resolution.result();
-    if (!resolved.media) {
-        std::fprintf(stderr, "%s\n", qPrintable(resolved.error));
-        return {std::nullopt, {}, Failed};
-    }
 
-    ProgressBar bar("Download");
-    MediaDownloader downloader([&bar](double fraction) { bar.update(fraction); });
-    QFuture<QString> download = downloader.download(resolved.media->url);
-    // An interrupt leaves through the downloader's end, which removes the partial file.
-    if (!waitUntil([&] { return download.isFinished(); })) {
-        std::fprintf(stderr, "%s\n", qPrintable(EngineError::cancelled().errorDescription()));
-        return {std::nullopt, {}, Cancelled};
-    }
-    try {
-        return {download.result(), resolved.media->title, Ok};
-    } catch (const MediaDownloader::Error &e) {
-        std::fprintf(stderr, "%s\n", qPrintable(e.message()));
-        return {std::nullopt, {}, Failed};
-    }
-}
+    struct Outcome {
+        std::optional<TranscriptionResult> result;
+        QString error;
+        bool cancelled = false;
+    };
 
-// The application's own road: staging, the model of the settings unless one is named,
-// and a bundle in the history. Prints the bundle's folder.
-int transcribeAndSave(const QString &input, const AppModel::JobOverrides &overrides,
-                      const std::optional<QString> &displayName = std::nullopt)
-{
-    AppModel app;
-    ProgressBar bar("Transkription");
-    QObject::connect(&app, &AppModel::busyProgressChanged, [&] { bar.update(app.busyProgress()); });
-    bool cancelled = false;
-    Interrupt::onSignal([&app, &cancelled] {
-        QMetaObject::invokeMethod(&app, [&] {
-            cancelled = true;
-            app.cancelTranscription();
+    void resolve()
+    {
+        const QString link = m_options.input;
+        const TranscribeControlPtr control = m_control;
+        QtConcurrent::run([link, control]() -> Resolution {
+            try {
+                return {PodcastResolver::resolve(link, PodcastResolver::defaultLookupBase, control), {}};
+            } catch (const UserError &e) {
+                return {std::nullopt, e.errorDescription()};
+            }
+        }).then(this, [this](const Resolution &resolved) {
+            if (m_interrupted) {
+                printError(EngineError::cancelled().errorDescription());
+                return end(Cancelled);
+            }
+            if (!resolved.media) {
+                printError(resolved.error);
+                return end(Failed);
+            }
+            download(*resolved.media);
         });
-    });
+    }
 
-    app.stage(QFileInfo(input).absoluteFilePath(), displayName);
-    app.startPending(overrides);
-    if (app.isBusy()) {
-        QEventLoop loop;
-        QObject::connect(&app, &AppModel::isBusyChanged, &loop, &QEventLoop::quit);
-        loop.exec();
+    void download(const ResolvedMedia &media)
+    {
+        m_bar = std::make_unique<ProgressBar>("Download");
+        m_downloader = std::make_unique<MediaDownloader>([this](double fraction) { m_bar->update(fraction); });
+        m_downloader->download(media.url).then(this, [this, title = media.title](QFuture<QString> done) {
+            if (hasEnded())
+                return;
+            m_bar.reset();
+            // Its work is done; it may still be on the stack that reported.
+            m_downloader.release()->deleteLater();
+            try {
+                m_downloaded = done.result();
+            } catch (const MediaDownloader::Error &e) {
+                printError(e.message());
+                return end(Failed);
+            }
+            transcribe(*m_downloaded, title);
+        });
     }
-    if (app.errorMessage()) {
-        std::fprintf(stderr, "%s\n", qPrintable(*app.errorMessage()));
-        return Failed;
+
+    void transcribe(const QString &file, const std::optional<QString> &title)
+    {
+        if (m_options.save)
+            transcribeAndSave(file, title);
+        else
+            transcribeAndPrint(file);
     }
-    if (cancelled || !app.current()) {
-        std::fprintf(stderr, "%s\n", qPrintable(EngineError::cancelled().errorDescription()));
-        return Cancelled;
+
+    // The engine alone: the result as JSON on standard output, nothing stored.
+    void transcribeAndPrint(const QString &file)
+    {
+        QString modelPath = *m_options.model;
+        if (const std::optional<WhisperModel> model = WhisperModel::withId(modelPath)) {
+            const ModelStore store;
+            if (!store.isInstalled(*model)) {
+                printError(AppModel::notInstalledMessage(*model));
+                return end(Failed);
+            }
+            modelPath = store.modelsDir() + u'/' + model->fileName;
+        }
+        const QString language = m_options.language.value_or(QStringLiteral("auto"));
+        const TranscribeControlPtr control = m_control;
+        m_bar = std::make_unique<ProgressBar>("Transkription");
+        ProgressBar *bar = m_bar.get();
+        QtConcurrent::run([file, modelPath, language, control, bar]() -> Outcome {
+            try {
+                return {Engine::transcribe(file, modelPath, language, control, [bar](double f) { bar->update(f); }),
+                        {}, false};
+            } catch (const UserError &e) {
+                return {std::nullopt, e.errorDescription(), e.isCancelled()};
+            } catch (const std::exception &e) {
+                return {std::nullopt, QString::fromLocal8Bit(e.what()), false};
+            }
+        }).then(this, [this](const Outcome &outcome) {
+            m_bar.reset();
+            if (!outcome.result) {
+                printError(outcome.error);
+                return end(outcome.cancelled ? Cancelled : Failed);
+            }
+            const QByteArray json = QJsonDocument(outcome.result->toJson()).toJson(QJsonDocument::Indented);
+            std::fwrite(json.constData(), 1, size_t(json.size()), stdout);
+            end(Ok);
+        });
     }
-    const HistoryItem &item = *app.current();
-    std::printf("%s\n", qPrintable(item.bundleURL.value_or(QString())));
-    if (!item.bundleURL)
-        std::fprintf(stderr, "%s\n",
-                     qPrintable(Tr::tr("Die Transkription konnte nicht gespeichert werden.")));
-    return item.bundleURL ? Ok : Failed;
-}
+
+    // The application's own road: staging, the settings' model and language unless named,
+    // and a bundle in the history. Prints the bundle's folder.
+    void transcribeAndSave(const QString &file, const std::optional<QString> &title)
+    {
+        AppModel::JobOverrides overrides;
+        overrides.language = m_options.language;
+        if (m_options.model) {
+            if (WhisperModel::withId(*m_options.model))
+                overrides.modelId = m_options.model;
+            else
+                overrides.modelPath = QFileInfo(*m_options.model).absoluteFilePath();
+        }
+        m_app = std::make_unique<AppModel>();
+        m_bar = std::make_unique<ProgressBar>("Transkription");
+        // The job's end resets the progress after the busy flag, so after saved().
+        connect(m_app.get(), &AppModel::busyProgressChanged, this, [this] {
+            if (m_bar)
+                m_bar->update(m_app->busyProgress());
+        });
+        m_app->stage(QFileInfo(file).absoluteFilePath(), title);
+        m_app->startPending(overrides);
+        if (!m_app->isBusy())
+            return saved();
+        connect(m_app.get(), &AppModel::isBusyChanged, this, [this] {
+            if (!m_app->isBusy())
+                saved();
+        });
+    }
+
+    void saved()
+    {
+        m_bar.reset();
+        if (m_app->errorMessage()) {
+            printError(*m_app->errorMessage());
+            return end(Failed);
+        }
+        if (m_interrupted || !m_app->current()) {
+            printError(EngineError::cancelled().errorDescription());
+            return end(Cancelled);
+        }
+        const HistoryItem &item = *m_app->current();
+        std::printf("%s\n", qPrintable(item.bundleURL.value_or(QString())));
+        if (!item.bundleURL)
+            printError(Tr::tr("Die Transkription konnte nicht gespeichert werden."));
+        end(item.bundleURL ? Ok : Failed);
+    }
+
+    const Options m_options;
+    const TranscribeControlPtr m_control = std::make_shared<TranscribeControl>();
+    bool m_interrupted = false;
+    std::unique_ptr<ProgressBar> m_bar;
+    std::unique_ptr<MediaDownloader> m_downloader;
+    std::optional<QString> m_downloaded;
+    std::unique_ptr<AppModel> m_app;
+};
 
 } // namespace
 
-int transcribe(const QStringList &args)
+std::unique_ptr<QObject> transcribe(const QStringList &args)
 {
     QCommandLineParser parser;
-    parser.addPositionalArgument(QStringLiteral("file"), QStringLiteral("audio or video file"));
-    parser.addOption({QStringLiteral("model"), QStringLiteral("model file, or with --save a catalogue id"),
-                      QStringLiteral("model")});
+    parser.addPositionalArgument(QStringLiteral("file"), QStringLiteral("audio or video file, or a link"));
+    parser.addOption({QStringLiteral("model"), QStringLiteral("catalogue id or model file"), QStringLiteral("model")});
     parser.addOption({QStringLiteral("language"), QStringLiteral("language code or auto"), QStringLiteral("code")});
     parser.addOption({QStringLiteral("save"), QStringLiteral("store the result in the history")});
     const bool parsed = parser.parse(args);
     const bool save = parser.isSet(QStringLiteral("save"));
     if (!parsed || parser.positionalArguments().size() != 1 || (!save && !parser.isSet(QStringLiteral("model")))) {
         if (!parser.errorText().isEmpty())
-            std::fprintf(stderr, "%s\n", qPrintable(parser.errorText()));
+            printError(parser.errorText());
         std::fprintf(stderr, "%s", qPrintable(usage()));
-        return Usage;
+        finish(Usage);
+        return nullptr;
     }
-    QString input = parser.positionalArguments().constFirst();
-    std::optional<QString> title;
-    std::optional<QString> downloaded;
-    if (isLink(input)) {
-        const Fetched fetched = fetchLink(input);
-        if (!fetched.file)
-            return fetched.status;
-        input = *fetched.file;
-        title = fetched.title;
-        downloaded = fetched.file;
-    }
-    // The download is this command's own; the stored transcription keeps a copy.
-    const auto removeDownload = qScopeGuard([&downloaded] {
-        if (downloaded)
-            QFile::remove(*downloaded);
-    });
-
-    if (save) {
-        AppModel::JobOverrides overrides;
-        if (parser.isSet(QStringLiteral("model"))) {
-            overrides.modelId = parser.value(QStringLiteral("model"));
-            if (!WhisperModel::withId(*overrides.modelId)) {
-                std::fprintf(stderr, "Unknown model: %s\n", qPrintable(*overrides.modelId));
-                return Usage;
-            }
-        }
-        if (parser.isSet(QStringLiteral("language")))
-            overrides.language = parser.value(QStringLiteral("language"));
-        return transcribeAndSave(input, overrides, title);
-    }
-
-    const QString model = parser.value(QStringLiteral("model"));
-    const QString language = parser.isSet(QStringLiteral("language")) ? parser.value(QStringLiteral("language"))
-                                                                      : QStringLiteral("auto");
-    auto control = std::make_shared<TranscribeControl>();
-    Interrupt::onSignal([control] { control->cancel(); });
-    ProgressBar bar("Transkription");
-    try {
-        const TranscriptionResult result
-            = Engine::transcribe(input, model, language, control, [&bar](double f) { bar.update(f); });
-        const QByteArray json = QJsonDocument(result.toJson()).toJson(QJsonDocument::Indented);
-        std::fwrite(json.constData(), 1, size_t(json.size()), stdout);
-        return Ok;
-    } catch (const EngineError &error) {
-        std::fprintf(stderr, "%s\n", qPrintable(error.errorDescription()));
-        return error.isCancelled() ? Cancelled : Failed;
-    }
+    TranscribeRun::Options options;
+    options.input = parser.positionalArguments().constFirst();
+    if (parser.isSet(QStringLiteral("model")))
+        options.model = parser.value(QStringLiteral("model"));
+    if (parser.isSet(QStringLiteral("language")))
+        options.language = parser.value(QStringLiteral("language"));
+    options.save = save;
+    auto run = std::make_unique<TranscribeRun>(std::move(options));
+    run->start();
+    return run;
 }
 
 } // namespace Cli

@@ -127,13 +127,12 @@ void runProcess(const QString &executable, const QStringList &arguments, const T
     if (control)
         control->setProcess(child.processId());
 
-    QByteArray errors;
-    while (child.state() != QProcess::NotRunning) {
-        child.waitForReadyRead(-1);
-        errors += child.readAllStandardError();
+    // The child ends by itself or by a cancel, which terminates it through the control, so
+    // this pool thread waits in bounded slices rather than on one endless call. QProcess
+    // gathers the error output meanwhile, so a chatty child never blocks on a full pipe.
+    while (!child.waitForFinished(1000) && child.state() != QProcess::NotRunning) {
     }
-    child.waitForFinished(-1);
-    errors += child.readAllStandardError();
+    const QByteArray errors = child.readAllStandardError();
     if (control)
         control->setProcess(std::nullopt);
 

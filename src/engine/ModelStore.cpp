@@ -102,33 +102,43 @@ void ModelStore::downloadCoreML(const WhisperModel &model)
         setFraction(m_coreMLDownloading, &ModelStore::coreMLDownloadingChanged, id, fraction);
     };
     delegate->onFinish = [this, id, delegate](const std::optional<QString> &file, const std::optional<QString> &error) {
+        delegate->deleteLater();
         if (error)
             setErrorMessage(*error);
         else if (file)
-            unpackCoreML(*file);
+            return unpackCoreML(*file, id); // the download ends when the package is unpacked
         endDownload(m_coreMLDownloading, &ModelStore::coreMLDownloadingChanged, id);
-        delegate->deleteLater();
     };
     delegate->start(WhisperModel::fileURL(m_repositoryBase, model.coreMLName + QStringLiteral(".zip")));
 }
 
-void ModelStore::unpackCoreML(const QString &archive)
+void ModelStore::unpackCoreML(const QString &archive, const QString &id)
 {
     // Each archive holds the package folder at its top level, so it lands beside the
-    // model file; "-o" replaces an earlier package without asking. Blocks until done.
-    QProcess unzip;
-    unzip.start(QStringLiteral("/usr/bin/unzip"), {QStringLiteral("-o"), QStringLiteral("-q"), archive,
-                                                   QStringLiteral("-d"), m_modelsDir});
-    if (!unzip.waitForStarted(-1)) {
-        setErrorMessage(unzip.errorString());
-        return;
-    }
-    unzip.waitForFinished(-1);
-    QFile::remove(archive);
-    if (unzip.exitStatus() != QProcess::NormalExit || unzip.exitCode() != 0)
-        setErrorMessage(QStringLiteral("Entpacken des ANE-Encoders fehlgeschlagen."));
-    else
-        refresh();
+    // model file; "-o" replaces an earlier package without asking. A package can be a
+    // gigabyte, so unzip runs beside the event loop and reports when it is done.
+    auto *unzip = new QProcess(this);
+    connect(unzip, &QProcess::errorOccurred, this, [this, unzip, id](QProcess::ProcessError error) {
+        // A crash also ends in finished(); only a failed launch ends here.
+        if (error != QProcess::FailedToStart)
+            return;
+        setErrorMessage(unzip->errorString());
+        endDownload(m_coreMLDownloading, &ModelStore::coreMLDownloadingChanged, id);
+        unzip->deleteLater();
+    });
+    connect(unzip, &QProcess::finished, this, [this, unzip, archive, id](int exitCode, QProcess::ExitStatus status) {
+        QFile::remove(archive);
+        if (status != QProcess::NormalExit || exitCode != 0)
+            setErrorMessage(QStringLiteral("Entpacken des ANE-Encoders fehlgeschlagen."));
+        else
+            refresh();
+        endDownload(m_coreMLDownloading, &ModelStore::coreMLDownloadingChanged, id);
+        unzip->deleteLater();
+    });
+    unzip->setStandardOutputFile(QProcess::nullDevice());
+    unzip->setStandardErrorFile(QProcess::nullDevice());
+    unzip->start(QStringLiteral("/usr/bin/unzip"), {QStringLiteral("-o"), QStringLiteral("-q"), archive,
+                                                    QStringLiteral("-d"), m_modelsDir});
 }
 
 void ModelStore::deleteModel(const WhisperModel &model)

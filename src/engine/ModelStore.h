@@ -66,7 +66,8 @@ private:
     void setErrorMessage(const QString &message);
     void setFraction(Fractions &map, void (ModelStore::*changed)(), const QString &id, double fraction);
     void endDownload(Fractions &map, void (ModelStore::*changed)(), const QString &id);
-    void unpackCoreML(const QString &archive);
+    // Ends the package download of `id` when unzip has finished.
+    void unpackCoreML(const QString &archive, const QString &id);
 
     QUrl m_repositoryBase;
     QString m_modelsDir;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QFuture>
 #include <QLatin1StringView>
 #include <QString>
 
@@ -10,8 +11,10 @@
 // reported from here: a key that cannot be stored is simply missing at the next start.
 // No key is ever written to a settings file, a log or an output stream.
 //
-// Called on the main thread. The store answers asynchronously, so each call waits in a
-// local event loop (user input excluded) until its answer is there.
+// Called on the main thread, which never waits for the store: each call returns at once
+// and its future finishes when the store has answered (follow it with a continuation on
+// a context object). The calls take effect one after the other in the order they were
+// made, so a load or removal never overtakes the write of an earlier save.
 namespace KeychainStore {
 
 inline constexpr QLatin1StringView service{"org.morvane.sagwerk"};
@@ -21,13 +24,13 @@ inline constexpr QLatin1StringView openaiAccount{"openai-api-key"};
 // Replaces the account's secret with `value` trimmed of white space and line breaks.
 // The old secret is removed first, so a failed write leaves none at all; a value of
 // blanks only just removes it.
-void save(const QString &value, const QString &account);
+QFuture<void> save(const QString &value, const QString &account);
 
 // The account's secret, or nothing when there is none, the store cannot be reached, or
 // the secret is not valid UTF-8.
-std::optional<QString> load(const QString &account);
+QFuture<std::optional<QString>> load(const QString &account);
 
 // Removes the account's secret; a missing one is no failure.
-void remove(const QString &account);
+QFuture<void> remove(const QString &account);
 
 } // namespace KeychainStore

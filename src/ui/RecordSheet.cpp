@@ -17,6 +17,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <utility>
+
 namespace {
 
 // The meter: a quiet track and, from the left, a bar as long as the level.
@@ -132,6 +134,9 @@ QString RecordSheet::timeString(double elapsed)
 
 void RecordSheet::startOrStop()
 {
+    // A press while the file is being closed would start a second recording.
+    if (m_stopping)
+        return;
     if (m_recorder->isRecording())
         stopAndTranscribe();
     else
@@ -140,18 +145,23 @@ void RecordSheet::startOrStop()
 
 void RecordSheet::stopAndTranscribe()
 {
-    const std::optional<QString> url = m_recorder->stop();
-    if (!url)
-        return;
-    // Kept German in every language, as the names of dropped files are kept as they are.
-    const QString name = QStringLiteral("Aufnahme ") + Format::date(QDateTime::currentDateTime());
-    m_app.setShowRecorder(false);
-    accept();
-    m_app.transcribe(*url, name);
+    m_stopping = true;
+    // The sheet stays until the encoder has closed the file, usually a moment.
+    m_recorder->stop().then(this, [this](const std::optional<QString> &url) {
+        // A cancel meanwhile has thrown the recording away.
+        if (!std::exchange(m_stopping, false) || !url)
+            return;
+        // Kept German in every language, as the names of dropped files are kept as they are.
+        const QString name = QStringLiteral("Aufnahme ") + Format::date(QDateTime::currentDateTime());
+        m_app.setShowRecorder(false);
+        accept();
+        m_app.transcribe(*url, name);
+    });
 }
 
 void RecordSheet::reject()
 {
+    m_stopping = false;
     m_recorder->cancel();
     QDialog::reject();
 }

@@ -42,4 +42,6 @@ private:
     QLabel *m_denied;
     QPushButton *m_cancel;
     QPushButton *m_go;
+    // Stopped, and waiting for the encoder to close the file.
+    bool m_stopping = false;
 };

@@ -1,6 +1,7 @@
 // The application state headless: start, settings, staging, the job road with every
 // cancel moment, and item changes. Runs in a throw-away session with a real keyring.
 #include "Media.h"
+#include "StoredKey.h"
 
 #include "app/AppModel.h"
 #include "app/Settings.h"
@@ -96,6 +97,9 @@ TEST_F(AppModelTest, StartsFromDefaultsOrFromWhatWasStored)
     EXPECT_EQ(app.language(), QStringLiteral("auto"));
     EXPECT_TRUE(app.speakerDetection());
     EXPECT_TRUE(app.interviewLiveSpeakers());
+    EXPECT_TRUE(app.anthropicKey().isEmpty()) << "the key store answers a moment later";
+    QSignalSpy keyArrived(&app, &AppModel::anthropicKeyChanged);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return keyArrived.count() == 1; }));
     EXPECT_EQ(app.anthropicKey(), QStringLiteral("sk-ant-123"));
     // An unknown stored id stays stored, and the job falls back to the second entry.
     EXPECT_EQ(app.selectedModelId(), QStringLiteral("gone-model"));
@@ -107,7 +111,16 @@ TEST_F(AppModelTest, StartsFromDefaultsOrFromWhatWasStored)
     // Blanks clear the key in memory and in the keyring.
     app.saveAnthropicKey(QStringLiteral(" \t"));
     EXPECT_TRUE(app.anthropicKey().isEmpty());
-    EXPECT_FALSE(KeychainStore::load(QString(KeychainStore::anthropicAccount)).has_value());
+    EXPECT_FALSE(storedKey(QString(KeychainStore::anthropicAccount)).has_value());
+
+    // A key saved before the store's answer at start is newer than that answer and stays.
+    app.saveOpenAIKey(QStringLiteral("sk-openai-1"));
+    {
+        AppModel early;
+        early.saveOpenAIKey(QString());
+        EXPECT_FALSE(storedKey(QString(KeychainStore::openaiAccount)).has_value());
+        EXPECT_TRUE(early.openaiKey().isEmpty());
+    }
 
     // Finishing the wizard picks the first installed model when the chosen one is not.
     app.finishOnboarding();

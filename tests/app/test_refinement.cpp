@@ -2,6 +2,7 @@
 // played by a server on 127.0.0.1; what it stores survives a restart.
 #include "Cli.h"
 #include "Home.h"
+#include "StoredKey.h"
 
 #include "app/AppModel.h"
 #include "storage/BundleStore.h"
@@ -129,4 +130,15 @@ TEST_F(Refinements, TheCommandLineRefinesAndExportsALevel)
     EXPECT_EQ(noKey.err, "Kein API-Key für den gewählten Anbieter hinterlegt. Bitte in den Einstellungen eintragen.\n");
     EXPECT_EQ(server.totalHits(), before);
     EXPECT_EQ(cli({"smooth", bundle, "--level", "4"}).status, 2);
+
+    // A key in the key store serves without any variable; it arrives a moment after start.
+    const QFuture<void> saved = KeychainStore::save(QStringLiteral("sk-KEYMARKER-stored"),
+                                                    QString(KeychainStore::openaiAccount));
+    ASSERT_TRUE(waitFor([&] { return saved.isFinished(); }));
+    const CliRun stored = cli({"smooth", bundle, "--level", "1", "--model", "gpt-4o"});
+    KeychainStore::remove(QString(KeychainStore::openaiAccount));
+    EXPECT_EQ(stored.status, 0) << stored.err.constData();
+    EXPECT_EQ(stored.out, "Wir fangen an.\n");
+    EXPECT_TRUE(server.lastRequest(QStringLiteral("/v1/chat/completions")).contains("Bearer sk-KEYMARKER-stored"));
+    EXPECT_TRUE(storedKey(QString(KeychainStore::openaiAccount)) == std::nullopt);
 }

@@ -43,12 +43,19 @@ double powerAt(const std::vector<float> &samples, double frequency)
     return s1 * s1 + s2 * s2 - k * s1 * s2;
 }
 
+// What a stop delivers once the encoder has closed the file.
+std::optional<QString> finished(const QFuture<std::optional<QString>> &stopped)
+{
+    EXPECT_TRUE(waitFor([&] { return stopped.isFinished(); }, 15'000)) << "the file was never closed";
+    return stopped.isFinished() ? stopped.result() : std::nullopt;
+}
+
 } // namespace
 
 TEST(Recorder, RecordsTheInputIntoAnAacFile)
 {
     Recorder recorder;
-    EXPECT_EQ(recorder.stop(), std::nullopt);
+    EXPECT_EQ(finished(recorder.stop()), std::nullopt);
 
     float highest = 0;
     QObject::connect(&recorder, &Recorder::levelChanged, [&] { highest = std::max(highest, recorder.level()); });
@@ -56,12 +63,14 @@ TEST(Recorder, RecordsTheInputIntoAnAacFile)
     ASSERT_TRUE(waitFor([&] { return recorder.isRecording(); }, 10'000)) << "denied: " << recorder.permissionDenied();
     EXPECT_FALSE(recorder.permissionDenied());
     ASSERT_TRUE(waitFor([&] { return recorder.elapsed() >= 3.0; }, 15'000)) << recorder.elapsed();
-    const std::optional<QString> file = recorder.stop();
+    const QFuture<std::optional<QString>> stopped = recorder.stop();
     const double elapsed = recorder.elapsed();
-
-    ASSERT_TRUE(file.has_value());
     EXPECT_FALSE(recorder.isRecording());
     EXPECT_EQ(recorder.level(), 0.0f);
+    const std::optional<QString> file = finished(stopped);
+
+    ASSERT_TRUE(file.has_value());
+    EXPECT_EQ(finished(recorder.stop()), file) << "a second stop hands out the same file";
     EXPECT_GE(elapsed, 3.0) << "the last length stays for the sheet";
     EXPECT_GT(highest, 0.2f) << "a tone moves the meter";
     const QFileInfo info(*file);
@@ -95,17 +104,33 @@ TEST(Recorder, RecordsTheInputIntoAnAacFile)
     EXPECT_FALSE(recorder.isRecording());
     EXPECT_FALSE(QFile::exists(*second));
     EXPECT_EQ(recorder.elapsed(), 0.0);
-    EXPECT_EQ(recorder.stop(), std::nullopt);
+    EXPECT_EQ(finished(recorder.stop()), std::nullopt);
     EXPECT_TRUE(QFile::exists(*file));
     QFile::remove(*file);
 
-    // A recorder that goes away while recording takes its file along.
-    {
-        Recorder abandoned;
-        abandoned.start();
-        ASSERT_TRUE(waitFor([&] { return abandoned.isRecording(); }, 10'000));
+    // A cancel while the stopped file is still being closed: the stop delivers nothing.
+    recorder.start();
+    ASSERT_TRUE(waitFor([&] { return recorder.elapsed() >= 0.5; }, 10'000));
+    const QString third = recorder.fileURL().value_or(QString());
+    const QFuture<std::optional<QString>> closing = recorder.stop();
+    ASSERT_FALSE(closing.isFinished()) << "the encoder closes the file after stop() has returned";
+    recorder.cancel();
+    EXPECT_EQ(finished(closing), std::nullopt);
+    EXPECT_FALSE(QFile::exists(third));
+
+    // A recorder that goes away while recording, or while closing its file, takes the file
+    // along.
+    for (bool stopFirst : {false, true}) {
+        {
+            Recorder abandoned;
+            abandoned.start();
+            ASSERT_TRUE(waitFor([&] { return abandoned.isRecording(); }, 10'000));
+            if (stopFirst)
+                abandoned.stop();
+        }
+        EXPECT_TRUE(waitFor([] { return Media::temporaryEntries().isEmpty(); }, 15'000))
+            << Media::temporaryEntries().join(' ').toStdString();
     }
-    EXPECT_TRUE(Media::temporaryEntries().isEmpty()) << Media::temporaryEntries().join(' ').toStdString();
 }
 
 TEST(Recorder, TheLevelIsAmplitudeWithAFixedGain)

@@ -8,6 +8,7 @@
 #include "storage/BundleStore.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QSettings>
 #include <QStandardPaths>
@@ -22,8 +23,17 @@ TEST(CliSaveExport, TranscribeIntoTheHistoryAndExportWithCorrections)
     const CliRun missing = cli({"transcribe", audio, "--save"});
     EXPECT_EQ(missing.status, 1);
     EXPECT_EQ(missing.err, "Modell Small ist nicht installiert. Bitte in den Einstellungen herunterladen.\n");
+    // --model takes a catalogue id also without --save, with the same message.
+    const CliRun missingById = cli({"transcribe", audio, "--model", "small-q5_1"});
+    EXPECT_EQ(missingById.status, 1);
+    EXPECT_EQ(missingById.err, missing.err);
 
     Media::installTinyModel(data + "/models", QStringLiteral("ggml-base-q5_1.bin"));
+    const CliRun byId = cli({"transcribe", audio, "--model", "base-q5_1", "--language", "de"});
+    ASSERT_EQ(byId.status, 0) << byId.err.toStdString();
+    EXPECT_TRUE(byId.out.contains("\"language\": \"de\"")) << byId.out.toStdString();
+    EXPECT_TRUE(BundleStore::list().isEmpty()) << "without --save nothing is stored";
+
     const CliRun saved = cli({"transcribe", audio, "--save", "--model", "base-q5_1", "--language", "de"});
     ASSERT_EQ(saved.status, 0) << saved.err.toStdString();
     const QString folder = QString::fromUtf8(saved.out).trimmed();
@@ -63,5 +73,25 @@ TEST(CliSaveExport, TranscribeIntoTheHistoryAndExportWithCorrections)
     EXPECT_EQ(notABundle.status, 1);
     EXPECT_TRUE(notABundle.err.contains("keine lesbare Transkription"));
     EXPECT_EQ(cli({"export", folder, "--format", "pdf"}).status, 2);
+
+    // With --save, a model file outside the catalogue runs as given and is stored like any
+    // other job; a file that is not there gets the job's own message.
+    const CliRun byPath = cli({"transcribe", audio, "--save", "--model", Media::tinyModel(), "--language", "de"});
+    ASSERT_EQ(byPath.status, 0) << byPath.err.toStdString();
+    EXPECT_EQ(BundleStore::list().size(), 2);
+    EXPECT_EQ(BundleStore::list().first().url.toUtf8(), byPath.out.trimmed());
+    const CliRun noFile = cli({"transcribe", audio, "--save", "--model", "/nonexistent/model.bin"});
+    EXPECT_EQ(noFile.status, 1);
+    EXPECT_EQ(noFile.err, "Kein Modell ausgewählt/installiert.\n");
+    EXPECT_EQ(BundleStore::list().size(), 2);
+    // Ctrl-C during the job: the user's text, and nothing stored.
+    const QStringList minute{"transcribe", Media::tone(QStringLiteral("opus"), 60.0), "--save", "--model", "base-q5_1"};
+    QElapsedTimer clock;
+    clock.start();
+    const CliRun interrupted = cli(minute, [&] { return clock.elapsed() > 300; });
+    EXPECT_EQ(interrupted.status, 130) << interrupted.err.toStdString();
+    EXPECT_EQ(interrupted.err, "Abgebrochen.\n");
+    EXPECT_EQ(BundleStore::list().size(), 2);
+    EXPECT_FALSE(QSettings(QStringLiteral("Morvane"), QStringLiteral("Sagwerk")).contains("selectedModelId"));
     EXPECT_TRUE(Media::temporaryEntries().isEmpty());
 }

@@ -111,6 +111,13 @@ TEST_F(Fallback, ChildFailuresBecomeTheirTrimmedErrorOutput)
 
     useFfmpeg(QStringLiteral("latin1-failure"), QStringLiteral("printf 'Gr\\374\\337e' >&2; exit 7"));
     EXPECT_EQ(convertError([] { Engine::extractWav(Media::emptyFile()); }), prefix + QStringLiteral("Exit 7"));
+
+    // A child that outlasts one wait, and one that writes more than a pipe holds: all of
+    // its output is kept, and neither side blocks.
+    useFfmpeg(QStringLiteral("slow-chatty-failure"),
+              QStringLiteral("sleep 1.5; head -c 300000 /dev/zero | tr '\\0' x >&2; echo ' Ende' >&2; exit 2"));
+    EXPECT_EQ(convertError([] { Engine::decodeTo16kMonoFloats(Media::emptyFile()); }),
+              prefix + QString(300000, u'x') + QStringLiteral(" Ende"));
 }
 
 TEST_F(Fallback, CancelStopsTheChildBeforeOrWhileItRuns)

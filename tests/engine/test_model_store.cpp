@@ -233,6 +233,13 @@ TEST_F(ModelStoreTest, NeuralEnginePackagesAreUnpackedBesideTheModels)
     server.answer(QStringLiteral("/ggml-small-encoder.mlmodelc.zip"), {.body = "PK? not really a zip archive"});
     ModelStore store(server.base());
 
+    // The download ends only once the package is unpacked, so no moment shows neither.
+    std::optional<bool> installedWhenEnded;
+    QObject::connect(&store, &ModelStore::coreMLDownloadingChanged, [&] {
+        if (store.coreMLDownloading().isEmpty() && !installedWhenEnded)
+            installedWhenEnded = store.coreMLInstalled().contains(base.id);
+    });
+
     // A package and a model download of the same model run side by side.
     store.downloadCoreML(base);
     store.downloadCoreML(base);
@@ -242,6 +249,7 @@ TEST_F(ModelStoreTest, NeuralEnginePackagesAreUnpackedBesideTheModels)
     EXPECT_EQ(server.hits(zipPath), 1);
     EXPECT_EQ(Media::readFile(package + QStringLiteral("/coremldata.bin")), "first");
     EXPECT_EQ(store.coreMLInstalled(), QSet<QString>{"base-q5_1"});
+    EXPECT_EQ(installedWhenEnded, true);
     EXPECT_TRUE(store.installed().isEmpty()) << "the model file got an error page";
 
     store.downloadCoreML(small);

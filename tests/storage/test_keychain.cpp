@@ -2,6 +2,8 @@
 // and where none can be reached. with-secret-service.sh sets up the session; the tests
 // refuse to run on any other, so the developer's own keyring is never touched.
 // Every key here contains the marker that CTest looks for in the output.
+#include "LocalServer.h"
+
 #include "storage/KeychainStore.h"
 
 #include <QDBusConnection>
@@ -51,6 +53,29 @@ int itemsOf(const QString &account)
     return count;
 }
 
+// The store's answer, waited for in the test's own event loop.
+std::optional<QString> answer(const QFuture<std::optional<QString>> &future)
+{
+    EXPECT_TRUE(waitFor([&] { return future.isFinished(); })) << "no answer from the store";
+    return future.isFinished() ? future.result() : std::nullopt;
+}
+void answer(const QFuture<void> &future)
+{
+    EXPECT_TRUE(waitFor([&] { return future.isFinished(); })) << "no answer from the store";
+}
+std::optional<QString> load(const QString &account)
+{
+    return answer(KeychainStore::load(account));
+}
+void save(const QString &value, const QString &account)
+{
+    answer(KeychainStore::save(value, account));
+}
+void remove(const QString &account)
+{
+    answer(KeychainStore::remove(account));
+}
+
 // Files under `dir` whose bytes contain the marker.
 QStringList filesWithMarker(const QString &dir)
 {
@@ -70,32 +95,32 @@ TEST(KeychainStore, SavesReplacesAndRemovesOneItemPerAccountOfText)
 {
     ASSERT_ON_THROWAWAY_SESSION();
 
-    EXPECT_EQ(KeychainStore::load(anthropic), std::nullopt);
-    KeychainStore::remove(anthropic);
+    EXPECT_EQ(load(anthropic), std::nullopt);
+    remove(anthropic);
     EXPECT_EQ(itemsOf(anthropic), 0);
 
-    KeychainStore::save(QStringLiteral("sk-ant-KEYMARKER-first"), anthropic);
-    EXPECT_EQ(KeychainStore::load(anthropic), QStringLiteral("sk-ant-KEYMARKER-first"));
+    save(QStringLiteral("sk-ant-KEYMARKER-first"), anthropic);
+    EXPECT_EQ(load(anthropic), QStringLiteral("sk-ant-KEYMARKER-first"));
     EXPECT_EQ(itemsOf(anthropic), 1);
 
     // Saving again replaces: still one item, holding the new key, trimmed.
-    KeychainStore::save(QStringLiteral("\n  sk-ant-KEYMARKER-ßecond\u00e9\t\r\n"), anthropic);
-    EXPECT_EQ(KeychainStore::load(anthropic), QStringLiteral("sk-ant-KEYMARKER-ßecond\u00e9"));
+    save(QStringLiteral("\n  sk-ant-KEYMARKER-ßecond\u00e9\t\r\n"), anthropic);
+    EXPECT_EQ(load(anthropic), QStringLiteral("sk-ant-KEYMARKER-ßecond\u00e9"));
     EXPECT_EQ(itemsOf(anthropic), 1);
 
     // The two accounts are separate items.
-    KeychainStore::save(QStringLiteral("sk-proj-KEYMARKER"), openai);
-    EXPECT_EQ(KeychainStore::load(openai), QStringLiteral("sk-proj-KEYMARKER"));
-    EXPECT_EQ(KeychainStore::load(anthropic), QStringLiteral("sk-ant-KEYMARKER-ßecond\u00e9"));
+    save(QStringLiteral("sk-proj-KEYMARKER"), openai);
+    EXPECT_EQ(load(openai), QStringLiteral("sk-proj-KEYMARKER"));
+    EXPECT_EQ(load(anthropic), QStringLiteral("sk-ant-KEYMARKER-ßecond\u00e9"));
 
     // Blanks only remove the item.
-    KeychainStore::save(QStringLiteral(" \t\n\u00a0"), anthropic);
-    EXPECT_EQ(KeychainStore::load(anthropic), std::nullopt);
+    save(QStringLiteral(" \t\n\u00a0"), anthropic);
+    EXPECT_EQ(load(anthropic), std::nullopt);
     EXPECT_EQ(itemsOf(anthropic), 0);
-    EXPECT_EQ(KeychainStore::load(openai), QStringLiteral("sk-proj-KEYMARKER"));
+    EXPECT_EQ(load(openai), QStringLiteral("sk-proj-KEYMARKER"));
 
-    KeychainStore::remove(openai);
-    EXPECT_EQ(KeychainStore::load(openai), std::nullopt);
+    remove(openai);
+    EXPECT_EQ(load(openai), std::nullopt);
     EXPECT_EQ(itemsOf(openai), 0);
 
     // Nothing of it went to a settings file.
@@ -113,9 +138,23 @@ TEST(KeychainStore, SavesReplacesAndRemovesOneItemPerAccountOfText)
     loop.exec();
     ASSERT_EQ(job.error(), QKeychain::NoError) << job.errorString().toStdString();
 
-    EXPECT_EQ(KeychainStore::load(anthropic), std::nullopt);
-    KeychainStore::remove(anthropic);
+    EXPECT_EQ(load(anthropic), std::nullopt);
+    remove(anthropic);
     EXPECT_EQ(itemsOf(anthropic), 0);
+
+    // Calls made one after the other without waiting take effect in that order: a removal
+    // never lands before the write of an earlier save, nor a load before either.
+    KeychainStore::save(QStringLiteral("sk-ant-KEYMARKER-a"), anthropic);
+    KeychainStore::remove(anthropic);
+    const QFuture<std::optional<QString>> afterRemoval = KeychainStore::load(anthropic);
+    KeychainStore::save(QStringLiteral("sk-ant-KEYMARKER-b"), anthropic);
+    KeychainStore::save(QStringLiteral("sk-ant-KEYMARKER-c"), anthropic);
+    const QFuture<std::optional<QString>> afterSaves = KeychainStore::load(anthropic);
+    EXPECT_FALSE(afterRemoval.isFinished()) << "the caller never waits";
+    EXPECT_EQ(answer(afterRemoval), std::nullopt);
+    EXPECT_EQ(answer(afterSaves), QStringLiteral("sk-ant-KEYMARKER-c"));
+    EXPECT_EQ(itemsOf(anthropic), 1);
+    remove(anthropic);
 }
 
 TEST(KeychainStoreUnreachable, EverythingIsSilentAndNothingIsKept)
@@ -124,11 +163,11 @@ TEST(KeychainStoreUnreachable, EverythingIsSilentAndNothingIsKept)
 
     QElapsedTimer clock;
     clock.start();
-    KeychainStore::save(QStringLiteral("sk-ant-KEYMARKER"), anthropic);
-    EXPECT_EQ(KeychainStore::load(anthropic), std::nullopt);
-    KeychainStore::save(QStringLiteral("  "), openai);
-    KeychainStore::remove(anthropic);
-    EXPECT_EQ(KeychainStore::load(openai), std::nullopt);
+    save(QStringLiteral("sk-ant-KEYMARKER"), anthropic);
+    EXPECT_EQ(load(anthropic), std::nullopt);
+    save(QStringLiteral("  "), openai);
+    remove(anthropic);
+    EXPECT_EQ(load(openai), std::nullopt);
     // Failing fast: no call waits for a D-Bus timeout.
     EXPECT_LT(clock.elapsed(), 10000);
 

@@ -1,6 +1,7 @@
 // The settings sheet, the model rows, the first-run wizard, help and about, offscreen
 // against a real model store, a local HTTP server and a keyring in a throw-away session.
 #include "LocalServer.h"
+#include "StoredKey.h"
 
 #include "app/AppModel.h"
 #include "app/Settings.h"
@@ -228,7 +229,7 @@ private slots:
         QTest::keyClicks(keyField(sheet.get(), "anthropicKey"), QStringLiteral(" sk-ant-saved "));
         QTest::keyClick(keyField(sheet.get(), "anthropicKey"), Qt::Key_Return);
         QCOMPARE(sheet->result(), int(QDialog::Accepted));
-        QCOMPARE(KeychainStore::load(QString(KeychainStore::anthropicAccount)).value_or(QString()),
+        QCOMPARE(storedKey(QString(KeychainStore::anthropicAccount)).value_or(QString()),
                  QStringLiteral("sk-ant-saved"));
         QCOMPARE(app.openaiKey(), QStringLiteral("sk-openai-kept"));
         QVERIFY(shows(child(sheet.get(), QStringLiteral("anthropicKey")), QStringLiteral("stored")));
@@ -238,7 +239,7 @@ private slots:
         QTest::keyClicks(keyField(sheet.get(), "openaiKey"), QStringLiteral("draft"));
         click(child(sheet.get(), QStringLiteral("openaiKey")), QStringLiteral("remove"));
         QVERIFY(app.openaiKey().isEmpty());
-        QVERIFY(!KeychainStore::load(QString(KeychainStore::openaiAccount)));
+        QVERIFY(!storedKey(QString(KeychainStore::openaiAccount)));
         QVERIFY(keyField(sheet.get(), "openaiKey")->text().isEmpty());
         QVERIFY(sheet->isVisible());
 

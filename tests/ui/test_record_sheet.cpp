@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QSignalSpy>
 
 namespace {
 
@@ -41,10 +42,12 @@ TEST_F(RecordSheetTest, ARecordingEndsAsATranscript)
     ASSERT_TRUE(waitFor([&] { return sheet.recorder().elapsed() >= 2.2; }, 15'000));
     EXPECT_EQ(time->text(), QStringLiteral("00:02"));
 
-    // Return is the sheet's default: stop and transcribe.
+    // Return is the sheet's default: stop and transcribe, once the file is closed.
+    QSignalSpy busy(&app, &AppModel::isBusyChanged);
     QTest::keyClick(&sheet, Qt::Key_Return);
-    EXPECT_FALSE(sheet.isVisible() || app.showRecorder());
-    ASSERT_TRUE(app.isBusy());
+    ASSERT_TRUE(waitFor([&] { return !sheet.isVisible(); }, 15'000));
+    EXPECT_FALSE(app.showRecorder());
+    ASSERT_GE(busy.count(), 1) << "the job starts as the sheet closes";
     ASSERT_TRUE(waitFor([&] { return !app.isBusy(); }, 180'000));
     EXPECT_FALSE(app.errorMessage().has_value()) << app.errorMessage().value_or("").toStdString();
     ASSERT_EQ(app.history().size(), 1);
