@@ -1,5 +1,6 @@
 #include "capture/InterviewSession.h"
 
+#include "capture/Microphone.h"
 #include "core/TranscribeControl.h"
 #include "core/Tr.h"
 #include "engine/Engine.h"
@@ -10,7 +11,6 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QMediaDevices>
-#include <QPermission>
 #include <QPromise>
 #include <QtConcurrent/QtConcurrentRun>
 #include <QtEndian>
@@ -92,23 +92,7 @@ void InterviewSession::start(const QString &modelURL, const QString &language, b
     m_modelURL = modelURL;
     m_language = language;
     m_liveSpeakers = liveSpeakers;
-    QMicrophonePermission microphone;
-    switch (qApp->checkPermission(microphone)) {
-    case Qt::PermissionStatus::Undetermined:
-        qApp->requestPermission(microphone, this, [this](const QPermission &answer) {
-            if (answer.status() == Qt::PermissionStatus::Granted)
-                begin();
-            else
-                m_permissionDenied = true;
-        });
-        return;
-    case Qt::PermissionStatus::Denied:
-        m_permissionDenied = true;
-        return;
-    case Qt::PermissionStatus::Granted:
-        begin();
-        return;
-    }
+    Microphone::whenAllowed(this, [this] { begin(); }, [this] { m_permissionDenied = true; });
 }
 
 void InterviewSession::begin()

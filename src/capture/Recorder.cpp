@@ -1,5 +1,7 @@
 #include "capture/Recorder.h"
 
+#include "capture/Microphone.h"
+
 #include "core/TranscriptionResult.h"
 
 #include <QAudioDevice>
@@ -163,23 +165,7 @@ void Recorder::start()
 {
     if (m_recorder)
         return;
-    QMicrophonePermission microphone;
-    switch (qApp->checkPermission(microphone)) {
-    case Qt::PermissionStatus::Undetermined:
-        qApp->requestPermission(microphone, this, [this](const QPermission &answer) {
-            if (answer.status() == Qt::PermissionStatus::Granted)
-                begin();
-            else
-                setPermissionDenied(true);
-        });
-        return;
-    case Qt::PermissionStatus::Denied:
-        setPermissionDenied(true);
-        return;
-    case Qt::PermissionStatus::Granted:
-        begin();
-        return;
-    }
+    Microphone::whenAllowed(this, [this] { begin(); }, [this] { setPermissionDenied(true); });
 }
 
 void Recorder::begin()
