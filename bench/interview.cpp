@@ -39,7 +39,7 @@ int main(int argc, char **argv)
         const qsizetype rolling = lags.size();
         QElapsedTimer stopping;
         stopping.start();
-        session.stop().then(&app, [&, rolling](const std::optional<InterviewResult> &value) {
+        session.stop().then(&app, [&, rolling, stopping](const std::optional<InterviewResult> &value) {
             const double stopSeconds = double(stopping.elapsed()) / 1000.0;
             QList<double> sorted = lags.mid(0, rolling);
             std::sort(sorted.begin(), sorted.end());
