@@ -707,5 +707,25 @@
         <source>Unerwartete Antwort der API.</source>
         <translation>Unexpected response from the API.</translation>
     </message>
+    <message>
+        <source>Der Server lieferte keine Modelldatei.</source>
+        <translation>The server did not deliver a model file.</translation>
+    </message>
+    <message>
+        <source>Lade Sprecher-Modelle (einmalig)…</source>
+        <translation>Loading speaker models (one time only)…</translation>
+    </message>
+    <message>
+        <source>Sprecher-Modelle konnten nicht geladen werden.</source>
+        <translation>The speaker models could not be loaded.</translation>
+    </message>
+    <message>
+        <source>Sprechertrennung fehlgeschlagen</source>
+        <translation>Speaker separation failed</translation>
+    </message>
+    <message>
+        <source>Programm für die Sprechertrennung nicht gefunden (App beschädigt?).</source>
+        <translation>Speaker separation program not found (is the app damaged?).</translation>
+    </message>
 </context>
 </TS>

@@ -707,5 +707,25 @@
         <source>Unerwartete Antwort der API.</source>
         <translation>Réponse inattendue de l’API.</translation>
     </message>
+    <message>
+        <source>Der Server lieferte keine Modelldatei.</source>
+        <translation>Le serveur n’a pas fourni de fichier de modèle.</translation>
+    </message>
+    <message>
+        <source>Lade Sprecher-Modelle (einmalig)…</source>
+        <translation>Chargement des modèles de locuteurs (une seule fois)…</translation>
+    </message>
+    <message>
+        <source>Sprecher-Modelle konnten nicht geladen werden.</source>
+        <translation>Les modèles de locuteurs n’ont pas pu être chargés.</translation>
+    </message>
+    <message>
+        <source>Sprechertrennung fehlgeschlagen</source>
+        <translation>La séparation des locuteurs a échoué</translation>
+    </message>
+    <message>
+        <source>Programm für die Sprechertrennung nicht gefunden (App beschädigt?).</source>
+        <translation>Programme de séparation des locuteurs introuvable (application endommagée ?).</translation>
+    </message>
 </context>
 </TS>

@@ -707,5 +707,25 @@
         <source>Unerwartete Antwort der API.</source>
         <translation>Oväntat svar från API:et.</translation>
     </message>
+    <message>
+        <source>Der Server lieferte keine Modelldatei.</source>
+        <translation>Servern levererade ingen modellfil.</translation>
+    </message>
+    <message>
+        <source>Lade Sprecher-Modelle (einmalig)…</source>
+        <translation>Laddar talarmodeller (endast en gång)…</translation>
+    </message>
+    <message>
+        <source>Sprecher-Modelle konnten nicht geladen werden.</source>
+        <translation>Talarmodellerna kunde inte laddas.</translation>
+    </message>
+    <message>
+        <source>Sprechertrennung fehlgeschlagen</source>
+        <translation>Talarseparationen misslyckades</translation>
+    </message>
+    <message>
+        <source>Programm für die Sprechertrennung nicht gefunden (App beschädigt?).</source>
+        <translation>Programmet för talarseparation hittades inte (är appen skadad?).</translation>
+    </message>
 </context>
 </TS>
