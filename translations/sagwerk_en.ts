@@ -727,5 +727,21 @@
         <source>Programm für die Sprechertrennung nicht gefunden (App beschädigt?).</source>
         <translation>Speaker separation program not found (is the app damaged?).</translation>
     </message>
+    <message>
+        <source>Sprecher werden erkannt…</source>
+        <translation>Detecting speakers…</translation>
+    </message>
+    <message>
+        <source>Stimmen trennen… %1 %</source>
+        <translation>Separating voices… %1 %</translation>
+    </message>
+    <message>
+        <source>Bereite Audio auf…</source>
+        <translation>Preparing audio…</translation>
+    </message>
+    <message>
+        <source>KI ergänzt Namen und Rollen…</source>
+        <translation>AI is adding names and roles…</translation>
+    </message>
 </context>
 </TS>

@@ -727,5 +727,21 @@
         <source>Programm für die Sprechertrennung nicht gefunden (App beschädigt?).</source>
         <translation>Programme de séparation des locuteurs introuvable (application endommagée ?).</translation>
     </message>
+    <message>
+        <source>Sprecher werden erkannt…</source>
+        <translation>Détection des locuteurs…</translation>
+    </message>
+    <message>
+        <source>Stimmen trennen… %1 %</source>
+        <translation>Séparation des voix… %1 %</translation>
+    </message>
+    <message>
+        <source>Bereite Audio auf…</source>
+        <translation>Préparation de l’audio…</translation>
+    </message>
+    <message>
+        <source>KI ergänzt Namen und Rollen…</source>
+        <translation>L’IA ajoute les noms et les rôles…</translation>
+    </message>
 </context>
 </TS>

@@ -727,5 +727,21 @@
         <source>Programm für die Sprechertrennung nicht gefunden (App beschädigt?).</source>
         <translation>Programmet för talarseparation hittades inte (är appen skadad?).</translation>
     </message>
+    <message>
+        <source>Sprecher werden erkannt…</source>
+        <translation>Identifierar talare…</translation>
+    </message>
+    <message>
+        <source>Stimmen trennen… %1 %</source>
+        <translation>Separerar röster… %1 %</translation>
+    </message>
+    <message>
+        <source>Bereite Audio auf…</source>
+        <translation>Förbereder ljud…</translation>
+    </message>
+    <message>
+        <source>KI ergänzt Namen und Rollen…</source>
+        <translation>AI lägger till namn och roller…</translation>
+    </message>
 </context>
 </TS>

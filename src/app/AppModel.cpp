@@ -1,5 +1,6 @@
 // Start, settings, history, keys and staging of the application state. The jobs live in
-// classes of their own: TranscriptionJob, LinkImport, ItemCorrections, Refinement.
+// classes of their own: TranscriptionJob, LinkImport, ItemCorrections, Refinement,
+// SpeakerJob.
 #include "app/AppModel.h"
 
 #include "ai/AIModel.h"
@@ -8,6 +9,7 @@
 #include "app/LinkImport.h"
 #include "app/Refinement.h"
 #include "app/Settings.h"
+#include "app/SpeakerJob.h"
 #include "app/TranscriptionJob.h"
 #include "core/Tr.h"
 #include "engine/ModelStore.h"
@@ -34,6 +36,7 @@ AppModel::AppModel(QObject *parent, ModelStore *store)
     , m_settings(QStringLiteral("Morvane"), QStringLiteral("Sagwerk"))
     , m_transcription(std::make_unique<TranscriptionJob>(*this))
     , m_linkImport(std::make_unique<LinkImport>(*this))
+    , m_speakerJob(std::make_unique<SpeakerJob>(*this))
 {
     // The order matters: the first window must see a complete state.
     m_modelStore = store ? store : new ModelStore(this);
@@ -294,8 +297,14 @@ QFuture<void> AppModel::smooth(const HistoryItem &item, qint64 level, const Refi
     return Refinement::start(*this, item, level, overrides);
 }
 
-void AppModel::detectSpeakers(const HistoryItem &)
+void AppModel::detectSpeakers(const HistoryItem &item)
 {
+    m_speakerJob->start(item);
+}
+
+void AppModel::cancelSpeakers()
+{
+    m_speakerJob->cancel();
 }
 
 // --- Corrections and text forms ---
