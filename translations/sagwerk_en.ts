@@ -596,6 +596,10 @@
         <translation>Original</translation>
     </message>
     <message>
+        <source>Sprecher</source>
+        <translation>Speakers</translation>
+    </message>
+    <message>
         <source>Stufe %1</source>
         <translation>Level %1</translation>
     </message>
@@ -634,6 +638,22 @@
     <message>
         <source>Stufe %1 · %2</source>
         <translation>Level %1 · %2</translation>
+    </message>
+    <message>
+        <source>Neu erkennen</source>
+        <translation>Detect Again</translation>
+    </message>
+    <message>
+        <source>Sprecher erkennen</source>
+        <translation>Detect Speakers</translation>
+    </message>
+    <message>
+        <source>Trennt Sprecher über die Stimme; KI ergänzt Namen/Rollen.</source>
+        <translation>Separates speakers by voice; AI adds names/roles.</translation>
+    </message>
+    <message>
+        <source>Trennt Sprecher über die Stimme. Ein API-Key ergänzt Namen/Rollen.</source>
+        <translation>Separates speakers by voice. An API key adds names/roles.</translation>
     </message>
     <message>
         <source>Textdatei (.txt)</source>

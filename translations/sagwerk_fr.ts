@@ -596,6 +596,10 @@
         <translation>Original</translation>
     </message>
     <message>
+        <source>Sprecher</source>
+        <translation>Locuteurs</translation>
+    </message>
+    <message>
         <source>Stufe %1</source>
         <translation>Niveau %1</translation>
     </message>
@@ -634,6 +638,22 @@
     <message>
         <source>Stufe %1 · %2</source>
         <translation>Niveau %1 · %2</translation>
+    </message>
+    <message>
+        <source>Neu erkennen</source>
+        <translation>Détecter à nouveau</translation>
+    </message>
+    <message>
+        <source>Sprecher erkennen</source>
+        <translation>Détecter les locuteurs</translation>
+    </message>
+    <message>
+        <source>Trennt Sprecher über die Stimme; KI ergänzt Namen/Rollen.</source>
+        <translation>Sépare les locuteurs par la voix ; l’IA ajoute noms/rôles.</translation>
+    </message>
+    <message>
+        <source>Trennt Sprecher über die Stimme. Ein API-Key ergänzt Namen/Rollen.</source>
+        <translation>Sépare les locuteurs par la voix. Une clé d’API ajoute noms/rôles.</translation>
     </message>
     <message>
         <source>Textdatei (.txt)</source>

@@ -596,6 +596,10 @@
         <translation>Original</translation>
     </message>
     <message>
+        <source>Sprecher</source>
+        <translation>Talare</translation>
+    </message>
+    <message>
         <source>Stufe %1</source>
         <translation>Nivå %1</translation>
     </message>
@@ -634,6 +638,22 @@
     <message>
         <source>Stufe %1 · %2</source>
         <translation>Nivå %1 · %2</translation>
+    </message>
+    <message>
+        <source>Neu erkennen</source>
+        <translation>Identifiera igen</translation>
+    </message>
+    <message>
+        <source>Sprecher erkennen</source>
+        <translation>Identifiera talare</translation>
+    </message>
+    <message>
+        <source>Trennt Sprecher über die Stimme; KI ergänzt Namen/Rollen.</source>
+        <translation>Separerar talare efter röst; AI lägger till namn/roller.</translation>
+    </message>
+    <message>
+        <source>Trennt Sprecher über die Stimme. Ein API-Key ergänzt Namen/Rollen.</source>
+        <translation>Separerar talare efter röst. En API-nyckel lägger till namn/roller.</translation>
     </message>
     <message>
         <source>Textdatei (.txt)</source>
