@@ -56,6 +56,10 @@
         <translation>“%1” is not a readable transcription.</translation>
     </message>
     <message>
+        <source>Diese Transkription hat keinen Sprechertext.</source>
+        <translation>This transcription has no speaker text.</translation>
+    </message>
+    <message>
         <source>Diese Transkription hat keine Stufe %1.</source>
         <translation>This transcription has no level %1.</translation>
     </message>

@@ -56,6 +56,10 @@
         <translation>« %1 » n’est pas une transcription lisible.</translation>
     </message>
     <message>
+        <source>Diese Transkription hat keinen Sprechertext.</source>
+        <translation>Cette transcription n’a pas de texte par locuteur.</translation>
+    </message>
+    <message>
         <source>Diese Transkription hat keine Stufe %1.</source>
         <translation>Cette transcription n’a pas de niveau %1.</translation>
     </message>

@@ -56,6 +56,10 @@
         <translation>”%1” är ingen läsbar transkription.</translation>
     </message>
     <message>
+        <source>Diese Transkription hat keinen Sprechertext.</source>
+        <translation>Den här transkriberingen har ingen talartext.</translation>
+    </message>
+    <message>
         <source>Diese Transkription hat keine Stufe %1.</source>
         <translation>Den här transkriptionen har ingen nivå %1.</translation>
     </message>

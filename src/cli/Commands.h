@@ -18,11 +18,14 @@ int models(const QStringList &args);
 // `download ID [--from URL]`: one model into the models folder; prints its path.
 int download(const QStringList &args);
 
-// `export BUNDLE --format txt|srt [--view N] [--no-timestamps] [--output FILE]`.
+// `export BUNDLE --format txt|srt [--view N|speakers] [--no-timestamps] [--output FILE]`.
 int exportBundle(const QStringList &args);
 
 // `smooth BUNDLE --level N [--model ID]`: an AI refinement level into the bundle; prints it.
 int smooth(const QStringList &args);
+
+// `speakers BUNDLE [--speakers N] [--json]`: the speaker text into the bundle; prints it.
+int speakers(const QStringList &args);
 
 // `import-model SOURCE`: a Whisper model on disk becomes a model of the catalogue.
 int importModel(const QStringList &args);

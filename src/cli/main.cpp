@@ -29,6 +29,8 @@ int main(int argc, char **argv)
         return Cli::exportBundle(args);
     if (command == QLatin1String("smooth"))
         return Cli::smooth(args);
+    if (command == QLatin1String("speakers"))
+        return Cli::speakers(args);
     if (command == QLatin1String("import-model"))
         return Cli::importModel(args);
     if (command == QLatin1String("--version")) {

@@ -14,6 +14,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QSettings>
 
 namespace {
 
@@ -28,6 +29,7 @@ protected:
     void SetUp() override
     {
         home = useThrowawayHome();
+        QSettings(QStringLiteral("Morvane"), QStringLiteral("Sagwerk")).clear();
         const QString base = server.base().toString().chopped(1);
         qputenv("ANTHROPIC_BASE_URL", base.toUtf8());
         qputenv("SAGWERK_SPEAKER_MODEL_HOST", base.toUtf8());
@@ -196,4 +198,51 @@ TEST_F(SpeakerJobs, WithoutAudioTheAIAloneDividesTheText)
     EXPECT_EQ(app.errorMessage(), std::nullopt);
     EXPECT_EQ(app.current()->speakerText, "A: Guten Tag.\nB: Hallo zurück.");
     EXPECT_TRUE(server.bodies(messages).last().contains("Guten Tag. Hallo zur"));
+}
+
+TEST_F(SpeakerJobs, TheCommandLineSeparatesStoresAndExports)
+{
+    AppModel().saveAnthropicKey({}); // the keyring outlives a test
+    const CliRun none = cli({"export", bundle, "--format", "txt", "--view", "speakers"});
+    EXPECT_EQ(none.status, 1);
+    EXPECT_EQ(none.err, "Diese Transkription hat keinen Sprechertext.\n");
+
+    child("0.95 -- 2.0 speaker_1\\n0.0 -- 0.95 speaker_3\\n");
+    const CliRun json = cli({"speakers", bundle, "--speakers", "2", "--json"});
+    ASSERT_EQ(json.status, 0) << json.err.constData();
+    EXPECT_TRUE(recordedArguments().startsWith("--clustering.num-clusters=2\n"));
+    const QJsonObject answer = QJsonDocument::fromJson(json.out).object();
+    EXPECT_EQ(answer["speakerText"], "Sprecher 1: Guten Tag.\nSprecher 2: Hallo zurück.");
+    const QJsonArray spans = answer["spans"].toArray();
+    ASSERT_EQ(spans.size(), 2);
+    EXPECT_EQ(spans[0].toObject(), (QJsonObject{{"start", 0.0}, {"end", 0.95}, {"speaker", 3}}));
+
+    const CliRun exported = cli({"export", bundle, "--format", "txt", "--view", "speakers"});
+    EXPECT_EQ(exported.status, 0);
+    EXPECT_EQ(exported.out, "Sprecher 1: Guten Tag.\nSprecher 2: Hallo zurück.");
+
+    child("0.0 -- 2.0 speaker_0\\n");
+    const CliRun plain = cli({"speakers", bundle});
+    EXPECT_EQ(plain.status, 0);
+    EXPECT_EQ(plain.out, "Guten Tag. Hallo zurück.\n");
+    EXPECT_TRUE(recordedArguments().startsWith("--clustering.cluster-threshold=0.9\n")) << "the settings' count, 0";
+
+    child("", "exit 3\n");
+    const CliRun failed = cli({"speakers", bundle});
+    EXPECT_EQ(failed.status, 1);
+    EXPECT_EQ(failed.err, "Sprechertrennung fehlgeschlagen: Exit 3\n");
+
+    child("", "echo started > \"$(dirname \"$0\")/started\"; sleep 30\n");
+    const CliRun interrupted = cli({"speakers", bundle}, [&] {
+        return QFile::exists(home + "/Developer/SagwerkMac/vendor/started");
+    });
+    EXPECT_EQ(interrupted.status, 130);
+    EXPECT_EQ(interrupted.err, "Abgebrochen.\n");
+
+    EXPECT_EQ(cli({"speakers", bundle, "--speakers", "zwei"}).status, 2);
+    EXPECT_EQ(cli({"speakers"}).status, 2);
+    const CliRun missing = cli({"speakers", home + "/nichts"});
+    EXPECT_EQ(missing.status, 1);
+    EXPECT_TRUE(missing.err.endsWith("ist keine lesbare Transkription.\n"));
+    EXPECT_NO_TEMPORARY_FILES();
 }
