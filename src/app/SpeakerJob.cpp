@@ -115,6 +115,8 @@ QFuture<SpeakerJob::Result> SpeakerJob::acoustic(const HistoryItem &item, const 
         .unwrap()
         .then(this,
               [this, control, id, bundle](const Result &result) {
+                  // An AI request cannot be stopped; a cancel drops its answer instead.
+                  throwIfCancelled(control);
                   finish(control, id, result.text, bundle);
                   return result;
               })

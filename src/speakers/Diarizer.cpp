@@ -143,9 +143,11 @@ QString speakerLabeledText(const QList<TranscriptSegment> &segments, const QList
 
 std::optional<QString> cliURL()
 {
-    const QString beside = QCoreApplication::applicationDirPath() + QStringLiteral("/sherpa-diarize");
-    if (QCoreApplication::instance() && isExecutableFile(beside))
-        return beside;
+    if (QCoreApplication::instance()) {
+        const QString beside = QCoreApplication::applicationDirPath() + QStringLiteral("/sherpa-diarize");
+        if (isExecutableFile(beside))
+            return beside;
+    }
     const QString vendored = QDir::homePath() + QStringLiteral("/Developer/SagwerkMac/vendor/sherpa-diarize");
     if (isExecutableFile(vendored))
         return vendored;

@@ -1,7 +1,6 @@
 // The speaker text from segments and spans, its way back to the timings, and the
 // diarisation program's output lines.
 #include "speakers/Diarizer.h"
-#include "speakers/DiarizerError.h"
 #include "speakers/SpeakerTurn.h"
 
 #include <gtest/gtest.h>
@@ -223,12 +222,4 @@ TEST(DiarizerOutput, ArgumentsAndThreads)
     EXPECT_EQ(Diarizer::performanceCoreCount(6, 16), 6);
     EXPECT_EQ(Diarizer::performanceCoreCount(0, 4), 4);
     EXPECT_EQ(Diarizer::performanceCoreCount(std::nullopt, 1), 2);
-}
-
-TEST(DiarizerOutput, ErrorTexts)
-{
-    EXPECT_EQ(DiarizerError::failed("Exit 3").errorDescription(), "Sprechertrennung fehlgeschlagen: Exit 3");
-    EXPECT_EQ(DiarizerError::failed({}).errorDescription(), "Sprechertrennung fehlgeschlagen: ");
-    EXPECT_TRUE(DiarizerError::cancelled().isCancelled());
-    EXPECT_FALSE(DiarizerError::cliNotFound().isCancelled());
 }
