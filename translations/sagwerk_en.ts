@@ -45,7 +45,7 @@
     </message>
     <message>
         <source>Beste Qualität, auf Apple Silicon flott.</source>
-        <translation>Best quality, quick on Apple silicon.</translation>
+        <translation>Best quality, quick with a graphics card.</translation>
     </message>
     <message>
         <source>Der Ordner „%1“ konnte nicht angelegt werden.</source>
@@ -96,8 +96,8 @@
         <translation>About Morvane</translation>
     </message>
     <message>
-        <source>Lokale Transkription mit whisper.cpp (CPU / GPU)</source>
-        <translation>Local transcription with whisper.cpp (CPU / GPU)</translation>
+        <source>Lokale Transkription mit whisper.cpp (Metal / Neural Engine)</source>
+        <translation>Local transcription with whisper.cpp (CPU / Vulkan)</translation>
     </message>
     <message>
         <source>Version %1</source>
@@ -181,7 +181,7 @@
     </message>
     <message>
         <source>Neural Engine aktiv</source>
-        <translation>Neural Engine active</translation>
+        <translation>Core ML package installed</translation>
     </message>
     <message>
         <source>entfernen</source>
@@ -189,30 +189,30 @@
     </message>
     <message>
         <source>Neural Engine lädt…</source>
-        <translation>Neural Engine downloading…</translation>
+        <translation>Core ML package downloading…</translation>
     </message>
     <message>
         <source>Neural Engine laden (%1 MB)</source>
-        <translation>Download Neural Engine (%1 MB)</translation>
+        <translation>Download Core ML package (%1 MB)</translation>
     </message>
     <message>
         <source>Beschleunigt den Encoder über die Neural Engine und spart Strom.</source>
-        <translation>Speeds up the encoder through the Neural Engine and saves power.</translation>
+        <translation>Speeds up the encoder on Apple computers; on Linux the package changes nothing in recognition.</translation>
     </message>
     <message>
         <source>Willkommen bei Sagwerk</source>
         <translation>Welcome to Sagwerk</translation>
     </message>
     <message>
-        <source>Sprache aus Audio- und Videodateien in Text – vollständig lokal auf deinem Rechner.</source>
-        <translation>Speech from audio and video files into text – entirely on your own computer.</translation>
-    </message>
-    <message>
         <source>Aufnehmen oder Dateien ziehen – auch WhatsApp-Sprachnachrichten.</source>
         <translation>Record, or drag files in – WhatsApp voice messages too.</translation>
     </message>
     <message>
-        <source>Läuft über CPU/GPU – nichts wird hochgeladen.</source>
+        <source>Sprache aus Audio- und Videodateien in Text – vollständig lokal auf deinem Mac.</source>
+        <translation>Speech from audio and video files into text – entirely on your own computer.</translation>
+    </message>
+    <message>
+        <source>Läuft über GPU/Neural Engine – nichts wird hochgeladen.</source>
         <translation>Runs on CPU/GPU – nothing is uploaded.</translation>
     </message>
     <message>
@@ -257,7 +257,7 @@
     </message>
     <message>
         <source>Zieh eine Audio- oder Videodatei ins Fenster oder nimm etwas auf. Weitere Modelle, die Neural Engine und einen KI-Key findest du jederzeit unter „Modelle &amp; Einstellungen“.</source>
-        <translation>Drag an audio or video file into the window, or record something. More models, the Neural Engine and an AI key are always there under “Models &amp; Settings”.</translation>
+        <translation>Drag an audio or video file into the window, or record something. More models and an AI key are always there under “Models &amp; Settings”.</translation>
     </message>
     <message>
         <source>Zurück</source>
@@ -289,7 +289,7 @@
     </message>
     <message>
         <source>Für die Transkription – lokal, einmalig herunterladen. Größere Modelle sind genauer, aber langsamer. Optional die Neural Engine pro Modell laden.</source>
-        <translation>For transcription – downloaded once, run locally. Larger models are more accurate but slower. Optionally download the Neural Engine package for each model.</translation>
+        <translation>For transcription – downloaded once, run locally. Larger models are more accurate but slower. The per-model Core ML packages only help on Apple computers.</translation>
     </message>
     <message>
         <source>KI-Textüberarbeitung &amp; Sprechernamen</source>
@@ -308,7 +308,7 @@
         <translation>App language</translation>
     </message>
     <message>
-        <source>System</source>
+        <source>System (macOS)</source>
         <translation>System</translation>
     </message>
     <message>
@@ -412,6 +412,10 @@
         <translation>off</translation>
     </message>
     <message>
+        <source>Metal</source>
+        <translation>Vulkan</translation>
+    </message>
+    <message>
         <source>Audio- und Videodateien</source>
         <translation>Audio and video files</translation>
     </message>
@@ -469,7 +473,7 @@
     </message>
     <message>
         <source>Kein Mikrofon-Zugriff. Bitte in Systemeinstellungen → Datenschutz → Mikrofon erlauben.</source>
-        <translation>No microphone access. Please allow it in System Settings → Privacy → Microphone.</translation>
+        <translation>No microphone access. Please connect a microphone and choose it as the input in your desktop’s sound settings.</translation>
     </message>
     <message>
         <source>Interview vorbereiten</source>
@@ -600,10 +604,6 @@
         <translation>Original</translation>
     </message>
     <message>
-        <source>Sprecher</source>
-        <translation>Speakers</translation>
-    </message>
-    <message>
         <source>Stufe %1</source>
         <translation>Level %1</translation>
     </message>
@@ -720,6 +720,10 @@
         <translation>Create correction…</translation>
     </message>
     <message>
+        <source>Dieses Format kann macOS nicht direkt dekodieren (z. B. Opus aus WhatsApp/Telegram). Bitte die Datei vorher in ein gängiges Format wie m4a oder mp3 umwandeln.</source>
+        <translation>Sagwerk cannot decode this file directly, and the ffmpeg program is missing. Please install ffmpeg or convert the file to a common format such as m4a or mp3 first.</translation>
+    </message>
+    <message>
         <source>Kein API-Key für den gewählten Anbieter hinterlegt. Bitte in den Einstellungen eintragen.</source>
         <translation>No API key stored for the selected provider. Please enter one in Settings.</translation>
     </message>
@@ -730,6 +734,54 @@
     <message>
         <source>Unerwartete Antwort der API.</source>
         <translation>Unexpected response from the API.</translation>
+    </message>
+    <message>
+        <source>Aufnahme konnte nicht gestartet werden.</source>
+        <translation>The recording could not be started.</translation>
+    </message>
+    <message>
+        <source>Aufnahme wird abgeschlossen…</source>
+        <translation>Finishing the recording…</translation>
+    </message>
+    <message>
+        <source>Wird abgeschlossen…</source>
+        <translation>Finishing…</translation>
+    </message>
+    <message>
+        <source>Stopp &amp; Speichern</source>
+        <translation>Stop &amp; Save</translation>
+    </message>
+    <message>
+        <source>Transkribiert live mit; Sprecher-Labels erscheinen und aktualisieren sich während der Aufnahme.</source>
+        <translation>Transcribes live; speaker labels appear and update during the recording.</translation>
+    </message>
+    <message>
+        <source>Interview-Modus</source>
+        <translation>Interview Mode</translation>
+    </message>
+    <message>
+        <source>Sprecher</source>
+        <translation>Speakers</translation>
+    </message>
+    <message>
+        <source>Warte auf die ersten Wörter…</source>
+        <translation>Waiting for the first words…</translation>
+    </message>
+    <message>
+        <source>Sprecher werden erkannt…</source>
+        <translation>Detecting speakers…</translation>
+    </message>
+    <message>
+        <source>Stimmen trennen… %1 %</source>
+        <translation>Separating voices… %1 %</translation>
+    </message>
+    <message>
+        <source>Bereite Audio auf…</source>
+        <translation>Preparing audio…</translation>
+    </message>
+    <message>
+        <source>KI ergänzt Namen und Rollen…</source>
+        <translation>AI is adding names and roles…</translation>
     </message>
     <message>
         <source>Der Server lieferte keine Modelldatei.</source>
@@ -750,22 +802,6 @@
     <message>
         <source>Programm für die Sprechertrennung nicht gefunden (App beschädigt?).</source>
         <translation>Speaker separation program not found (is the app damaged?).</translation>
-    </message>
-    <message>
-        <source>Sprecher werden erkannt…</source>
-        <translation>Detecting speakers…</translation>
-    </message>
-    <message>
-        <source>Stimmen trennen… %1 %</source>
-        <translation>Separating voices… %1 %</translation>
-    </message>
-    <message>
-        <source>Bereite Audio auf…</source>
-        <translation>Preparing audio…</translation>
-    </message>
-    <message>
-        <source>KI ergänzt Namen und Rollen…</source>
-        <translation>AI is adding names and roles…</translation>
     </message>
 </context>
 </TS>

@@ -45,7 +45,7 @@
     </message>
     <message>
         <source>Beste Qualität, auf Apple Silicon flott.</source>
-        <translation>Meilleure qualité, rapide sur Apple Silicon.</translation>
+        <translation>Meilleure qualité, rapide avec une carte graphique.</translation>
     </message>
     <message>
         <source>Der Ordner „%1“ konnte nicht angelegt werden.</source>
@@ -96,8 +96,8 @@
         <translation>À propos de Morvane</translation>
     </message>
     <message>
-        <source>Lokale Transkription mit whisper.cpp (CPU / GPU)</source>
-        <translation>Transcription locale avec whisper.cpp (CPU / GPU)</translation>
+        <source>Lokale Transkription mit whisper.cpp (Metal / Neural Engine)</source>
+        <translation>Transcription locale avec whisper.cpp (CPU / Vulkan)</translation>
     </message>
     <message>
         <source>Version %1</source>
@@ -181,7 +181,7 @@
     </message>
     <message>
         <source>Neural Engine aktiv</source>
-        <translation>Neural Engine actif</translation>
+        <translation>Paquet Core ML installé</translation>
     </message>
     <message>
         <source>entfernen</source>
@@ -189,30 +189,30 @@
     </message>
     <message>
         <source>Neural Engine lädt…</source>
-        <translation>Téléchargement du Neural Engine…</translation>
+        <translation>Téléchargement du paquet Core ML…</translation>
     </message>
     <message>
         <source>Neural Engine laden (%1 MB)</source>
-        <translation>Télécharger le Neural Engine (%1 Mo)</translation>
+        <translation>Télécharger le paquet Core ML (%1 Mo)</translation>
     </message>
     <message>
         <source>Beschleunigt den Encoder über die Neural Engine und spart Strom.</source>
-        <translation>Accélère l’encodeur grâce au Neural Engine et économise l’énergie.</translation>
+        <translation>Accélère l’encodeur sur les ordinateurs Apple ; sous Linux, le paquet ne change rien à la reconnaissance.</translation>
     </message>
     <message>
         <source>Willkommen bei Sagwerk</source>
         <translation>Bienvenue dans Sagwerk</translation>
     </message>
     <message>
-        <source>Sprache aus Audio- und Videodateien in Text – vollständig lokal auf deinem Rechner.</source>
-        <translation>La parole de vos fichiers audio et vidéo en texte – entièrement en local sur votre ordinateur.</translation>
-    </message>
-    <message>
         <source>Aufnehmen oder Dateien ziehen – auch WhatsApp-Sprachnachrichten.</source>
         <translation>Enregistrez ou glissez des fichiers – même des messages vocaux WhatsApp.</translation>
     </message>
     <message>
-        <source>Läuft über CPU/GPU – nichts wird hochgeladen.</source>
+        <source>Sprache aus Audio- und Videodateien in Text – vollständig lokal auf deinem Mac.</source>
+        <translation>La parole de vos fichiers audio et vidéo en texte – entièrement en local sur votre ordinateur.</translation>
+    </message>
+    <message>
+        <source>Läuft über GPU/Neural Engine – nichts wird hochgeladen.</source>
         <translation>Fonctionne sur CPU/GPU – rien n’est envoyé en ligne.</translation>
     </message>
     <message>
@@ -257,7 +257,7 @@
     </message>
     <message>
         <source>Zieh eine Audio- oder Videodatei ins Fenster oder nimm etwas auf. Weitere Modelle, die Neural Engine und einen KI-Key findest du jederzeit unter „Modelle &amp; Einstellungen“.</source>
-        <translation>Glissez un fichier audio ou vidéo dans la fenêtre, ou enregistrez quelque chose. D’autres modèles, le Neural Engine et une clé d’IA vous attendent à tout moment sous « Modèles et paramètres ».</translation>
+        <translation>Glissez un fichier audio ou vidéo dans la fenêtre, ou enregistrez quelque chose. D’autres modèles et une clé d’IA vous attendent à tout moment sous « Modèles et réglages ».</translation>
     </message>
     <message>
         <source>Zurück</source>
@@ -289,7 +289,7 @@
     </message>
     <message>
         <source>Für die Transkription – lokal, einmalig herunterladen. Größere Modelle sind genauer, aber langsamer. Optional die Neural Engine pro Modell laden.</source>
-        <translation>Pour la transcription – téléchargés une seule fois, utilisés en local. Les modèles plus grands sont plus précis, mais plus lents. Le Neural Engine peut être téléchargé en option pour chaque modèle.</translation>
+        <translation>Pour la transcription – téléchargés une seule fois, utilisés en local. Les modèles plus grands sont plus précis, mais plus lents. Les paquets Core ML par modèle ne servent que sur les ordinateurs Apple.</translation>
     </message>
     <message>
         <source>KI-Textüberarbeitung &amp; Sprechernamen</source>
@@ -308,7 +308,7 @@
         <translation>Langue de l’application</translation>
     </message>
     <message>
-        <source>System</source>
+        <source>System (macOS)</source>
         <translation>Système</translation>
     </message>
     <message>
@@ -412,6 +412,10 @@
         <translation>désactivé</translation>
     </message>
     <message>
+        <source>Metal</source>
+        <translation>Vulkan</translation>
+    </message>
+    <message>
         <source>Audio- und Videodateien</source>
         <translation>Fichiers audio et vidéo</translation>
     </message>
@@ -469,7 +473,7 @@
     </message>
     <message>
         <source>Kein Mikrofon-Zugriff. Bitte in Systemeinstellungen → Datenschutz → Mikrofon erlauben.</source>
-        <translation>Pas d’accès au micro. Autorise-le dans Réglages système → Confidentialité → Micro.</translation>
+        <translation>Pas d’accès au micro. Branchez un micro et choisissez-le comme entrée dans les paramètres audio du bureau.</translation>
     </message>
     <message>
         <source>Interview vorbereiten</source>
@@ -600,10 +604,6 @@
         <translation>Original</translation>
     </message>
     <message>
-        <source>Sprecher</source>
-        <translation>Locuteurs</translation>
-    </message>
-    <message>
         <source>Stufe %1</source>
         <translation>Niveau %1</translation>
     </message>
@@ -720,6 +720,10 @@
         <translation>Créer une correction…</translation>
     </message>
     <message>
+        <source>Dieses Format kann macOS nicht direkt dekodieren (z. B. Opus aus WhatsApp/Telegram). Bitte die Datei vorher in ein gängiges Format wie m4a oder mp3 umwandeln.</source>
+        <translation>Sagwerk ne peut pas décoder ce fichier directement, et le programme ffmpeg est absent. Installez ffmpeg ou convertissez d’abord le fichier dans un format courant comme m4a ou mp3.</translation>
+    </message>
+    <message>
         <source>Kein API-Key für den gewählten Anbieter hinterlegt. Bitte in den Einstellungen eintragen.</source>
         <translation>Aucune clé API enregistrée pour le fournisseur choisi. Veuillez en saisir une dans les Réglages.</translation>
     </message>
@@ -730,6 +734,54 @@
     <message>
         <source>Unerwartete Antwort der API.</source>
         <translation>Réponse inattendue de l’API.</translation>
+    </message>
+    <message>
+        <source>Aufnahme konnte nicht gestartet werden.</source>
+        <translation>L’enregistrement n’a pas pu démarrer.</translation>
+    </message>
+    <message>
+        <source>Aufnahme wird abgeschlossen…</source>
+        <translation>Finalisation de l’enregistrement…</translation>
+    </message>
+    <message>
+        <source>Wird abgeschlossen…</source>
+        <translation>Finalisation…</translation>
+    </message>
+    <message>
+        <source>Stopp &amp; Speichern</source>
+        <translation>Arrêter et enregistrer</translation>
+    </message>
+    <message>
+        <source>Transkribiert live mit; Sprecher-Labels erscheinen und aktualisieren sich während der Aufnahme.</source>
+        <translation>Transcription en direct ; les étiquettes des intervenants apparaissent et se mettent à jour pendant l’enregistrement.</translation>
+    </message>
+    <message>
+        <source>Interview-Modus</source>
+        <translation>Mode interview</translation>
+    </message>
+    <message>
+        <source>Sprecher</source>
+        <translation>Intervenants</translation>
+    </message>
+    <message>
+        <source>Warte auf die ersten Wörter…</source>
+        <translation>En attente des premiers mots…</translation>
+    </message>
+    <message>
+        <source>Sprecher werden erkannt…</source>
+        <translation>Détection des locuteurs…</translation>
+    </message>
+    <message>
+        <source>Stimmen trennen… %1 %</source>
+        <translation>Séparation des voix… %1 %</translation>
+    </message>
+    <message>
+        <source>Bereite Audio auf…</source>
+        <translation>Préparation de l’audio…</translation>
+    </message>
+    <message>
+        <source>KI ergänzt Namen und Rollen…</source>
+        <translation>L’IA ajoute les noms et les rôles…</translation>
     </message>
     <message>
         <source>Der Server lieferte keine Modelldatei.</source>
@@ -750,22 +802,6 @@
     <message>
         <source>Programm für die Sprechertrennung nicht gefunden (App beschädigt?).</source>
         <translation>Programme de séparation des locuteurs introuvable (application endommagée ?).</translation>
-    </message>
-    <message>
-        <source>Sprecher werden erkannt…</source>
-        <translation>Détection des locuteurs…</translation>
-    </message>
-    <message>
-        <source>Stimmen trennen… %1 %</source>
-        <translation>Séparation des voix… %1 %</translation>
-    </message>
-    <message>
-        <source>Bereite Audio auf…</source>
-        <translation>Préparation de l’audio…</translation>
-    </message>
-    <message>
-        <source>KI ergänzt Namen und Rollen…</source>
-        <translation>L’IA ajoute les noms et les rôles…</translation>
     </message>
 </context>
 </TS>

@@ -45,7 +45,7 @@
     </message>
     <message>
         <source>Beste Qualität, auf Apple Silicon flott.</source>
-        <translation>Bästa kvalitet, snabb på Apple Silicon.</translation>
+        <translation>Bästa kvalitet, snabb med ett grafikkort.</translation>
     </message>
     <message>
         <source>Der Ordner „%1“ konnte nicht angelegt werden.</source>
@@ -96,8 +96,8 @@
         <translation>Om Morvane</translation>
     </message>
     <message>
-        <source>Lokale Transkription mit whisper.cpp (CPU / GPU)</source>
-        <translation>Lokal transkribering med whisper.cpp (CPU / GPU)</translation>
+        <source>Lokale Transkription mit whisper.cpp (Metal / Neural Engine)</source>
+        <translation>Lokal transkribering med whisper.cpp (CPU / Vulkan)</translation>
     </message>
     <message>
         <source>Version %1</source>
@@ -181,7 +181,7 @@
     </message>
     <message>
         <source>Neural Engine aktiv</source>
-        <translation>Neural Engine aktiv</translation>
+        <translation>Core ML-paket installerat</translation>
     </message>
     <message>
         <source>entfernen</source>
@@ -189,30 +189,30 @@
     </message>
     <message>
         <source>Neural Engine lädt…</source>
-        <translation>Neural Engine laddas ned…</translation>
+        <translation>Core ML-paket laddas ned…</translation>
     </message>
     <message>
         <source>Neural Engine laden (%1 MB)</source>
-        <translation>Ladda ned Neural Engine (%1 MB)</translation>
+        <translation>Ladda ned Core ML-paket (%1 MB)</translation>
     </message>
     <message>
         <source>Beschleunigt den Encoder über die Neural Engine und spart Strom.</source>
-        <translation>Snabbar upp kodaren via Neural Engine och sparar ström.</translation>
+        <translation>Snabbar upp kodaren på Apple-datorer; under Linux påverkar paketet inte igenkänningen.</translation>
     </message>
     <message>
         <source>Willkommen bei Sagwerk</source>
         <translation>Välkommen till Sagwerk</translation>
     </message>
     <message>
-        <source>Sprache aus Audio- und Videodateien in Text – vollständig lokal auf deinem Rechner.</source>
-        <translation>Tal från ljud- och videofiler till text – helt lokalt på din dator.</translation>
-    </message>
-    <message>
         <source>Aufnehmen oder Dateien ziehen – auch WhatsApp-Sprachnachrichten.</source>
         <translation>Spela in eller dra in filer – även röstmeddelanden från WhatsApp.</translation>
     </message>
     <message>
-        <source>Läuft über CPU/GPU – nichts wird hochgeladen.</source>
+        <source>Sprache aus Audio- und Videodateien in Text – vollständig lokal auf deinem Mac.</source>
+        <translation>Tal från ljud- och videofiler till text – helt lokalt på din dator.</translation>
+    </message>
+    <message>
+        <source>Läuft über GPU/Neural Engine – nichts wird hochgeladen.</source>
         <translation>Körs på CPU/GPU – inget laddas upp.</translation>
     </message>
     <message>
@@ -257,7 +257,7 @@
     </message>
     <message>
         <source>Zieh eine Audio- oder Videodatei ins Fenster oder nimm etwas auf. Weitere Modelle, die Neural Engine und einen KI-Key findest du jederzeit unter „Modelle &amp; Einstellungen“.</source>
-        <translation>Dra in en ljud- eller videofil i fönstret eller spela in något. Fler modeller, Neural Engine och en AI-nyckel hittar du alltid under ”Modeller och inställningar”.</translation>
+        <translation>Dra in en ljud- eller videofil i fönstret eller spela in något. Fler modeller och en AI-nyckel hittar du alltid under ”Modeller och inställningar”.</translation>
     </message>
     <message>
         <source>Zurück</source>
@@ -289,7 +289,7 @@
     </message>
     <message>
         <source>Für die Transkription – lokal, einmalig herunterladen. Größere Modelle sind genauer, aber langsamer. Optional die Neural Engine pro Modell laden.</source>
-        <translation>För transkribering – laddas ned en gång och körs lokalt. Större modeller är noggrannare men långsammare. Neural Engine kan laddas ned som tillval för varje modell.</translation>
+        <translation>För transkribering – laddas ned en gång och körs lokalt. Större modeller är noggrannare men långsammare. Core ML-paketen per modell hjälper bara på Apple-datorer.</translation>
     </message>
     <message>
         <source>KI-Textüberarbeitung &amp; Sprechernamen</source>
@@ -308,7 +308,7 @@
         <translation>Appens språk</translation>
     </message>
     <message>
-        <source>System</source>
+        <source>System (macOS)</source>
         <translation>System</translation>
     </message>
     <message>
@@ -412,6 +412,10 @@
         <translation>av</translation>
     </message>
     <message>
+        <source>Metal</source>
+        <translation>Vulkan</translation>
+    </message>
+    <message>
         <source>Audio- und Videodateien</source>
         <translation>Ljud- och videofiler</translation>
     </message>
@@ -469,7 +473,7 @@
     </message>
     <message>
         <source>Kein Mikrofon-Zugriff. Bitte in Systemeinstellungen → Datenschutz → Mikrofon erlauben.</source>
-        <translation>Ingen mikrofonåtkomst. Tillåt det i Systeminställningar → Integritet → Mikrofon.</translation>
+        <translation>Ingen mikrofonåtkomst. Anslut en mikrofon och välj den som ingång i skrivbordets ljudinställningar.</translation>
     </message>
     <message>
         <source>Interview vorbereiten</source>
@@ -600,10 +604,6 @@
         <translation>Original</translation>
     </message>
     <message>
-        <source>Sprecher</source>
-        <translation>Talare</translation>
-    </message>
-    <message>
         <source>Stufe %1</source>
         <translation>Nivå %1</translation>
     </message>
@@ -720,6 +720,10 @@
         <translation>Skapa korrigering…</translation>
     </message>
     <message>
+        <source>Dieses Format kann macOS nicht direkt dekodieren (z. B. Opus aus WhatsApp/Telegram). Bitte die Datei vorher in ein gängiges Format wie m4a oder mp3 umwandeln.</source>
+        <translation>Sagwerk kan inte avkoda den här filen direkt, och programmet ffmpeg saknas. Installera ffmpeg eller konvertera filen först till ett vanligt format som m4a eller mp3.</translation>
+    </message>
+    <message>
         <source>Kein API-Key für den gewählten Anbieter hinterlegt. Bitte in den Einstellungen eintragen.</source>
         <translation>Ingen API-nyckel sparad för den valda leverantören. Ange en i Inställningar.</translation>
     </message>
@@ -730,6 +734,54 @@
     <message>
         <source>Unerwartete Antwort der API.</source>
         <translation>Oväntat svar från API:et.</translation>
+    </message>
+    <message>
+        <source>Aufnahme konnte nicht gestartet werden.</source>
+        <translation>Inspelningen kunde inte startas.</translation>
+    </message>
+    <message>
+        <source>Aufnahme wird abgeschlossen…</source>
+        <translation>Inspelningen avslutas…</translation>
+    </message>
+    <message>
+        <source>Wird abgeschlossen…</source>
+        <translation>Avslutas…</translation>
+    </message>
+    <message>
+        <source>Stopp &amp; Speichern</source>
+        <translation>Stoppa &amp; spara</translation>
+    </message>
+    <message>
+        <source>Transkribiert live mit; Sprecher-Labels erscheinen und aktualisieren sich während der Aufnahme.</source>
+        <translation>Transkriberar live; talaretiketter visas och uppdateras under inspelningen.</translation>
+    </message>
+    <message>
+        <source>Interview-Modus</source>
+        <translation>Intervjuläge</translation>
+    </message>
+    <message>
+        <source>Sprecher</source>
+        <translation>Talare</translation>
+    </message>
+    <message>
+        <source>Warte auf die ersten Wörter…</source>
+        <translation>Väntar på de första orden…</translation>
+    </message>
+    <message>
+        <source>Sprecher werden erkannt…</source>
+        <translation>Identifierar talare…</translation>
+    </message>
+    <message>
+        <source>Stimmen trennen… %1 %</source>
+        <translation>Separerar röster… %1 %</translation>
+    </message>
+    <message>
+        <source>Bereite Audio auf…</source>
+        <translation>Förbereder ljud…</translation>
+    </message>
+    <message>
+        <source>KI ergänzt Namen und Rollen…</source>
+        <translation>AI lägger till namn och roller…</translation>
     </message>
     <message>
         <source>Der Server lieferte keine Modelldatei.</source>
@@ -750,22 +802,6 @@
     <message>
         <source>Programm für die Sprechertrennung nicht gefunden (App beschädigt?).</source>
         <translation>Programmet för talarseparation hittades inte (är appen skadad?).</translation>
-    </message>
-    <message>
-        <source>Sprecher werden erkannt…</source>
-        <translation>Identifierar talare…</translation>
-    </message>
-    <message>
-        <source>Stimmen trennen… %1 %</source>
-        <translation>Separerar röster… %1 %</translation>
-    </message>
-    <message>
-        <source>Bereite Audio auf…</source>
-        <translation>Förbereder ljud…</translation>
-    </message>
-    <message>
-        <source>KI ergänzt Namen und Rollen…</source>
-        <translation>AI lägger till namn och roller…</translation>
     </message>
 </context>
 </TS>

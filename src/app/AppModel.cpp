@@ -4,6 +4,7 @@
 #include "app/AppModel.h"
 
 #include "ai/AIModel.h"
+#include "app/InterviewCompletion.h"
 #include "app/ItemCorrections.h"
 #include "app/LanguageManager.h"
 #include "app/LinkImport.h"
@@ -295,6 +296,11 @@ void AppModel::stageLink(const QString &link)
 QFuture<void> AppModel::smooth(const HistoryItem &item, qint64 level, const Refinement::Overrides &overrides)
 {
     return Refinement::start(*this, item, level, overrides);
+}
+
+QFuture<void> AppModel::finishInterview(const InterviewResult &interview)
+{
+    return InterviewCompletion::finish(*this, interview);
 }
 
 void AppModel::detectSpeakers(const HistoryItem &item)

@@ -19,6 +19,7 @@ class ModelStore;
 class TranscriptionJob;
 class LinkImport;
 class SpeakerJob;
+struct InterviewResult;
 
 // The one observable state of the application: settings, history, the item on show,
 // the staged work and the state of the running jobs. Created once before any window,
@@ -148,6 +149,8 @@ public:
     // future ends when the item is at rest again. A scripted run may name another model
     // and bring its key.
     QFuture<void> smooth(const HistoryItem &item, qint64 level, const Refinement::Overrides &overrides = {});
+    // Stores a finished interview and shows it; see InterviewCompletion.
+    QFuture<void> finishInterview(const InterviewResult &interview);
     // Separates the item's speakers into its `speakerText` and its bundle: by voice when
     // its audio is there, else by an AI model alone. Returns at once; does nothing while
     // a job runs for the item. Failures end in errorMessage, a cancel in silence.
@@ -196,6 +199,7 @@ private:
     friend class ItemCorrections;
     friend class Refinement;
     friend class SpeakerJob;
+    friend class InterviewCompletion;
 
     void stageKind(PendingItem::Kind kind);
     // Applies `change` to the item of `id` in the history and in `current`, keeping both

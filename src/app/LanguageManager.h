@@ -14,7 +14,10 @@ class QTranslator;
 // Every interface text is looked up with Tr::tr(text),
 // where `text` is the German wording: it is the key, and the result as long as no
 // catalogue is installed or the catalogue lacks it. This object installs the catalogue
-// of the chosen language (English, French, Swedish; German is the source and has none).
+// of the chosen language: English, French and Swedish translate every text; the German
+// one only rewords the few texts that were written for another platform (a Mac, the
+// Finder), so that they read right on Linux. Qt's own catalogue of the same language
+// comes with it, for the toolkit's texts (dialog buttons, file dialogs).
 // Texts that stay German in every language are simply not looked up.
 //
 // One instance per application, on the main thread; it lives as long as the application.
@@ -41,8 +44,8 @@ public:
     // otherwise the locale named by the code, whatever it is.
     QLocale appLocale() const;
 
-    // The language whose catalogue is installed ("en", "fr", "sv"), or empty while the
-    // German source texts show.
+    // The language whose catalogue is installed ("de", "en", "fr", "sv"); German when
+    // the system speaks none of them. Empty only when no catalogue could be loaded.
     QString catalogue() const { return m_catalogue; }
 
 signals:
@@ -57,4 +60,5 @@ private:
     QString m_language;
     QString m_catalogue;
     std::unique_ptr<QTranslator> m_translator;
+    std::unique_ptr<QTranslator> m_qtTranslator;
 };

@@ -27,6 +27,10 @@ int smooth(const QStringList &args);
 // `speakers BUNDLE [--speakers N] [--json]`: the speaker text into the bundle; prints it.
 int speakers(const QStringList &args);
 
+// `interview --duration SECONDS [--live-speakers] [--language CODE]`: records from the
+// default input, prints each segment as it arrives, stores the interview in the history.
+int interview(const QStringList &args);
+
 // `import-model SOURCE`: a Whisper model on disk becomes a model of the catalogue.
 int importModel(const QStringList &args);
 

@@ -27,6 +27,8 @@ int main(int argc, char **argv)
         return Cli::download(args);
     if (command == QLatin1String("export"))
         return Cli::exportBundle(args);
+    if (command == QLatin1String("interview"))
+        return Cli::interview(args);
     if (command == QLatin1String("smooth"))
         return Cli::smooth(args);
     if (command == QLatin1String("speakers"))

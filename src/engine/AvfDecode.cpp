@@ -107,15 +107,44 @@ struct Decoder {
             pcm.resize(pcm.size() + qsizetype(got) * 2);
     }
 
-    void receiveFrames()
+    // Takes every frame the decoder has ready; false when the decoder failed.
+    bool receiveFrames()
     {
-        while (avcodec_receive_frame(codec, frame) == 0) {
+        for (;;) {
+            const int rc = avcodec_receive_frame(codec, frame);
+            if (rc == AVERROR(EAGAIN) || rc == AVERROR_EOF)
+                return true;
+            if (rc < 0)
+                return false;
             if (frame->nb_samples > 0)
                 appendFrame();
             av_frame_unref(frame);
         }
     }
+
+    // Hands one packet (or the end of the stream, for none) to the decoder and takes
+    // what comes out; false when the decoder failed on it.
+    bool decode(const AVPacket *packet)
+    {
+        int rc = avcodec_send_packet(codec, packet);
+        if (rc == AVERROR(EAGAIN)) {
+            // Full: take what is ready, then the packet fits.
+            if (!receiveFrames())
+                return false;
+            rc = avcodec_send_packet(codec, packet);
+        }
+        if (rc < 0 && rc != AVERROR_EOF)
+            return false;
+        return receiveFrames();
+    }
 };
+
+// A failure once reading is under way: FFmpeg's own texts are English and say little
+// to a user, so there is one German reason for all of them.
+EngineError decodingFailed()
+{
+    return EngineError::convertFailed(QStringLiteral("Dekodierung fehlgeschlagen"));
+}
 
 } // namespace
 
@@ -166,17 +195,20 @@ QByteArray avfDecodePCM16(const QString &input, const TranscribeControlPtr &cont
         if (d.packet->stream_index == index) {
             if (control && control->isCancelled())
                 throw EngineError::cancelled();
-            // A packet the decoder rejects is dropped and reading goes on.
-            if (avcodec_send_packet(d.codec, d.packet) == 0)
-                d.receiveFrames();
+            // Damaged data fails the whole read, and the ffmpeg road decides what to make of
+            // the file. A packet that the demuxer had to cut short is where a truncated file
+            // ends: it is dropped, and the file gives what it holds.
+            const bool cutShort = d.packet->flags & AV_PKT_FLAG_CORRUPT;
+            if (!d.decode(d.packet) && !cutShort)
+                throw decodingFailed();
         }
         av_packet_unref(d.packet);
     }
     if (rc != AVERROR_EOF)
-        throw EngineError::convertFailed(avMessage(rc));
+        throw decodingFailed();
 
-    avcodec_send_packet(d.codec, nullptr);
-    d.receiveFrames();
+    if (!d.decode(nullptr))
+        throw decodingFailed();
     d.drainResampler();
     return std::move(d.pcm);
 }

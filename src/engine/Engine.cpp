@@ -2,6 +2,8 @@
 
 #include "engine/WhisperEngine.h"
 
+#include "core/Tr.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
@@ -15,9 +17,11 @@
 
 namespace Engine {
 
+// A whole sentence for the user, so it follows the interface language; the prefix in
+// front of it does not.
 const char *const formatMessage =
-    "Dieses Format kann macOS nicht direkt dekodieren (z. B. Opus aus WhatsApp/Telegram). "
-    "Bitte die Datei vorher in ein gängiges Format wie m4a oder mp3 umwandeln.";
+    QT_TRANSLATE_NOOP("Sagwerk", "Dieses Format kann macOS nicht direkt dekodieren (z. B. Opus aus WhatsApp/Telegram). "
+                                 "Bitte die Datei vorher in ein gängiges Format wie m4a oder mp3 umwandeln.");
 
 namespace {
 
@@ -35,8 +39,7 @@ QStringList ffmpegCandidates()
     // The application's own folder comes first, so a bundled ffmpeg wins.
     if (QCoreApplication::instance())
         list << QCoreApplication::applicationDirPath() + QStringLiteral("/ffmpeg");
-    list << QStringLiteral("/opt/homebrew/bin/ffmpeg") << QStringLiteral("/usr/local/bin/ffmpeg")
-         << QStringLiteral("/usr/bin/ffmpeg");
+    list << QStringLiteral("/usr/local/bin/ffmpeg") << QStringLiteral("/usr/bin/ffmpeg");
     return list;
 }
 
@@ -155,7 +158,7 @@ void convertWithFFmpeg(const QString &input, const QString &output, const Transc
 {
     const std::optional<QString> ffmpeg = ffmpegURL();
     if (!ffmpeg)
-        throw EngineError::convertFailed(QString::fromUtf8(formatMessage));
+        throw EngineError::convertFailed(Tr::tr(formatMessage));
     removeQuietly(output);
     runProcess(*ffmpeg, ffmpegArguments(input, output), control, &EngineError::convertFailed);
 }

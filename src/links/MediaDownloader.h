@@ -43,7 +43,7 @@ public:
         QString mimeType;
     };
 
-    inline static const QByteArray userAgent = QByteArrayLiteral("Sagwerk/1.0 (macOS)");
+    inline static const QByteArray userAgent = QByteArrayLiteral("Sagwerk/1.0 (Linux)");
     // Far beyond any episode; it keeps an endless answer from filling the disk.
     static constexpr qint64 defaultMaxBytes = 8LL * 1024 * 1024 * 1024;
 

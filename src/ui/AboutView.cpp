@@ -124,7 +124,7 @@ void AboutView::refresh()
 
     m_product->setText(QStringLiteral("Sagwerk"));
     Style::style(m_product, TextSize::headline);
-    m_line->setText(Tr::tr("Lokale Transkription mit whisper.cpp (CPU / GPU)"));
+    m_line->setText(Tr::tr("Lokale Transkription mit whisper.cpp (Metal / Neural Engine)"));
     Style::style(m_line, TextSize::caption, Tone::secondary);
     m_version->setText(Tr::tr("Version %1").arg(version()));
     Style::style(m_version, TextSize::caption, Tone::secondary);

@@ -269,11 +269,11 @@ void OnboardingWizard::refresh()
         Icons::pixmap(QStringLiteral("waveform.circle.fill"), 60, Style::color(pal, Tone::accent), dpr));
     m_welcomeTitle->setText(Tr::tr("Willkommen bei Sagwerk"));
     Style::style(m_welcomeTitle, TextSize::largeTitle, Tone::text, QFont::Bold);
-    m_welcomeText->setText(Tr::tr("Sprache aus Audio- und Videodateien in Text – vollständig lokal auf deinem Rechner."));
+    m_welcomeText->setText(Tr::tr("Sprache aus Audio- und Videodateien in Text – vollständig lokal auf deinem Mac."));
     Style::style(m_welcomeText, TextSize::title3, Tone::secondary);
     const QString features[] = {
         Tr::tr("Aufnehmen oder Dateien ziehen – auch WhatsApp-Sprachnachrichten."),
-        Tr::tr("Läuft über CPU/GPU – nichts wird hochgeladen."),
+        Tr::tr("Läuft über GPU/Neural Engine – nichts wird hochgeladen."),
         Tr::tr("Sprechererkennung und mitlaufender Wort-Cursor."),
         Tr::tr("Optionale KI-Textüberarbeitung."),
     };

@@ -225,6 +225,7 @@ ProcessingVisualizer::ProcessingVisualizer(QWidget *parent) : QWidget(parent)
     m_source = Tr::tr("Quelle");
     m_active = Tr::tr("aktiv");
     m_off = Tr::tr("aus");
+    m_gpuInterface = Tr::tr("Metal");
 }
 
 void ProcessingVisualizer::setProgress(double progress)
@@ -315,7 +316,7 @@ void ProcessingVisualizer::paintScene(QPainter &painter, const QRectF &rect, dou
     const double centreHeight = badgeHeight() + gridGap + gridHeight;
     double y = (height - centreHeight) / 2;
     const double badgesLeft = x + (centreWidth - (2 * badgeWidth + badgeGap)) / 2;
-    badge(painter, QRectF(badgesLeft, y, badgeWidth, badgeHeight()), QStringLiteral("GPU"), QStringLiteral("Metal"),
+    badge(painter, QRectF(badgesLeft, y, badgeWidth, badgeHeight()), QStringLiteral("GPU"), m_gpuInterface,
           QStringLiteral("cpu"), m_gpu, phase, false, pal);
     badge(painter, QRectF(badgesLeft + badgeWidth + badgeGap, y, badgeWidth, badgeHeight()),
           QStringLiteral("Neural Engine"), m_aneActive ? m_active : m_off, QStringLiteral("brain"),
@@ -377,6 +378,7 @@ void ProcessingVisualizer::changeEvent(QEvent *event)
         m_source = Tr::tr("Quelle");
         m_active = Tr::tr("aktiv");
         m_off = Tr::tr("aus");
+        m_gpuInterface = Tr::tr("Metal");
     }
     QWidget::changeEvent(event);
 }

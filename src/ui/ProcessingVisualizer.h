@@ -50,4 +50,5 @@ private:
     QString m_source; // the translated label of the first jar
     QString m_active;
     QString m_off;
+    QString m_gpuInterface;
 };

@@ -207,7 +207,7 @@ void SettingsSheet::refresh()
     Style::style(m_languageHeading, TextSize::headline);
     {
         const QSignalBlocker blocker(m_language);
-        m_language->setItemText(0, Tr::tr("System"));
+        m_language->setItemText(0, Tr::tr("System (macOS)"));
         m_language->setCurrentIndex(m_language->findData(m_app.appLanguage()));
     }
 

@@ -1,8 +1,10 @@
 // Every interface text that the code marks for translation has a finished entry in every
-// catalogue: lupdate runs over the sources into copies of the catalogues.
+// catalogue: lupdate runs over the sources into copies of the catalogues. The German
+// catalogue holds just the texts that name another platform, worded for Linux.
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QMap>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QXmlStreamReader>
@@ -14,6 +16,41 @@ namespace {
 QStringList lines(const char *joined)
 {
     return QString::fromUtf8(joined).split(QLatin1Char('|'), Qt::SkipEmptyParts);
+}
+
+// What the texts written for the original platform name; no translation may name it.
+const QRegularExpression platformWords(
+    QStringLiteral("\\b(Mac|macOS|Finder|Metal|Systemeinstellungen|Neural Engine|Apple [Ss]ilicon)\\b"));
+
+// Runs lupdate over the sources into `catalogues`; empty when it went well.
+std::string runLupdate(const QStringList &catalogues)
+{
+    QProcess lupdate;
+    lupdate.start(QStringLiteral(SAGWERK_LUPDATE), lines(SAGWERK_LUPDATE_ARGS) << QStringLiteral("-ts") << catalogues);
+    if (!lupdate.waitForFinished(120000))
+        return "lupdate did not finish";
+    return (lupdate.exitCode() == 0 ? QByteArray() : QByteArray("lupdate failed: "))
+           .append(lupdate.readAllStandardError().trimmed())
+           .toStdString();
+}
+
+// The plain (not plural) entries of a catalogue: source text and translation.
+QMap<QString, QString> entriesOf(const QString &path)
+{
+    QMap<QString, QString> entries;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return entries;
+    QXmlStreamReader xml(&file);
+    QString source;
+    while (!xml.atEnd()) {
+        xml.readNext();
+        if (xml.isStartElement() && xml.name() == QLatin1String("source"))
+            source = xml.readElementText();
+        else if (xml.isStartElement() && xml.name() == QLatin1String("translation"))
+            entries.insert(source, xml.readElementText(QXmlStreamReader::IncludeChildElements));
+    }
+    return entries;
 }
 
 // The arguments of a text; a plural form may leave out the count.
@@ -100,16 +137,50 @@ TEST(Catalogues, EveryMarkedTextIsTranslatedInEveryLanguage)
         copies << copy;
     }
 
-    QProcess lupdate;
-    lupdate.start(QStringLiteral(SAGWERK_LUPDATE), lines(SAGWERK_LUPDATE_ARGS) << QStringLiteral("-ts") << copies);
-    ASSERT_TRUE(lupdate.waitForFinished(120000));
-    ASSERT_EQ(lupdate.exitCode(), 0) << lupdate.readAllStandardError().toStdString();
-    EXPECT_EQ(lupdate.readAllStandardError().trimmed().toStdString(), "");
+    ASSERT_EQ(runLupdate(copies), "");
 
     QStringList problems;
-    for (const QString &copy : copies)
+    for (const QString &copy : copies) {
         problems << problemsOf(copy);
+        // Texts written for the original platform say what is true on Linux.
+        const QMap<QString, QString> entries = entriesOf(copy);
+        for (auto it = entries.begin(); it != entries.end(); ++it)
+            if (it.key().contains(platformWords) && it.value().contains(platformWords))
+                problems << QStringLiteral("%1: \"%2\": still names the other platform")
+                                .arg(QFileInfo(copy).fileName(), it.value());
+    }
     EXPECT_TRUE(problems.isEmpty()) << problems.join(QLatin1Char('\n')).toStdString()
                                     << "\nRun `cmake --build build --target update_translations`, then translate "
                                        "every entry marked unfinished in translations/*.ts.";
+}
+
+TEST(Catalogues, GermanRewordsJustTheTextsThatNameAnotherPlatform)
+{
+    // Every marked text, as lupdate finds it, in a catalogue of its own.
+    const QString marked = QDir::tempPath() + QStringLiteral("/marked.ts");
+    QFile::remove(marked);
+    ASSERT_EQ(runLupdate({marked}), "");
+    const QMap<QString, QString> code = entriesOf(marked);
+    ASSERT_FALSE(code.isEmpty());
+
+    const QString german = QStringLiteral(SAGWERK_GERMAN_TS);
+    QStringList problems = problemsOf(german);
+    const QMap<QString, QString> entries = entriesOf(german);
+    const auto report = [&](const QString &text, const char *problem) {
+        problems << QStringLiteral("sagwerk_de.ts: \"%1\": %2").arg(text, QLatin1String(problem));
+    };
+    for (auto it = entries.begin(); it != entries.end(); ++it) {
+        if (!code.contains(it.key()))
+            report(it.key(), "no longer in the code");
+        else if (!it.key().contains(platformWords))
+            report(it.key(), "names no other platform, so the German source text stands");
+        if (it.value().contains(platformWords))
+            report(it.value(), "still names the other platform");
+    }
+    for (const QString &text : code.keys())
+        if (text.contains(platformWords) && !entries.contains(text))
+            report(text, "names another platform and has no German entry for Linux");
+    EXPECT_TRUE(problems.isEmpty()) << problems.join(QLatin1Char('\n')).toStdString()
+                                    << "\nWrite the Linux wording of each text that names the other platform into "
+                                       "translations/sagwerk_de.ts by hand, and only of those.";
 }

@@ -1,11 +1,15 @@
 // Switching the interface language while the program runs. CTest runs this program
-// with Swedish as the system's language, and again with German ahead of English;
-// SAGWERK_SYSTEM_LANGUAGE says which.
+// with Swedish as the system's language, again with German ahead of English, and with
+// Japanese, which the program does not speak; SAGWERK_SYSTEM_LANGUAGE says which.
+#include "Media.h"
+
 #include "app/LanguageManager.h"
+#include "engine/Engine.h"
 #include "engine/EngineError.h"
 
 #include <QCoreApplication>
 #include <QEvent>
+#include <QScopeGuard>
 
 #include <gtest/gtest.h>
 
@@ -83,8 +87,10 @@ TEST(Language, SystemAndUnknownCodesFollowTheOperatingSystem)
 {
     ASSERT_TRUE(qEnvironmentVariableIsSet("SAGWERK_SYSTEM_LANGUAGE"));
     const QString system = qEnvironmentVariable("SAGWERK_SYSTEM_LANGUAGE");
-    const QString expected = system == QStringLiteral("sv") ? QStringLiteral("Avbrutet.")
-                                                              : QStringLiteral("Abgebrochen.");
+    // German stands in for a language the program does not speak, worded for Linux.
+    const bool swedish = system == QStringLiteral("sv");
+    const QString expected = swedish ? QStringLiteral("Avbrutet.") : QStringLiteral("Abgebrochen.");
+    const QString reveal = swedish ? QStringLiteral("Visa i filhanteraren") : QStringLiteral("Im Dateimanager zeigen");
     LanguageManager &manager = LanguageManager::instance();
 
     // From a chosen language back to the system's.
@@ -92,6 +98,7 @@ TEST(Language, SystemAndUnknownCodesFollowTheOperatingSystem)
     ASSERT_EQ(lookup("Abgebrochen."), QStringLiteral("Annulé."));
     manager.setLanguage(QStringLiteral("system"));
     EXPECT_EQ(lookup("Abgebrochen."), expected);
+    EXPECT_EQ(lookup("Im Finder zeigen"), reveal);
     EXPECT_EQ(manager.language(), QStringLiteral("system"));
     EXPECT_EQ(manager.appLocale(), QLocale::system());
     EXPECT_EQ(QLocale::languageToCode(manager.appLocale().language()), system);
@@ -102,8 +109,45 @@ TEST(Language, SystemAndUnknownCodesFollowTheOperatingSystem)
         manager.setLanguage(QStringLiteral("fr"));
         manager.setLanguage(code);
         EXPECT_EQ(lookup("Abgebrochen."), expected);
+        EXPECT_EQ(lookup("Im Finder zeigen"), reveal);
         EXPECT_EQ(manager.language(), code);
     }
     manager.setLanguage(QStringLiteral("pt_BR"));
     EXPECT_EQ(manager.appLocale(), QLocale(QStringLiteral("pt_BR")));
+}
+
+TEST(Language, PlatformTextsReadForLinuxAndTheToolkitFollows)
+{
+    LanguageManager &manager = LanguageManager::instance();
+    Engine::setFfmpegCandidatesForTesting(QStringList{});
+    const auto restore = qScopeGuard([] { Engine::setFfmpegCandidatesForTesting(std::nullopt); });
+    const struct {
+        QString code, reveal, cancel, format;
+    } languages[] = {
+        {"de", "Im Dateimanager zeigen", "Abbrechen", "Diese Datei kann Sagwerk nicht direkt dekodieren"},
+        {"en", "Show in file manager", "Cancel", "Sagwerk cannot decode this file directly"},
+        {"fr", "Afficher dans le gestionnaire de fichiers", "Annuler", "Sagwerk ne peut pas décoder ce fichier"},
+        {"sv", "Visa i filhanteraren", "Avbryt", "Sagwerk kan inte avkoda den här filen"},
+    };
+    for (const auto &[code, reveal, cancel, format] : languages) {
+        SCOPED_TRACE(code.toStdString());
+        manager.setLanguage(code);
+        EXPECT_EQ(lookup("Im Finder zeigen"), reveal);
+        // German keeps every text that names no platform as it is.
+        if (code == QStringLiteral("de")) {
+            EXPECT_EQ(lookup("Abgebrochen."), QStringLiteral("Abgebrochen."));
+        }
+        // The toolkit's own texts, such as the buttons of its dialogs, come along.
+        EXPECT_EQ(QCoreApplication::translate("QPlatformTheme", "Cancel"), cancel);
+
+        // The format message is looked up when thrown; its prefix stays German.
+        try {
+            Engine::decodeTo16kMonoFloats(Media::textFileNamedMp3());
+            ADD_FAILURE() << "decoded a text file";
+        } catch (const EngineError &e) {
+            EXPECT_TRUE(e.errorDescription().startsWith(
+                QStringLiteral("Audio konnte nicht nach 16 kHz konvertiert werden: ") + format))
+                << e.errorDescription().toStdString();
+        }
+    }
 }

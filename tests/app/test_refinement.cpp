@@ -41,7 +41,8 @@ protected:
         segment.text = result.fullText;
         result.segments = {segment};
         const QString audio = QDir::temp().filePath(QStringLiteral("a.wav"));
-        QFile(audio).open(QIODevice::WriteOnly);
+        QFile file(audio);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         bundle = BundleStore::create(QStringLiteral("Gespräch.wav"), QDateTime::currentDateTime(), audio, result).url;
     }
 

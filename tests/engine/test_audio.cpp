@@ -5,10 +5,12 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QScopeGuard>
 
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <functional>
 
 namespace {
 
@@ -71,6 +73,41 @@ TEST(EngineAudio, VideoGivesItsSoundtrackAndTruncatedFilesWhatTheyHold)
     const std::vector<float> cut = Engine::decodeTo16kMonoFloats(Media::truncatedMp3());
     EXPECT_GT(cut.size(), 16000u * 15 / 10);
     EXPECT_LT(cut.size(), 16000u * 25 / 10);
+
+    // Cut off inside a packet: the in-process road itself gives what is there.
+    const QByteArray cutM4a = Engine::avfDecodePCM16(Media::truncatedM4a(), nullptr);
+    EXPECT_GT(cutM4a.size(), 32000 * 18 / 10);
+    EXPECT_LT(cutM4a.size(), 32000 * 26 / 10);
+}
+
+TEST(EngineAudio, DamageInTheMiddleFailsTheDecodingAndTheFfmpegRoadTakesOver)
+{
+    const std::string decodingFailed = (convertPrefix + QStringLiteral("Dekodierung fehlgeschlagen")).toStdString();
+    const auto errorOf = [](const std::function<void()> &f) {
+        try {
+            f();
+        } catch (const EngineError &e) {
+            return e.errorDescription().toStdString();
+        }
+        return std::string("(no error)");
+    };
+    const auto restore = qScopeGuard([] { Engine::setFfmpegCandidatesForTesting(std::nullopt); });
+    for (const QString ext : {"m4a", "mp3", "flac"}) {
+        SCOPED_TRACE(ext.toStdString());
+        const QString path = Media::damagedInTheMiddle(ext);
+        EXPECT_EQ(errorOf([&] { Engine::avfDecodePCM16(path, nullptr); }), decodingFailed);
+
+        // The ffmpeg program passes over the damage, so the text keeps its whole length.
+        Engine::setFfmpegCandidatesForTesting(std::nullopt);
+        const std::vector<float> recovered = Engine::decodeTo16kMonoFloats(path);
+        EXPECT_NEAR(double(recovered.size()), 6.0 * 16000, 0.2 * 16000);
+
+        // When ffmpeg's file is as damaged, nothing replaces the second pass's reason.
+        Engine::setFfmpegCandidatesForTesting(
+            QStringList{Media::script(QStringLiteral("copying-ffmpeg"), QStringLiteral("cp \"$6\" \"${14}\""))});
+        EXPECT_EQ(errorOf([&] { Engine::decodeTo16kMonoFloats(path); }), decodingFailed);
+    }
+    EXPECT_NO_TEMPORARY_FILES();
 }
 
 TEST(EngineAudio, BadFilesEndInConvertFailedAndLeaveNothingBehind)

@@ -85,7 +85,7 @@ TEST(Downloader, NamesTheLocalFileByTheAnswer)
             EXPECT_TRUE(d.progress.isEmpty()) << "no progress without a length";
         }
     }
-    EXPECT_TRUE(server.lastRequest("/files/vortrag").contains("\r\nUser-Agent: Sagwerk/1.0 (macOS)\r\n"));
+    EXPECT_TRUE(server.lastRequest("/files/vortrag").contains("\r\nUser-Agent: Sagwerk/1.0 (Linux)\r\n"));
     EXPECT_NO_TEMPORARY_FILES();
 }
 

@@ -87,6 +87,31 @@ QString truncatedMp3()
     return folder() + QStringLiteral("/truncated.mp3");
 }
 
+QString truncatedM4a()
+{
+    const QString whole = make(QStringLiteral("tone-4s-faststart.m4a"),
+                               {"-f", "lavfi", "-i", "sine=frequency=440:sample_rate=48000:duration=4", "-c:a",
+                                "aac", "-movflags", "+faststart"});
+    const QByteArray bytes = readFile(whole);
+    writeFile(folder() + QStringLiteral("/truncated.m4a"), bytes.left(bytes.size() * 6 / 10));
+    return folder() + QStringLiteral("/truncated.m4a");
+}
+
+QString damagedInTheMiddle(const QString &extension)
+{
+    QByteArray bytes = readFile(tone(extension, 6.0));
+    quint32 noise = 2463534242u;
+    for (qsizetype i = bytes.size() / 2; i < bytes.size() / 2 + 2048; ++i) {
+        noise ^= noise << 13;
+        noise ^= noise >> 17;
+        noise ^= noise << 5;
+        bytes[i] = char(noise);
+    }
+    const QString path = folder() + QStringLiteral("/damaged.") + extension;
+    writeFile(path, bytes);
+    return path;
+}
+
 QString tinyModel()
 {
     const QString path = folder() + QStringLiteral("/ggml-tiny-test.bin");

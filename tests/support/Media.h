@@ -18,6 +18,10 @@ QString videoWithoutAudio();
 QString emptyFile();
 QString textFileNamedMp3();
 QString truncatedMp3();
+// A four-second tone with its index up front, cut off in the middle of a packet.
+QString truncatedM4a();
+// A six-second tone of the extension with two kilobytes of noise written over its middle.
+QString damagedInTheMiddle(const QString &extension);
 
 // A model made by the tiny-model generator (cached per run).
 QString tinyModel();

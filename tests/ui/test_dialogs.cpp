@@ -155,7 +155,7 @@ private slots:
         QVERIFY(smallRow->state() == ModelRow::State::installed);
         QVERIFY(child<RadioMark>(smallRow, QStringLiteral("radio"))->isSelectedMark());
         QVERIFY(shows(smallRow, QStringLiteral("trash")) && !shows(smallRow, QStringLiteral("load")));
-        QCOMPARE(textOf(smallRow, QStringLiteral("coreMLLoad")), QStringLiteral("Neural Engine laden (163 MB)"));
+        QCOMPARE(textOf(smallRow, QStringLiteral("coreMLLoad")), QStringLiteral("Core-ML-Paket laden (163 MB)"));
         clickRow(baseRow);
         QCOMPARE(app.selectedModelId(), small.id);
 

@@ -83,7 +83,8 @@ TEST_F(RecordSheetWithoutInput, ShowsTheRefusal)
     QLabel *denied = sheet.findChild<QLabel *>(QStringLiteral("permissionDenied"));
     ASSERT_TRUE(waitFor([&] { return denied->isVisible(); }, 10'000));
     EXPECT_EQ(denied->text(),
-              QStringLiteral("Kein Mikrofon-Zugriff. Bitte in Systemeinstellungen → Datenschutz → Mikrofon erlauben."));
+              QStringLiteral("Kein Mikrofon-Zugriff. Bitte ein Mikrofon anschließen und in den Toneinstellungen des "
+                             "Desktops als Eingabe wählen."));
     EXPECT_TRUE(sheet.isVisible()) << "the user can retry or cancel";
     EXPECT_EQ(go->text(), QStringLiteral("Aufnahme starten"));
     button(sheet, "cancel")->click();

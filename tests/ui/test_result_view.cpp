@@ -193,7 +193,7 @@ TEST_F(ResultViewTest, ExportNamesFollowTheViewAndFilesHoldTheText)
     item.bundleURL = temp(QStringLiteral("bundle"));
     app.setCurrent(item);
     EXPECT_EQ(menuTexts(),
-              (QStringList{"Textdatei (.txt)", "PDF", "Word (.docx)", "Untertitel (.srt) (aus)", "-", "Im Finder zeigen"}));
+              (QStringList{"Textdatei (.txt)", "PDF", "Word (.docx)", "Untertitel (.srt) (aus)", "-", "Im Dateimanager zeigen"}));
 }
 
 

@@ -1,0 +1,125 @@
+#pragma once
+
+#include "core/TranscribeControl.h"
+#include "core/TranscriptionResult.h"
+
+#include <QByteArray>
+#include <QFile>
+#include <QFuture>
+#include <QObject>
+#include <QProperty>
+#include <QString>
+#include <QTimer>
+
+#include <memory>
+#include <optional>
+
+class QAudioSource;
+
+// What a finished interview hands over: the recording (a temporary file, now the
+// receiver's), the transcript and the last speaker text.
+struct InterviewResult {
+    QString audio;
+    TranscriptionResult result;
+    std::optional<QString> speakerText;
+};
+
+// A live interview: the microphone into a growing WAV file (16 kHz mono 16-bit, samples
+// from byte 44 on), and while it grows, each new stretch of at least five seconds
+// recognised on the task pool. Lives on the main thread; every field changes there.
+//
+// Rolling passes fail silently and are tried again from the same position, with a longer
+// range. The speaker passes arrive with the speaker subsystem; until then `liveSpeakers`
+// changes nothing.
+class InterviewSession : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(double elapsed READ elapsed NOTIFY elapsedChanged)
+    Q_PROPERTY(bool isRecording READ isRecording NOTIFY isRecordingChanged)
+    Q_PROPERTY(bool isFinalizing READ isFinalizing NOTIFY isFinalizingChanged)
+    Q_PROPERTY(bool permissionDenied READ permissionDenied NOTIFY permissionDeniedChanged)
+    Q_PROPERTY(QString status READ status NOTIFY statusChanged)
+
+public:
+    static constexpr int sampleRate = 16000;
+    static constexpr qint64 transcribeIntervalMs = 5000;
+    static constexpr qint64 diarIntervalMs = 15000;
+
+    explicit InterviewSession(QObject *parent = nullptr);
+    // Cancels: a session that goes away mid-recording leaves no file.
+    ~InterviewSession() override;
+
+    const QList<TranscriptSegment> &segments() const { return m_segments.value(); }
+    const std::optional<QString> &speakerText() const { return m_speakerText.value(); }
+    double elapsed() const { return m_elapsed; }
+    bool isRecording() const { return m_isRecording; }
+    bool isFinalizing() const { return m_isFinalizing; }
+    bool permissionDenied() const { return m_permissionDenied; }
+    QString status() const { return m_status; }
+    // All audio before this position has been recognised.
+    qint64 transcribedMs() const { return m_lastMs; }
+    // The segments' texts in order, joined by one space.
+    QString fullText() const;
+
+    // Never fails loudly: a refused or missing microphone sets `permissionDenied`, a
+    // recorder that cannot start says so in `status`.
+    void start(const QString &modelURL, const QString &language, bool liveSpeakers);
+    // Recognises what is left after the last pass and hands everything over; none when the
+    // session never recorded. A pass still running is awaited first, so the value holds
+    // every stretch of audio once and in time order.
+    QFuture<std::optional<InterviewResult>> stop();
+    // Ends the recording and removes its file.
+    void cancel();
+
+    // The recording's length by its size alone: (size − 44) / 2 samples, 0 below 45 bytes.
+    static qint64 durationMs(const QString &url, int rate = sampleRate);
+    // A new "chunk-UUID.wav" in the temporary folder holding the samples from `fromMs` to
+    // `toMs` (fewer where the file ends sooner) behind a header of their own. Throws
+    // std::runtime_error when the recording cannot be read or the chunk written.
+    static QString extractRange(const QString &url, qint64 fromMs, qint64 toMs, int rate = sampleRate);
+    // The 44-byte header of 16-bit mono PCM.
+    static QByteArray wavHeader(qint64 dataSize, int rate = sampleRate);
+
+signals:
+    void segmentsChanged();
+    void speakerTextChanged();
+    void elapsedChanged();
+    void isRecordingChanged();
+    void isFinalizingChanged();
+    void permissionDeniedChanged();
+    void statusChanged();
+    // A stretch of the recording has been recognised (its words, if any, are in
+    // `segments`); rolling passes and the tail alike.
+    void rangeHeard(qint64 fromMs, qint64 toMs);
+
+private:
+    struct Pass;
+
+    void begin();
+    void tick();
+    void transcribeNext(qint64 upToMs);
+    void endRecording();
+    void append(const QList<TranscriptSegment> &segments, qint64 upToMs);
+    QFuture<std::optional<InterviewResult>> finish();
+
+    Q_OBJECT_BINDABLE_PROPERTY(InterviewSession, QList<TranscriptSegment>, m_segments, &InterviewSession::segmentsChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(InterviewSession, std::optional<QString>, m_speakerText,
+                               &InterviewSession::speakerTextChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(InterviewSession, double, m_elapsed, &InterviewSession::elapsedChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(InterviewSession, bool, m_isRecording, &InterviewSession::isRecordingChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(InterviewSession, bool, m_isFinalizing, &InterviewSession::isFinalizingChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(InterviewSession, bool, m_permissionDenied, &InterviewSession::permissionDeniedChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(InterviewSession, QString, m_status, &InterviewSession::statusChanged)
+
+    std::unique_ptr<QAudioSource> m_source;
+    QFile m_file;
+    std::optional<QString> m_wavURL;
+    std::optional<QString> m_modelURL;
+    QString m_language = QStringLiteral("de");
+    bool m_liveSpeakers = false;
+    QTimer m_timer;
+    qint64 m_lastMs = 0;
+    // Ends the passes still running when the session is cancelled or goes away.
+    TranscribeControlPtr m_control;
+    // The rolling pass in flight, if any: stop waits for it.
+    std::optional<QFuture<void>> m_pass;
+};

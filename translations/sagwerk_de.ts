@@ -1,0 +1,71 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de" sourcelanguage="de">
+<context>
+    <name>Sagwerk</name>
+    <message>
+        <source>Beste Qualität, auf Apple Silicon flott.</source>
+        <translation>Beste Qualität, mit Grafikkarte flott.</translation>
+    </message>
+    <message>
+        <source>Lokale Transkription mit whisper.cpp (Metal / Neural Engine)</source>
+        <translation>Lokale Transkription mit whisper.cpp (CPU / Vulkan)</translation>
+    </message>
+    <message>
+        <source>Neural Engine aktiv</source>
+        <translation>Core-ML-Paket installiert</translation>
+    </message>
+    <message>
+        <source>Neural Engine lädt…</source>
+        <translation>Core-ML-Paket lädt…</translation>
+    </message>
+    <message>
+        <source>Neural Engine laden (%1 MB)</source>
+        <translation>Core-ML-Paket laden (%1 MB)</translation>
+    </message>
+    <message>
+        <source>Beschleunigt den Encoder über die Neural Engine und spart Strom.</source>
+        <translation>Beschleunigt den Encoder auf Apple-Rechnern; unter Linux ändert das Paket nichts an der Erkennung.</translation>
+    </message>
+    <message>
+        <source>Sprache aus Audio- und Videodateien in Text – vollständig lokal auf deinem Mac.</source>
+        <translation>Sprache aus Audio- und Videodateien in Text – vollständig lokal auf deinem Rechner.</translation>
+    </message>
+    <message>
+        <source>Läuft über GPU/Neural Engine – nichts wird hochgeladen.</source>
+        <translation>Läuft über CPU/GPU – nichts wird hochgeladen.</translation>
+    </message>
+    <message>
+        <source>Zieh eine Audio- oder Videodatei ins Fenster oder nimm etwas auf. Weitere Modelle, die Neural Engine und einen KI-Key findest du jederzeit unter „Modelle &amp; Einstellungen“.</source>
+        <translation>Zieh eine Audio- oder Videodatei ins Fenster oder nimm etwas auf. Weitere Modelle und einen KI-Key findest du jederzeit unter „Modelle &amp; Einstellungen“.</translation>
+    </message>
+    <message>
+        <source>Für die Transkription – lokal, einmalig herunterladen. Größere Modelle sind genauer, aber langsamer. Optional die Neural Engine pro Modell laden.</source>
+        <translation>Für die Transkription – lokal, einmalig herunterladen. Größere Modelle sind genauer, aber langsamer. Die Core-ML-Pakete pro Modell nützen nur auf Apple-Rechnern.</translation>
+    </message>
+    <message>
+        <source>System (macOS)</source>
+        <translation>System</translation>
+    </message>
+    <message>
+        <source>Bei Videos wird die Tonspur transkribiert. Alles bleibt lokal auf diesem Mac.</source>
+        <translation>Bei Videos wird die Tonspur transkribiert. Alles bleibt lokal auf diesem Rechner.</translation>
+    </message>
+    <message>
+        <source>Metal</source>
+        <translation>Vulkan</translation>
+    </message>
+    <message>
+        <source>Kein Mikrofon-Zugriff. Bitte in Systemeinstellungen → Datenschutz → Mikrofon erlauben.</source>
+        <translation>Kein Mikrofon-Zugriff. Bitte ein Mikrofon anschließen und in den Toneinstellungen des Desktops als Eingabe wählen.</translation>
+    </message>
+    <message>
+        <source>Im Finder zeigen</source>
+        <translation>Im Dateimanager zeigen</translation>
+    </message>
+    <message>
+        <source>Dieses Format kann macOS nicht direkt dekodieren (z. B. Opus aus WhatsApp/Telegram). Bitte die Datei vorher in ein gängiges Format wie m4a oder mp3 umwandeln.</source>
+        <translation>Diese Datei kann Sagwerk nicht direkt dekodieren, und das Programm ffmpeg fehlt. Bitte ffmpeg installieren oder die Datei vorher in ein gängiges Format wie m4a oder mp3 umwandeln.</translation>
+    </message>
+</context>
+</TS>
