@@ -56,6 +56,10 @@
         <translation>“%1” is not a readable transcription.</translation>
     </message>
     <message>
+        <source>Diese Transkription hat keinen Sprechertext.</source>
+        <translation>This transcription has no speaker text.</translation>
+    </message>
+    <message>
         <source>Diese Transkription hat keine Stufe %1.</source>
         <translation>This transcription has no level %1.</translation>
     </message>
@@ -640,6 +644,22 @@
         <translation>Level %1 · %2</translation>
     </message>
     <message>
+        <source>Neu erkennen</source>
+        <translation>Detect Again</translation>
+    </message>
+    <message>
+        <source>Sprecher erkennen</source>
+        <translation>Detect Speakers</translation>
+    </message>
+    <message>
+        <source>Trennt Sprecher über die Stimme; KI ergänzt Namen/Rollen.</source>
+        <translation>Separates speakers by voice; AI adds names/roles.</translation>
+    </message>
+    <message>
+        <source>Trennt Sprecher über die Stimme. Ein API-Key ergänzt Namen/Rollen.</source>
+        <translation>Separates speakers by voice. An API key adds names/roles.</translation>
+    </message>
+    <message>
         <source>Textdatei (.txt)</source>
         <translation>Text file (.txt)</translation>
     </message>
@@ -746,6 +766,42 @@
     <message>
         <source>Warte auf die ersten Wörter…</source>
         <translation>Waiting for the first words…</translation>
+    </message>
+    <message>
+        <source>Sprecher werden erkannt…</source>
+        <translation>Detecting speakers…</translation>
+    </message>
+    <message>
+        <source>Stimmen trennen… %1 %</source>
+        <translation>Separating voices… %1 %</translation>
+    </message>
+    <message>
+        <source>Bereite Audio auf…</source>
+        <translation>Preparing audio…</translation>
+    </message>
+    <message>
+        <source>KI ergänzt Namen und Rollen…</source>
+        <translation>AI is adding names and roles…</translation>
+    </message>
+    <message>
+        <source>Der Server lieferte keine Modelldatei.</source>
+        <translation>The server did not deliver a model file.</translation>
+    </message>
+    <message>
+        <source>Lade Sprecher-Modelle (einmalig)…</source>
+        <translation>Loading speaker models (one time only)…</translation>
+    </message>
+    <message>
+        <source>Sprecher-Modelle konnten nicht geladen werden.</source>
+        <translation>The speaker models could not be loaded.</translation>
+    </message>
+    <message>
+        <source>Sprechertrennung fehlgeschlagen</source>
+        <translation>Speaker separation failed</translation>
+    </message>
+    <message>
+        <source>Programm für die Sprechertrennung nicht gefunden (App beschädigt?).</source>
+        <translation>Speaker separation program not found (is the app damaged?).</translation>
     </message>
 </context>
 </TS>

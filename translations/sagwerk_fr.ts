@@ -56,6 +56,10 @@
         <translation>« %1 » n’est pas une transcription lisible.</translation>
     </message>
     <message>
+        <source>Diese Transkription hat keinen Sprechertext.</source>
+        <translation>Cette transcription n’a pas de texte par locuteur.</translation>
+    </message>
+    <message>
         <source>Diese Transkription hat keine Stufe %1.</source>
         <translation>Cette transcription n’a pas de niveau %1.</translation>
     </message>
@@ -640,6 +644,22 @@
         <translation>Niveau %1 · %2</translation>
     </message>
     <message>
+        <source>Neu erkennen</source>
+        <translation>Détecter à nouveau</translation>
+    </message>
+    <message>
+        <source>Sprecher erkennen</source>
+        <translation>Détecter les locuteurs</translation>
+    </message>
+    <message>
+        <source>Trennt Sprecher über die Stimme; KI ergänzt Namen/Rollen.</source>
+        <translation>Sépare les locuteurs par la voix ; l’IA ajoute noms/rôles.</translation>
+    </message>
+    <message>
+        <source>Trennt Sprecher über die Stimme. Ein API-Key ergänzt Namen/Rollen.</source>
+        <translation>Sépare les locuteurs par la voix. Une clé d’API ajoute noms/rôles.</translation>
+    </message>
+    <message>
         <source>Textdatei (.txt)</source>
         <translation>Fichier texte (.txt)</translation>
     </message>
@@ -746,6 +766,42 @@
     <message>
         <source>Warte auf die ersten Wörter…</source>
         <translation>En attente des premiers mots…</translation>
+    </message>
+    <message>
+        <source>Sprecher werden erkannt…</source>
+        <translation>Détection des locuteurs…</translation>
+    </message>
+    <message>
+        <source>Stimmen trennen… %1 %</source>
+        <translation>Séparation des voix… %1 %</translation>
+    </message>
+    <message>
+        <source>Bereite Audio auf…</source>
+        <translation>Préparation de l’audio…</translation>
+    </message>
+    <message>
+        <source>KI ergänzt Namen und Rollen…</source>
+        <translation>L’IA ajoute les noms et les rôles…</translation>
+    </message>
+    <message>
+        <source>Der Server lieferte keine Modelldatei.</source>
+        <translation>Le serveur n’a pas fourni de fichier de modèle.</translation>
+    </message>
+    <message>
+        <source>Lade Sprecher-Modelle (einmalig)…</source>
+        <translation>Chargement des modèles de locuteurs (une seule fois)…</translation>
+    </message>
+    <message>
+        <source>Sprecher-Modelle konnten nicht geladen werden.</source>
+        <translation>Les modèles de locuteurs n’ont pas pu être chargés.</translation>
+    </message>
+    <message>
+        <source>Sprechertrennung fehlgeschlagen</source>
+        <translation>La séparation des locuteurs a échoué</translation>
+    </message>
+    <message>
+        <source>Programm für die Sprechertrennung nicht gefunden (App beschädigt?).</source>
+        <translation>Programme de séparation des locuteurs introuvable (application endommagée ?).</translation>
     </message>
 </context>
 </TS>

@@ -56,6 +56,10 @@
         <translation>”%1” är ingen läsbar transkription.</translation>
     </message>
     <message>
+        <source>Diese Transkription hat keinen Sprechertext.</source>
+        <translation>Den här transkriberingen har ingen talartext.</translation>
+    </message>
+    <message>
         <source>Diese Transkription hat keine Stufe %1.</source>
         <translation>Den här transkriptionen har ingen nivå %1.</translation>
     </message>
@@ -640,6 +644,22 @@
         <translation>Nivå %1 · %2</translation>
     </message>
     <message>
+        <source>Neu erkennen</source>
+        <translation>Identifiera igen</translation>
+    </message>
+    <message>
+        <source>Sprecher erkennen</source>
+        <translation>Identifiera talare</translation>
+    </message>
+    <message>
+        <source>Trennt Sprecher über die Stimme; KI ergänzt Namen/Rollen.</source>
+        <translation>Separerar talare efter röst; AI lägger till namn/roller.</translation>
+    </message>
+    <message>
+        <source>Trennt Sprecher über die Stimme. Ein API-Key ergänzt Namen/Rollen.</source>
+        <translation>Separerar talare efter röst. En API-nyckel lägger till namn/roller.</translation>
+    </message>
+    <message>
         <source>Textdatei (.txt)</source>
         <translation>Textfil (.txt)</translation>
     </message>
@@ -746,6 +766,42 @@
     <message>
         <source>Warte auf die ersten Wörter…</source>
         <translation>Väntar på de första orden…</translation>
+    </message>
+    <message>
+        <source>Sprecher werden erkannt…</source>
+        <translation>Identifierar talare…</translation>
+    </message>
+    <message>
+        <source>Stimmen trennen… %1 %</source>
+        <translation>Separerar röster… %1 %</translation>
+    </message>
+    <message>
+        <source>Bereite Audio auf…</source>
+        <translation>Förbereder ljud…</translation>
+    </message>
+    <message>
+        <source>KI ergänzt Namen und Rollen…</source>
+        <translation>AI lägger till namn och roller…</translation>
+    </message>
+    <message>
+        <source>Der Server lieferte keine Modelldatei.</source>
+        <translation>Servern levererade ingen modellfil.</translation>
+    </message>
+    <message>
+        <source>Lade Sprecher-Modelle (einmalig)…</source>
+        <translation>Laddar talarmodeller (endast en gång)…</translation>
+    </message>
+    <message>
+        <source>Sprecher-Modelle konnten nicht geladen werden.</source>
+        <translation>Talarmodellerna kunde inte laddas.</translation>
+    </message>
+    <message>
+        <source>Sprechertrennung fehlgeschlagen</source>
+        <translation>Talarseparationen misslyckades</translation>
+    </message>
+    <message>
+        <source>Programm für die Sprechertrennung nicht gefunden (App beschädigt?).</source>
+        <translation>Programmet för talarseparation hittades inte (är appen skadad?).</translation>
     </message>
 </context>
 </TS>

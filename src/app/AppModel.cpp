@@ -1,5 +1,6 @@
 // Start, settings, history, keys and staging of the application state. The jobs live in
-// classes of their own: TranscriptionJob, LinkImport, ItemCorrections, Refinement.
+// classes of their own: TranscriptionJob, LinkImport, ItemCorrections, Refinement,
+// SpeakerJob.
 #include "app/AppModel.h"
 
 #include "ai/AIModel.h"
@@ -9,6 +10,7 @@
 #include "app/LinkImport.h"
 #include "app/Refinement.h"
 #include "app/Settings.h"
+#include "app/SpeakerJob.h"
 #include "app/TranscriptionJob.h"
 #include "core/Tr.h"
 #include "engine/ModelStore.h"
@@ -35,6 +37,7 @@ AppModel::AppModel(QObject *parent, ModelStore *store)
     , m_settings(QStringLiteral("Morvane"), QStringLiteral("Sagwerk"))
     , m_transcription(std::make_unique<TranscriptionJob>(*this))
     , m_linkImport(std::make_unique<LinkImport>(*this))
+    , m_speakerJob(std::make_unique<SpeakerJob>(*this))
 {
     // The order matters: the first window must see a complete state.
     m_modelStore = store ? store : new ModelStore(this);
@@ -320,8 +323,14 @@ QFuture<void> AppModel::finishInterview(const InterviewResult &interview)
     return InterviewCompletion::finish(*this, interview);
 }
 
-void AppModel::detectSpeakers(const HistoryItem &)
+void AppModel::detectSpeakers(const HistoryItem &item)
 {
+    m_speakerJob->start(item);
+}
+
+void AppModel::cancelSpeakers()
+{
+    m_speakerJob->cancel();
 }
 
 // --- Corrections and text forms ---

@@ -18,13 +18,14 @@
 class ModelStore;
 class TranscriptionJob;
 class LinkImport;
+class SpeakerJob;
 struct InterviewResult;
 
 // The one observable state of the application: settings, history, the item on show,
 // the staged work and the state of the running jobs. Created once before any window,
 // owned by the main thread; every field changes there, and each change is announced by
 // its signal. The jobs' logic lives in classes of its own beside it (TranscriptionJob,
-// LinkImport, ItemCorrections, Refinement), which write the fields they own.
+// LinkImport, ItemCorrections, Refinement, SpeakerJob), which write the fields they own.
 class AppModel : public QObject {
     Q_OBJECT
     Q_PROPERTY(QString selectedModelId READ selectedModelId WRITE setSelectedModelId NOTIFY selectedModelIdChanged)
@@ -156,8 +157,11 @@ public:
     QFuture<void> smooth(const HistoryItem &item, qint64 level, const Refinement::Overrides &overrides = {});
     // Stores a finished interview and shows it; see InterviewCompletion.
     QFuture<void> finishInterview(const InterviewResult &interview);
-    // The speaker job's entry; it arrives with the speaker subsystem and does nothing yet.
+    // Separates the item's speakers into its `speakerText` and its bundle: by voice when
+    // its audio is there, else by an AI model alone. Returns at once; does nothing while
+    // a job runs for the item. Failures end in errorMessage, a cancel in silence.
     void detectSpeakers(const HistoryItem &item);
+    void cancelSpeakers();
 
     // --- Corrections ---
     void addCorrection(const QString &itemId, const QString &from, const QString &to, bool caseSensitive,
@@ -200,6 +204,7 @@ private:
     friend class LinkImport;
     friend class ItemCorrections;
     friend class Refinement;
+    friend class SpeakerJob;
     friend class InterviewCompletion;
 
     void stageKind(PendingItem::Kind kind);
@@ -253,4 +258,5 @@ private:
     // Declared last, so they stop and are gone before the fields they write.
     std::unique_ptr<TranscriptionJob> m_transcription;
     std::unique_ptr<LinkImport> m_linkImport;
+    std::unique_ptr<SpeakerJob> m_speakerJob;
 };

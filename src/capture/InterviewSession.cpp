@@ -4,6 +4,7 @@
 #include "core/TranscribeControl.h"
 #include "core/Tr.h"
 #include "engine/Engine.h"
+#include "speakers/Diarizer.h"
 
 #include <QAudioFormat>
 #include <QAudioSource>
@@ -48,6 +49,25 @@ std::optional<QList<TranscriptSegment>> recognise(const QString &wav, qint64 fro
             shifted.append(segment);
         }
         return shifted;
+    } catch (...) {
+        if (!chunk.isEmpty())
+            QFile::remove(chunk);
+        return std::nullopt;
+    }
+}
+
+// The speaker text of the recording up to `toMs` over `segments`; none when the
+// separation failed or found no second speaker. Runs on the pool.
+std::optional<QString> separate(const QString &wav, qint64 toMs, const QList<TranscriptSegment> &segments,
+                                const DiarizationModels::Paths &models, const TranscribeControlPtr &control)
+{
+    QString chunk;
+    try {
+        chunk = InterviewSession::extractRange(wav, 0, toMs);
+        const QList<SpeakerSpan> spans = Diarizer::diarize(chunk, models.seg, models.emb, 0.9, 0, control);
+        QFile::remove(chunk);
+        const QString text = Diarizer::speakerLabeledText(segments, spans);
+        return text.contains(u':') ? std::optional(text) : std::nullopt;
     } catch (...) {
         if (!chunk.isEmpty())
             QFile::remove(chunk);
@@ -101,6 +121,7 @@ void InterviewSession::begin()
     m_segments.notify();
     m_speakerText = std::nullopt;
     m_lastMs = 0;
+    m_lastDiarMs = 0;
     m_elapsed = 0.0;
     m_status = QString();
 
@@ -137,6 +158,12 @@ void InterviewSession::begin()
     m_wavURL = path;
     m_isRecording = true;
     m_timer.start();
+    // The recording does not wait for the speaker models; without them nobody is separated.
+    if (m_liveSpeakers) {
+        DiarizationModels::ensure([](const QString &) {}, m_control)
+            .then(this, [this](const DiarizationModels::Paths &paths) { m_models = paths; })
+            .onFailed(this, [] {});
+    }
 }
 
 void InterviewSession::endRecording()
@@ -176,6 +203,27 @@ void InterviewSession::tick()
     m_elapsed = double(d) / 1000.0;
     if (!m_pass && d - m_lastMs >= transcribeIntervalMs)
         transcribeNext(d);
+    if (m_liveSpeakers && !m_diarization && m_models && !segments().isEmpty() && d - m_lastDiarMs >= diarIntervalMs)
+        diarizeAll(d);
+}
+
+void InterviewSession::diarizeAll(qint64 upToMs)
+{
+    if (!m_wavURL || !m_models)
+        return;
+    const QString wav = *m_wavURL;
+    const QList<TranscriptSegment> segments = this->segments();
+    const DiarizationModels::Paths models = *m_models;
+    const TranscribeControlPtr control = m_control;
+    m_diarization = QtConcurrent::run([=] { return separate(wav, upToMs, segments, models, control); })
+                        .then(this, [this, upToMs](const std::optional<QString> &text) {
+                            m_diarization.reset();
+                            // A failed separation is tried again at the next free tick.
+                            if (!text)
+                                return;
+                            m_lastDiarMs = upToMs;
+                            m_speakerText = *text;
+                        });
 }
 
 void InterviewSession::transcribeNext(qint64 upToMs)
@@ -251,7 +299,7 @@ QFuture<std::optional<InterviewResult>> InterviewSession::finish()
                    return Pass{from, QList<TranscriptSegment>()};
                return Pass{d, recognise(wav, from, d, model, language, control)};
            })
-        .then(this, [this, wav, language](const Pass &tail) {
+        .then(this, [this, wav, language, d, control](const Pass &tail) {
             // A failed tail is dropped; the rest stands.
             if (tail.segments)
                 append(*tail.segments, tail.upToMs);
@@ -264,9 +312,22 @@ QFuture<std::optional<InterviewResult>> InterviewSession::finish()
             value.speakerText = speakerText();
             // The recording is the receiver's from now on.
             m_wavURL.reset();
-            m_isFinalizing = false;
-            return std::optional<InterviewResult>(value);
-        });
+            // A last separation over everything, the tail included; where it fails, the
+            // last rolling one stands.
+            QFuture<std::optional<QString>> last = QtFuture::makeReadyValueFuture(std::optional<QString>());
+            if (m_liveSpeakers && m_models && !value.result.segments.isEmpty()) {
+                const DiarizationModels::Paths models = *m_models;
+                const QList<TranscriptSegment> all = value.result.segments;
+                last = QtConcurrent::run([=] { return separate(wav, d, all, models, control); });
+            }
+            return last.then(this, [this, value](const std::optional<QString> &text) mutable {
+                if (text)
+                    value.speakerText = text;
+                m_isFinalizing = false;
+                return std::optional<InterviewResult>(value);
+            });
+        })
+        .unwrap();
 }
 
 // --- The file ---

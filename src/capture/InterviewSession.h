@@ -2,6 +2,7 @@
 
 #include "core/TranscribeControl.h"
 #include "core/TranscriptionResult.h"
+#include "speakers/DiarizationModels.h"
 
 #include <QByteArray>
 #include <QFile>
@@ -29,8 +30,8 @@ struct InterviewResult {
 // recognised on the task pool. Lives on the main thread; every field changes there.
 //
 // Rolling passes fail silently and are tried again from the same position, with a longer
-// range. The speaker passes arrive with the speaker subsystem; until then `liveSpeakers`
-// changes nothing.
+// range. With live speakers, the whole recording so far is separated by voice again every
+// fifteen seconds once the speaker models are there, beside the recognition.
 class InterviewSession : public QObject {
     Q_OBJECT
     Q_PROPERTY(double elapsed READ elapsed NOTIFY elapsedChanged)
@@ -97,6 +98,7 @@ private:
     void begin();
     void tick();
     void transcribeNext(qint64 upToMs);
+    void diarizeAll(qint64 upToMs);
     void endRecording();
     void append(const QList<TranscriptSegment> &segments, qint64 upToMs);
     QFuture<std::optional<InterviewResult>> finish();
@@ -122,4 +124,9 @@ private:
     TranscribeControlPtr m_control;
     // The rolling pass in flight, if any: stop waits for it.
     std::optional<QFuture<void>> m_pass;
+    // The speaker models once they are there, the position the last separation reached,
+    // and the separation in flight.
+    std::optional<DiarizationModels::Paths> m_models;
+    qint64 m_lastDiarMs = 0;
+    std::optional<QFuture<void>> m_diarization;
 };

@@ -30,11 +30,14 @@ int models(const QStringList &args);
 // `download ID [--from URL]`: one model into the models folder; prints its path.
 std::unique_ptr<QObject> download(const QStringList &args);
 
-// `export BUNDLE --format txt|srt [--view N] [--no-timestamps] [--output FILE]`.
+// `export BUNDLE --format txt|srt [--view N|speakers] [--no-timestamps] [--output FILE]`.
 int exportBundle(const QStringList &args);
 
 // `smooth BUNDLE --level N [--model ID]`: an AI refinement level into the bundle; prints it.
 std::unique_ptr<QObject> smooth(const QStringList &args);
+
+// `speakers BUNDLE [--speakers N] [--json]`: the speaker text into the bundle; prints it.
+std::unique_ptr<QObject> speakers(const QStringList &args);
 
 // `interview --duration SECONDS [--live-speakers] [--language CODE]`: records from the
 // default input, prints each segment as it arrives, stores the interview in the history.

@@ -21,15 +21,19 @@ int exportBundle(const QStringList &args)
     QCommandLineParser parser;
     parser.addPositionalArgument(QStringLiteral("bundle"), QStringLiteral("folder of a stored transcription"));
     parser.addOption({QStringLiteral("format"), QStringLiteral("txt or srt"), QStringLiteral("format")});
-    parser.addOption({QStringLiteral("view"), QStringLiteral("0 for the original, N for AI refinement level N"),
+    parser.addOption({QStringLiteral("view"),
+                      QStringLiteral("0 for the original, N for AI refinement level N, speakers for the speaker text"),
                       QStringLiteral("view")});
     parser.addOption({QStringLiteral("no-timestamps"), QStringLiteral("plain text without time marks")});
     parser.addOption({QStringLiteral("output"), QStringLiteral("file to write instead of standard output"),
                       QStringLiteral("file")});
     const QString format = parser.parse(args) ? parser.value(QStringLiteral("format")) : QString();
     bool viewOk = true;
-    const qint64 view = parser.isSet(QStringLiteral("view")) ? parser.value(QStringLiteral("view")).toLongLong(&viewOk) : 0;
-    if (parser.positionalArguments().size() != 1 || !viewOk || view < 0
+    const QString viewName = parser.value(QStringLiteral("view"));
+    const qint64 view = !parser.isSet(QStringLiteral("view")) ? TranscriptLines::originalView
+        : viewName == QLatin1String("speakers")             ? TranscriptLines::speakerView
+                                                             : viewName.toLongLong(&viewOk);
+    if (parser.positionalArguments().size() != 1 || !viewOk || (view < 0 && viewName != QLatin1String("speakers"))
         || (format != QLatin1String("txt") && format != QLatin1String("srt"))) {
         if (!parser.errorText().isEmpty())
             std::fprintf(stderr, "%s\n", qPrintable(parser.errorText()));
@@ -50,6 +54,10 @@ int exportBundle(const QStringList &args)
     }
     const HistoryItem item = BundleStore::historyItem(LoadedBundle{folder, folder, *data});
 
+    if (view == TranscriptLines::speakerView && !item.speakerText) {
+        std::fprintf(stderr, "%s\n", qPrintable(Tr::tr("Diese Transkription hat keinen Sprechertext.")));
+        return Failed;
+    }
     if (view > 0 && !item.smoothed.contains(view)) {
         std::fprintf(stderr, "%s\n", qPrintable(Tr::tr("Diese Transkription hat keine Stufe %1.").arg(view)));
         return Failed;

@@ -53,6 +53,8 @@ int main(int argc, char **argv)
             running = Cli::smooth(args);
         else if (command == QLatin1String("interview"))
             running = Cli::interview(args);
+        else if (command == QLatin1String("speakers"))
+            running = Cli::speakers(args);
         else
             Cli::finish(quickCommand(command, args));
     });

@@ -19,12 +19,16 @@ std::optional<qint64> viewingLevel(qint64 selectedView)
 QList<qint64> views(const HistoryItem &item)
 {
     QList<qint64> list{originalView};
+    if (item.speakerText)
+        list << speakerView;
     list += item.smoothed.keys(); // QMap keys ascend
     return list;
 }
 
 Surface surface(const HistoryItem &item, qint64 selectedView)
 {
+    if (selectedView == speakerView && item.speakerText)
+        return Surface::Speaker;
     const std::optional<qint64> level = viewingLevel(selectedView);
     if (level && item.smoothed.contains(*level))
         return Surface::Level;
@@ -42,6 +46,32 @@ QList<TranscriptLine> originalLines(const TranscriptionResult &result)
         lines.append(std::move(line));
     }
     return lines;
+}
+
+QList<TranscriptLine> speakerLines(const QList<SpeakerTurn> &turns)
+{
+    QList<TranscriptLine> lines;
+    for (const SpeakerTurn &turn : turns) {
+        if (turn.label)
+            lines.append(TranscriptLine{turn.ms, *turn.label, {}, true});
+        if (!turn.segments.isEmpty()) {
+            // No stand-in word for a wordless segment here: the turns carry real words only.
+            for (const TranscriptSegment &s : turn.segments)
+                lines.append(TranscriptLine{s.startMs, s.text, s.words, false});
+        } else {
+            lines.append(TranscriptLine{turn.ms, SpeakerTurn::splitLabel(turn.text).second, turn.words, false});
+        }
+    }
+    return lines;
+}
+
+QString speakerRebuildKey(const HistoryItem &item, bool showTimestamps)
+{
+    const size_t rules = qHashRange(item.corrections.cbegin(), item.corrections.cend());
+    return QStringList{QStringLiteral("spk"), item.id,
+                       showTimestamps ? QStringLiteral("true") : QStringLiteral("false"),
+                       QString::number(qHash(item.speakerText.value_or(QString()))), QString::number(rules)}
+        .join(u'|');
 }
 
 QString rebuildKey(const HistoryItem &item, bool showTimestamps)

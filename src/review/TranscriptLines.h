@@ -2,6 +2,7 @@
 
 #include "core/HistoryItem.h"
 #include "core/TranscriptLine.h"
+#include "speakers/SpeakerTurn.h"
 
 #include <QList>
 #include <QString>
@@ -19,8 +20,9 @@ namespace TranscriptLines {
 constexpr qint64 speakerView = -1;
 constexpr qint64 originalView = 0;
 
-// What fills the text area. The speaker view joins with the speaker turns.
+// What fills the text area.
 enum class Surface {
+    Speaker,  // the text view over the speaker lines
     Level,    // the refined text as plain, selectable text
     Original, // the text view over the original lines
 };
@@ -28,8 +30,8 @@ enum class Surface {
 // The level of an AI view, or none for the speaker and original views.
 std::optional<qint64> viewingLevel(qint64 selectedView);
 
-// The views the picker offers, in its order: the original, then each refinement level
-// ascending. The speaker view will stand between them.
+// The views the picker offers, in its order: the original, the speakers when the item
+// has a speaker text, then each refinement level ascending.
 QList<qint64> views(const HistoryItem &item);
 
 Surface surface(const HistoryItem &item, qint64 selectedView);
@@ -38,9 +40,15 @@ Surface surface(const HistoryItem &item, qint64 selectedView);
 // times, so that the whole line can light up.
 QList<TranscriptLine> originalLines(const TranscriptionResult &result);
 
+// Per turn: its label as a header line with the turn's time, then its segments with
+// their own times and words; a turn without segments shows its own text untimed.
+QList<TranscriptLine> speakerLines(const QList<SpeakerTurn> &turns);
+
 // Changes when, and only when, the laid-out original text would change; the playing
 // position and the selection are no part of it.
 QString rebuildKey(const HistoryItem &item, bool showTimestamps);
+// The same for the speaker lines.
+QString speakerRebuildKey(const HistoryItem &item, bool showTimestamps);
 
 // The text of copy and of the text, PDF and Word files, corrections applied.
 QString currentText(const HistoryItem &item, qint64 selectedView, bool showTimestamps);

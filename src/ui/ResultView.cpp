@@ -101,7 +101,9 @@ ResultView::ResultView(AppModel &app, QWidget *parent) : QWidget(parent), m_app(
     segments->setSpacing(0);
     m_pickerButtons = new QButtonGroup(this);
     m_pickerButtons->setExclusive(true);
-    connect(m_pickerButtons, &QButtonGroup::idClicked, this, [this](int id) { setSelectedView(id); });
+    // The view travels as a property: the group reserves the id -1, which is the speaker view.
+    connect(m_pickerButtons, &QButtonGroup::buttonClicked, this,
+            [this](QAbstractButton *b) { setSelectedView(b->property("view").toLongLong()); });
     m_timestamps = new QCheckBox(this);
     m_timestamps->setChecked(true);
     connect(m_timestamps, &QCheckBox::toggled, this, &ResultView::setShowTimestamps);
@@ -134,9 +136,30 @@ ResultView::ResultView(AppModel &app, QWidget *parent) : QWidget(parent), m_app(
 
     m_column->addWidget(Style::divider(this));
 
-    // The speaker control takes its place at the front of this row.
     auto *actions = new QHBoxLayout;
     actions->setSpacing(12);
+    m_speakers = new QPushButton(this);
+    m_speakers->setObjectName(QStringLiteral("speakerControl"));
+    connect(m_speakers, &QPushButton::clicked, this, [this] { m_app.detectSpeakers(m_item); });
+    // While the item's speakers are separated: a spinner, the status and a way to stop.
+    m_speakersBusy = new QWidget(this);
+    auto *speakersBusy = new QHBoxLayout(m_speakersBusy);
+    speakersBusy->setContentsMargins(0, 0, 0, 0);
+    speakersBusy->setSpacing(6);
+    speakersBusy->addWidget(new Spinner(12, m_speakersBusy));
+    m_speakersBusyText = new QLabel(m_speakersBusy);
+    m_speakersBusyText->setObjectName(QStringLiteral("speakerStatus"));
+    m_speakersBusyText->setFont(Style::font(Style::TextSize::caption));
+    m_speakersBusyText->setForegroundRole(QPalette::PlaceholderText);
+    speakersBusy->addWidget(m_speakersBusyText);
+    m_speakersCancel = new QToolButton(m_speakersBusy);
+    m_speakersCancel->setObjectName(QStringLiteral("speakerCancel"));
+    m_speakersCancel->setAutoRaise(true);
+    m_speakersCancel->setStyleSheet(QStringLiteral("QToolButton { border: none; padding: 0; }"));
+    connect(m_speakersCancel, &QToolButton::clicked, &m_app, &AppModel::cancelSpeakers);
+    speakersBusy->addWidget(m_speakersCancel);
+    actions->addWidget(m_speakers);
+    actions->addWidget(m_speakersBusy);
     m_ai = new QToolButton(this);
     m_ai->setObjectName(QStringLiteral("aiControl"));
     m_ai->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
@@ -178,8 +201,11 @@ ResultView::ResultView(AppModel &app, QWidget *parent) : QWidget(parent), m_app(
 
     connect(&m_app, &AppModel::currentChanged, this, &ResultView::takeCurrent);
     // The menu's state follows the key of the active model.
-    for (auto signal : {&AppModel::anthropicKeyChanged, &AppModel::openaiKeyChanged, &AppModel::activeModelIdChanged})
+    for (auto signal : {&AppModel::anthropicKeyChanged, &AppModel::openaiKeyChanged, &AppModel::activeModelIdChanged}) {
         connect(&m_app, signal, this, &ResultView::showAIControl);
+        connect(&m_app, signal, this, &ResultView::showSpeakerControl);
+    }
+    connect(&m_app, &AppModel::speakerStatusChanged, this, &ResultView::showSpeakerControl);
 
     retranslate();
     m_item = m_app.current().value_or(HistoryItem());
@@ -207,6 +233,13 @@ void ResultView::takeCurrent()
         if (!levels.isEmpty())
             setSelectedView(levels.constLast());
     }
+    if (m_item.speakerText != m_speakerText) {
+        m_speakerText = m_item.speakerText;
+        m_speakerTurns = SpeakerTurn::build(m_speakerText.value_or(QString()), m_item.result.segments);
+        // A finished speaker job is shown at once.
+        if (m_speakerText)
+            setSelectedView(TranscriptLines::speakerView);
+    }
     showItem();
 }
 
@@ -228,6 +261,8 @@ void ResultView::startItem()
     m_selectedText.clear();
     setCopied(false);
     m_levels = m_item.smoothed.keys();
+    m_speakerText = m_item.speakerText;
+    m_speakerTurns = SpeakerTurn::build(m_speakerText.value_or(QString()), m_item.result.segments);
     {
         const QSignalBlocker quiet(m_timestamps);
         m_timestamps->setChecked(true);
@@ -308,7 +343,7 @@ void ResultView::showPicker()
     m_picker->setVisible(m_item.speakerText.has_value() || !m_item.smoothed.isEmpty());
     QList<qint64> shown;
     for (QAbstractButton *b : m_pickerButtons->buttons())
-        shown << m_pickerButtons->id(b);
+        shown << b->property("view").toLongLong();
     if (shown != views) {
         for (QAbstractButton *b : m_pickerButtons->buttons()) {
             m_pickerButtons->removeButton(b);
@@ -318,13 +353,14 @@ void ResultView::showPicker()
             auto *b = new QPushButton(m_picker);
             b->setCheckable(true);
             b->setProperty("view", view);
-            m_pickerButtons->addButton(b, int(view));
+            m_pickerButtons->addButton(b);
             m_picker->layout()->addWidget(b);
         }
     }
     for (QAbstractButton *b : m_pickerButtons->buttons()) {
-        const qint64 view = m_pickerButtons->id(b);
+        const qint64 view = b->property("view").toLongLong();
         b->setText(view == TranscriptLines::originalView ? Tr::tr("Original")
+                   : view == TranscriptLines::speakerView ? Tr::tr("Sprecher")
                                                           : Tr::tr("Stufe %1").arg(view));
         b->setChecked(view == m_selectedView);
     }
@@ -404,6 +440,24 @@ void ResultView::showAIControl()
     }
 }
 
+void ResultView::showSpeakerControl()
+{
+    const bool busy = m_item.speakerBusy;
+    m_speakers->setVisible(!busy);
+    m_speakersBusy->setVisible(busy);
+    m_speakersBusyText->setText(m_app.speakerStatus().value_or(Tr::tr("Sprecher werden erkannt…")));
+    m_speakersCancel->setIcon(Icons::xmarkCircle(palette().color(QPalette::PlaceholderText)));
+    m_speakersCancel->setToolTip(Tr::tr("Abbrechen"));
+
+    // With audio the voices can always be separated; without, only the AI can do it.
+    const bool hasKey = !m_app.activeKey().isEmpty();
+    m_speakers->setEnabled(m_item.audioURL.has_value() || hasKey);
+    m_speakers->setIcon(Icons::icon(QStringLiteral("person.2.wave.2"), palette()));
+    m_speakers->setText(m_item.speakerText ? Tr::tr("Neu erkennen") : Tr::tr("Sprecher erkennen"));
+    m_speakers->setToolTip(hasKey ? Tr::tr("Trennt Sprecher über die Stimme; KI ergänzt Namen/Rollen.")
+                                  : Tr::tr("Trennt Sprecher über die Stimme. Ein API-Key ergänzt Namen/Rollen."));
+}
+
 void ResultView::chooseLevel(qint64 level)
 {
     // A finished level is only shown; another one is refined.
@@ -415,6 +469,7 @@ void ResultView::chooseLevel(qint64 level)
 
 void ResultView::showActions()
 {
+    showSpeakerControl();
     showAIControl();
     m_reTranscribe->setVisible(m_item.audioURL.has_value());
     showCorrectButton();
@@ -475,11 +530,16 @@ void ResultView::refreshText()
     }
     m_textArea->setCurrentWidget(m_textView);
     Coordinator::View view;
-    view.lines = [this] { return TranscriptLines::originalLines(m_item.result); };
+    if (TranscriptLines::surface(m_item, m_selectedView) == TranscriptLines::Surface::Speaker) {
+        view.lines = [this] { return TranscriptLines::speakerLines(m_speakerTurns); };
+        view.rebuildKey = TranscriptLines::speakerRebuildKey(m_item, m_showTimestamps);
+    } else {
+        view.lines = [this] { return TranscriptLines::originalLines(m_item.result); };
+        view.rebuildKey = TranscriptLines::rebuildKey(m_item, m_showTimestamps);
+    }
     view.showTime = m_showTimestamps;
     view.currentMs = TranscriptLines::currentMs(m_player->currentTime());
     view.isPlaying = m_player->isPlaying();
-    view.rebuildKey = TranscriptLines::rebuildKey(m_item, m_showTimestamps);
     view.corrections = m_item.corrections;
     view.onSeek = [this](qint64 ms, bool exact) { seekFromText(ms, exact); };
     view.onCreateCorrection = [this](const QString &text) { openCorrectionSheet(text); };

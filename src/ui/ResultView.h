@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/HistoryItem.h"
+#include "speakers/SpeakerTurn.h"
 
 #include <QWidget>
 
@@ -81,6 +82,7 @@ private:
     void showActions();
     void showCorrectButton();
     void showAIControl();
+    void showSpeakerControl();
     void chooseLevel(qint64 level);
     void retranslate();
     void refreshText();
@@ -98,6 +100,8 @@ private:
     bool m_copied = false;
     QString m_selectedText;
     QList<qint64> m_levels; // the sorted levels of the item's refined texts, as last seen
+    std::optional<QString> m_speakerText; // the speaker text the turns were built from
+    QList<SpeakerTurn> m_speakerTurns;
     QString m_levelShown;   // the refined text in the plain surface
     SavePanel m_savePanel;
 
@@ -113,6 +117,10 @@ private:
     TranscriptTextView *m_textView = nullptr;
     QTextBrowser *m_levelText = nullptr;
     QScrollArea *m_chips = nullptr;
+    QPushButton *m_speakers = nullptr;
+    QWidget *m_speakersBusy = nullptr;
+    QLabel *m_speakersBusyText = nullptr;
+    QToolButton *m_speakersCancel = nullptr;
     QToolButton *m_ai = nullptr;
     QMenu *m_aiMenu = nullptr;
     QWidget *m_aiBusy = nullptr;

@@ -90,3 +90,42 @@ TEST(TranscriptLines, ViewsHeaderAndExportNames)
     EXPECT_EQ(metaString(item).count(QStringLiteral("  ·  ")), 2) << "no part for an empty language";
     EXPECT_EQ(currentMs(1.2345), 1235);
 }
+
+TEST(TranscriptLines, SpeakerViewLinesKeyAndPicker)
+{
+    HistoryItem item = sample();
+    EXPECT_EQ(views(item), QList<qint64>{originalView});
+    item.speakerText = QStringLiteral("Sprecher 1: Herr Schäfer kommt.\nSprecher 2: Das stimmt nicht\nOhne Wörter.");
+    item.smoothed.insert(2, QStringLiteral("Geglättet."));
+    EXPECT_EQ(views(item), (QList<qint64>{originalView, speakerView, 2}));
+    EXPECT_EQ(surface(item, speakerView), Surface::Speaker);
+
+    const QList<TranscriptLine> lines =
+        speakerLines(SpeakerTurn::build(*item.speakerText, item.result.segments));
+    ASSERT_EQ(lines.size(), 5);
+    EXPECT_TRUE(lines[0].isHeader);
+    EXPECT_EQ(lines[0].text, QStringLiteral("Sprecher 1"));
+    EXPECT_EQ(lines[0].timeMs, 0);
+    EXPECT_EQ(lines[1].words.size(), 3);
+    // A turn without anchor: a header without time, then its own content.
+    EXPECT_TRUE(lines[2].isHeader);
+    EXPECT_EQ(lines[2].timeMs, std::nullopt);
+    EXPECT_EQ(lines[3].text, QStringLiteral("Das stimmt nicht"));
+    EXPECT_FALSE(lines[3].isHeader);
+    // The wordless segment gets no stand-in word here.
+    EXPECT_EQ(lines[4].timeMs, 62000);
+    EXPECT_TRUE(lines[4].words.isEmpty());
+
+    const QString key = speakerRebuildKey(item, true);
+    EXPECT_TRUE(key.startsWith(QStringLiteral("spk|")));
+    EXPECT_NE(key, rebuildKey(item, true));
+    EXPECT_NE(speakerRebuildKey(item, false), key);
+    item.corrections << Correction{{}, "Schäfer", "Schaefer"};
+    EXPECT_NE(speakerRebuildKey(item, true), key);
+    item.corrections.clear();
+    item.speakerText = QStringLiteral("Sprecher 1: anders");
+    EXPECT_NE(speakerRebuildKey(item, true), key);
+    // Without a speaker text the speaker view falls back to the original.
+    item.speakerText.reset();
+    EXPECT_EQ(surface(item, speakerView), Surface::Original);
+}

@@ -1,0 +1,215 @@
+#include "app/SpeakerJob.h"
+
+#include "ai/AIModel.h"
+#include "ai/Smoother.h"
+#include "app/AppModel.h"
+#include "core/Tr.h"
+#include "core/UserError.h"
+#include "engine/Engine.h"
+#include "speakers/DiarizationModels.h"
+#include "speakers/Diarizer.h"
+#include "speakers/DiarizerError.h"
+#include "storage/BundleStore.h"
+
+#include <QFile>
+#include <QPointer>
+#include <QUnhandledException>
+#include <QScopeGuard>
+#include <QSet>
+#include <QtConcurrent/QtConcurrentRun>
+
+namespace {
+
+// The diarisation program's clustering threshold, the same in every job.
+constexpr double threshold = 0.9;
+
+void throwIfCancelled(const TranscribeControlPtr &control)
+{
+    if (control->isCancelled())
+        throw DiarizerError::cancelled();
+}
+
+} // namespace
+
+SpeakerJob::SpeakerJob(AppModel &app) : m_app(app) {}
+
+SpeakerJob::~SpeakerJob()
+{
+    if (m_control)
+        m_control->cancel();
+    for (QFuture<void> &work : m_pool) {
+        try {
+            work.waitForFinished();
+        } catch (...) {
+            // Its failure has nobody left to tell.
+        }
+    }
+}
+
+QFuture<SpeakerJob::Result> SpeakerJob::start(const HistoryItem &item, const Overrides &overrides)
+{
+    if (item.speakerBusy)
+        return QtFuture::makeExceptionalFuture<Result>(std::make_exception_ptr(Cancelled()));
+    // Fixed for this run: later changes of the settings don't reach it.
+    const QString key = overrides.apiKey.value_or(m_app.activeKey());
+    const QString modelId = overrides.modelId.value_or(m_app.activeModelId());
+    if (item.audioURL && QFile::exists(*item.audioURL))
+        return acoustic(item, *item.audioURL, overrides.speakerCount.value_or(m_app.speakerCount()), key, modelId);
+    return textOnly(item, key, modelId);
+}
+
+QFuture<SpeakerJob::Result> SpeakerJob::acoustic(const HistoryItem &item, const QString &audio, int speakerCount,
+                                                 const QString &key, const QString &modelId)
+{
+    const bool hasKey = !key.isEmpty();
+    const TranscribeControlPtr control = std::make_shared<TranscribeControl>();
+    m_control = control;
+    const QString id = item.id;
+    const std::optional<QString> bundle = item.bundleURL;
+    const QList<TranscriptSegment> segments = item.result.segments;
+    m_app.updateItem(id, [](HistoryItem &h) { h.speakerBusy = true; });
+    m_app.m_speakerStatus = Tr::tr("Sprecher werden erkannt…");
+
+    QPointer<SpeakerJob> self(this);
+    auto status = [self, control](const QString &text) {
+        if (self)
+            self->postStatus(control, text);
+    };
+    auto progress = [status](double fraction) {
+        status(Tr::tr("Stimmen trennen… %1 %").arg(int(fraction * 100)));
+    };
+
+    return DiarizationModels::ensure(status, control)
+        .then(this,
+              [this, control, audio, speakerCount, progress](const DiarizationModels::Paths &models) {
+                  throwIfCancelled(control);
+                  m_app.m_speakerStatus = Tr::tr("Bereite Audio auf…");
+                  QFuture<QList<SpeakerSpan>> work = QtConcurrent::run([=] {
+                      const QString wav = Engine::extractWav(audio, control);
+                      // From here on every way out removes the WAV file.
+                      const auto removeWav = qScopeGuard([&] { QFile::remove(wav); });
+                      throwIfCancelled(control);
+                      QList<SpeakerSpan> spans = Diarizer::diarize(wav, models.seg, models.emb, threshold,
+                                                                   speakerCount, control, progress);
+                      throwIfCancelled(control);
+                      return spans;
+                  });
+                  m_pool.removeIf([](const QFuture<void> &f) { return f.isFinished(); });
+                  m_pool.append(QFuture<void>(work));
+                  return work;
+              })
+        .unwrap()
+        .then(this,
+              [this, segments, hasKey, key, modelId](const QList<SpeakerSpan> &spans) {
+                  const QString labelled = Diarizer::speakerLabeledText(segments, spans);
+                  // Counted over the spans, so the naming step may see a text without labels.
+                  QSet<int> speakers;
+                  for (const SpeakerSpan &s : spans)
+                      speakers.insert(s.speaker);
+                  if (!hasKey || speakers.size() < 2)
+                      return QtFuture::makeReadyValueFuture(Result{spans, labelled});
+                  m_app.m_speakerStatus = Tr::tr("KI ergänzt Namen und Rollen…");
+                  return Smoother::refineSpeakers(labelled, key, AIModel::by(modelId))
+                      .then([spans](const QString &named) { return Result{spans, named}; });
+              })
+        .unwrap()
+        .then(this,
+              [this, control, id, bundle](const Result &result) {
+                  // An AI request cannot be stopped; a cancel drops its answer instead.
+                  throwIfCancelled(control);
+                  finish(control, id, result.text, bundle);
+                  return result;
+              })
+        .onFailed(this, [this, control, id]() -> Result {
+            fail(control, id, std::current_exception());
+            throw;
+        });
+}
+
+QFuture<SpeakerJob::Result> SpeakerJob::textOnly(const HistoryItem &item, const QString &key, const QString &modelId)
+{
+    if (key.isEmpty()) {
+        m_app.setErrorMessage(Tr::tr("Kein API-Key für den gewählten Anbieter hinterlegt. Bitte in den "
+                                     "Einstellungen eintragen."));
+        m_app.setShowSettings(true);
+        return QtFuture::makeExceptionalFuture<Result>(std::make_exception_ptr(Cancelled()));
+    }
+    if (item.result.fullText.isEmpty())
+        return QtFuture::makeExceptionalFuture<Result>(std::make_exception_ptr(Cancelled()));
+    // A control here too, so that a cancel drops the answer when it comes.
+    const TranscribeControlPtr control = std::make_shared<TranscribeControl>();
+    m_control = control;
+    const QString id = item.id;
+    const std::optional<QString> bundle = item.bundleURL;
+    m_app.updateItem(id, [](HistoryItem &h) { h.speakerBusy = true; });
+    m_app.m_speakerStatus = Tr::tr("Sprecher werden erkannt…");
+    return Smoother::detectSpeakers(item.result.fullText, key, AIModel::by(modelId))
+        .then(this,
+              [this, control, id, bundle](const QString &text) {
+                  throwIfCancelled(control);
+                  finish(control, id, text, bundle);
+                  return Result{{}, text};
+              })
+        .onFailed(this, [this, control, id]() -> Result {
+            fail(control, id, std::current_exception());
+            throw;
+        });
+}
+
+void SpeakerJob::postStatus(const TranscribeControlPtr &job, const QString &text)
+{
+    QPointer<SpeakerJob> self(this);
+    QMetaObject::invokeMethod(
+        this,
+        [self, job, text] {
+            if (self && self->m_control == job)
+                self->m_app.m_speakerStatus = text;
+        },
+        Qt::QueuedConnection);
+}
+
+void SpeakerJob::finish(const TranscribeControlPtr &, const QString &id, const QString &text,
+                        const std::optional<QString> &bundle)
+{
+    m_app.updateItem(id, [&](HistoryItem &h) {
+        h.speakerText = text;
+        h.speakerBusy = false;
+    });
+    // The end of either of two jobs clears the shared fields.
+    m_app.m_speakerStatus = std::nullopt;
+    m_control.reset();
+    if (bundle)
+        BundleStore::saveSpeakerText(*bundle, text);
+}
+
+void SpeakerJob::fail(const TranscribeControlPtr &, const QString &id, std::exception_ptr error)
+{
+    m_app.updateItem(id, [](HistoryItem &h) { h.speakerBusy = false; });
+    m_app.m_speakerStatus = std::nullopt;
+    m_control.reset();
+    try {
+        // The thread pool wraps what it does not know as its own exception type.
+        try {
+            std::rethrow_exception(error);
+        } catch (const QUnhandledException &wrapped) {
+            if (!wrapped.exception())
+                throw;
+            std::rethrow_exception(wrapped.exception());
+        }
+    } catch (const DiarizerError &e) {
+        if (!e.isCancelled())
+            m_app.setErrorMessage(e.errorDescription());
+    } catch (const UserError &e) {
+        // A cancel that another subsystem reports as its own error still shows.
+        m_app.setErrorMessage(e.errorDescription());
+    } catch (const std::exception &e) {
+        m_app.setErrorMessage(QString::fromLocal8Bit(e.what()));
+    } catch (...) {
+    }
+}
+
+void SpeakerJob::cancel()
+{
+    if (m_control)
+        m_control->cancel();
+}

@@ -1,0 +1,177 @@
+// The speaker control and the "Sprecher" view of the result screen, offscreen, over a
+// real AppModel in a throw-away session. Also renders its screenshots.
+#include "Media.h"
+#include "Palettes.h"
+#include "Transcripts.h"
+
+#include "app/AppModel.h"
+#include "review/AudioPlayer.h"
+#include "review/TranscriptLines.h"
+#include "speakers/Diarizer.h"
+#include "ui/ResultView.h"
+#include "ui/TranscriptTextView.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QLabel>
+#include <QPushButton>
+#include <QSettings>
+#include <QTest>
+#include <QToolButton>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class SpeakerViewTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        ASSERT_FALSE(qEnvironmentVariable("SAGWERK_SESSION_DIR").isEmpty());
+        QSettings(QStringLiteral("Morvane"), QStringLiteral("Sagwerk")).clear();
+        app.saveAnthropicKey({});
+        app.saveOpenAIKey({});
+    }
+
+    // Two voices taking turns every two segments.
+    static HistoryItem interview(int segments = 8)
+    {
+        HistoryItem item =
+            Transcripts::item(Transcripts::result(segments, 8), QStringLiteral("Gespräch an der Mühle.m4a"));
+        item.audioURL = Media::tone(QStringLiteral("m4a"), 30.0);
+        QList<SpeakerSpan> spans;
+        for (int i = 0; i < segments; ++i) {
+            const TranscriptSegment &s = item.result.segments[i];
+            spans.append({s.startMs / 1000.0, s.endMs / 1000.0, (i / 2) % 2 == 0 ? 7 : 2});
+        }
+        item.speakerText = Diarizer::speakerLabeledText(item.result.segments, spans);
+        return item;
+    }
+
+    static QStringList pickerTexts(ResultView &view)
+    {
+        QStringList texts;
+        for (QPushButton *b : view.findChildren<QPushButton *>()) {
+            if (b->property("view").isValid())
+                texts << b->text();
+        }
+        return texts;
+    }
+
+    static void expose(ResultView &view, QSize size = {1000, 700})
+    {
+        view.resize(size);
+        view.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&view));
+    }
+
+    AppModel app;
+};
+
+} // namespace
+
+TEST_F(SpeakerViewTest, ControlFollowsAudioKeyAndBusyState)
+{
+    HistoryItem item = interview();
+    const QString text = *item.speakerText;
+    item.speakerText.reset();
+    app.setCurrent(item);
+    ResultView view(app, nullptr);
+    expose(view);
+    auto *control = view.findChild<QPushButton *>(QStringLiteral("speakerControl"));
+    ASSERT_NE(control, nullptr);
+    EXPECT_EQ(control->text(), QStringLiteral("Sprecher erkennen"));
+    EXPECT_TRUE(control->isEnabled()) << "audio can always be separated by voice";
+    EXPECT_EQ(control->toolTip(), QStringLiteral("Trennt Sprecher über die Stimme. Ein API-Key ergänzt Namen/Rollen."));
+    EXPECT_EQ(pickerTexts(view), QStringList{QStringLiteral("Original")});
+
+    // Without audio only the AI can divide the text, and that needs a key.
+    item.audioURL.reset();
+    app.setCurrent(item);
+    EXPECT_FALSE(control->isEnabled());
+    app.saveAnthropicKey(QStringLiteral("sk-ant"));
+    EXPECT_TRUE(control->isEnabled());
+    EXPECT_EQ(control->toolTip(), QStringLiteral("Trennt Sprecher über die Stimme; KI ergänzt Namen/Rollen."));
+
+    // Running: the spinner row with the status, or its default, and a cancel.
+    item.speakerBusy = true;
+    app.setCurrent(item);
+    EXPECT_FALSE(control->isVisible());
+    auto *status = view.findChild<QLabel *>(QStringLiteral("speakerStatus"));
+    auto *cancel = view.findChild<QToolButton *>(QStringLiteral("speakerCancel"));
+    ASSERT_TRUE(status && cancel);
+    EXPECT_TRUE(status->isVisible());
+    EXPECT_EQ(status->text(), QStringLiteral("Sprecher werden erkannt…"));
+    EXPECT_EQ(cancel->toolTip(), QStringLiteral("Abbrechen"));
+    cancel->click(); // nothing runs: harmless
+
+    // The text arrives: the speaker view comes up at once, with its entry in the picker.
+    item.speakerBusy = false;
+    item.speakerText = text;
+    app.setCurrent(item);
+    EXPECT_TRUE(control->isVisible());
+    EXPECT_EQ(control->text(), QStringLiteral("Neu erkennen"));
+    EXPECT_EQ(view.selectedView(), TranscriptLines::speakerView);
+    EXPECT_EQ(pickerTexts(view), (QStringList{QStringLiteral("Original"), QStringLiteral("Sprecher")}));
+    EXPECT_EQ(view.exportBase(), QStringLiteral("Gespräch an der Mühle-sprecher"));
+    EXPECT_EQ(view.currentText(), text);
+}
+
+TEST_F(SpeakerViewTest, SpeakerLinesCarryHeadersAndTheWordCursor)
+{
+    const HistoryItem item = interview();
+    app.setCurrent(item);
+    ResultView view(app, nullptr);
+    expose(view);
+    view.setSelectedView(TranscriptLines::speakerView);
+    const QString shown = view.textView()->document()->toPlainText();
+    // Four turns: a header each, then its two segments with their own times.
+    EXPECT_EQ(shown.count(QStringLiteral("Sprecher 1")), 2) << qPrintable(shown);
+    EXPECT_EQ(shown.count(QStringLiteral("Sprecher 2")), 2);
+    EXPECT_TRUE(shown.contains(item.result.segments[3].text));
+    EXPECT_FALSE(shown.contains(QStringLiteral("Sprecher 1: "))) << "the label stands alone on its header";
+
+    // The cursor lights the word at the player's position, in the speaker view too.
+    const Coordinator &text = view.textView()->coordinator();
+    EXPECT_EQ(text.wordAnchors().size(), 8 * 8);
+    const TranscriptWord &word = item.result.segments[5].words[3];
+    view.player().seek((word.startMs + 10) / 1000.0);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return text.highlighted().has_value(); }, 3000));
+    const auto range = *text.highlighted();
+    EXPECT_EQ(shown.mid(range.loc, range.length), word.text);
+
+    // The speaker text goes: the original lines come back.
+    HistoryItem without = item;
+    without.speakerText.reset();
+    app.setCurrent(without);
+    EXPECT_FALSE(view.textView()->document()->toPlainText().contains(QStringLiteral("Sprecher 1")));
+}
+
+// The speaker view and the running control, light and dark, to $SAGWERK_SCREENSHOTS (or
+// the temporary folder).
+TEST_F(SpeakerViewTest, Screenshots)
+{
+    QString folder = qEnvironmentVariable("SAGWERK_SCREENSHOTS");
+    if (folder.isEmpty())
+        folder = QDir::tempPath() + QStringLiteral("/screenshots");
+    QDir().mkpath(folder);
+    HistoryItem item = interview(40);
+    item.speakerBusy = true;
+    const QStringList iconPaths = QIcon::themeSearchPaths();
+    QIcon::setThemeSearchPaths(iconPaths + QStringList{QStringLiteral("/usr/share/icons")});
+    for (const bool dark : {false, true}) {
+        QApplication::setPalette(dark ? Palettes::dark() : Palettes::light());
+        QIcon::setThemeName(dark ? QStringLiteral("breeze-dark") : QStringLiteral("breeze"));
+        app.setCurrent(item);
+        ResultView view(app, nullptr);
+        expose(view);
+        view.setSelectedView(TranscriptLines::speakerView);
+        view.player().seek(item.result.segments[2].words[4].startMs / 1000.0 + 0.01);
+        QTest::qWait(50);
+        EXPECT_TRUE(view.grab().save(folder + QStringLiteral("/result-speakers-%1.png")
+                                                  .arg(dark ? QStringLiteral("dark") : QStringLiteral("light"))));
+    }
+    QIcon::setThemeName(QString());
+    QIcon::setThemeSearchPaths(iconPaths);
+    QApplication::setPalette(Palettes::light());
+}
