@@ -6,6 +6,7 @@
 
 #include "app/AppModel.h"
 #include "capture/InterviewSession.h"
+#include "speakers/DiarizationModels.h"
 #include "storage/BundleStore.h"
 
 #include <QDir>
@@ -213,6 +214,49 @@ TEST_F(Interview, TheCommandLineRecordsPrintsAndStores)
     for (qsizetype i = 0; i + 1 < lines.size(); ++i)
         EXPECT_TRUE(lines[i].startsWith("[0:0")) << lines[i].constData();
     EXPECT_EQ(BundleStore::list().size(), 1);
+}
+
+TEST_F(Interview, LiveSpeakersSeparateTheWholeRecordingOnStop)
+{
+    // A stand-in for the diarisation program: two speakers, one per half of what it gets,
+    // and a note of each WAV it was given.
+    const QString vendor = QDir::homePath() + QStringLiteral("/Developer/SagwerkMac/vendor");
+    QDir().mkpath(vendor);
+    QFile program(vendor + QStringLiteral("/sherpa-diarize"));
+    ASSERT_TRUE(program.open(QIODevice::WriteOnly));
+    program.write("#!/bin/sh\n"
+                  "for wav; do :; done\n" // the recording comes last
+                  "size=$(stat -c %s \"$wav\")\n"
+                  "echo \"$size\" >> \"$(dirname \"$0\")/given\"\n"
+                  "half=$(( (size - 44) / 64000 ))\n"
+                  "echo \"0.000 -- $half.000 speaker_00\"\n"
+                  "echo \"$half.000 -- 99.000 speaker_01\"\n");
+    program.close();
+    program.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    for (const QString &model : {DiarizationModels::segPath(), DiarizationModels::embPath()}) {
+        QDir().mkpath(QFileInfo(model).path());
+        writeFile(QStringLiteral("model"), "x");
+        QFile::rename(QDir::temp().filePath(QStringLiteral("model")), model);
+    }
+
+    InterviewSession session;
+    session.start(model(), QStringLiteral("de"), true);
+    ASSERT_TRUE(session.isRecording());
+    waitFor([&] { return session.elapsed() >= 6.5; }, 15'000);
+    QFuture<std::optional<InterviewResult>> stopped = session.stop();
+    ASSERT_TRUE(waitFor([&] { return stopped.isFinished(); }, 60'000));
+    const std::optional<InterviewResult> value = stopped.result();
+    ASSERT_TRUE(value);
+    if (value->result.segments.isEmpty())
+        GTEST_SKIP() << "the generated model heard no words this time";
+    // Too short for a rolling separation: the one at the end got the whole recording.
+    const QList<QByteArray> given = readAll(vendor + QStringLiteral("/given")).trimmed().split('\n');
+    ASSERT_EQ(given.size(), 1);
+    EXPECT_EQ(given.first().toLongLong(), QFileInfo(value->audio).size());
+    if (value->speakerText)
+        EXPECT_TRUE(value->speakerText->startsWith(QStringLiteral("Sprecher 1: ")));
+    QFile::remove(value->audio);
+    EXPECT_TRUE(leftovers().isEmpty());
 }
 
 TEST(InterviewWithoutInput, ReadsAsRefused)
