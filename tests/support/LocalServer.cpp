@@ -33,16 +33,26 @@ void LocalServer::release()
 
 void LocalServer::serve(QTcpSocket *socket)
 {
-    // Requests here carry no body: the head is all there is to read.
+    // The head, and as many bytes of body as it names.
     QByteArray request = socket->property("request").toByteArray() + socket->readAll();
     socket->setProperty("request", request);
-    if (!request.contains("\r\n\r\n"))
+    const qsizetype headEnd = request.indexOf("\r\n\r\n");
+    if (headEnd < 0)
+        return;
+    const QByteArray requestHead = request.left(headEnd);
+    qint64 length = 0;
+    for (const QByteArray &field : requestHead.split('\n')) {
+        if (field.toLower().startsWith("content-length:"))
+            length = field.mid(15).trimmed().toLongLong();
+    }
+    if (request.size() - headEnd - 4 < length)
         return;
     socket->disconnect(this);
-    const QList<QByteArray> line = request.left(request.indexOf("\r\n")).split(' ');
+    const QList<QByteArray> line = requestHead.left(requestHead.indexOf("\r\n")).split(' ');
     const QString path = QString::fromUtf8(line.value(1));
     counts[path] += 1;
-    requests[path] = request.left(request.indexOf("\r\n\r\n"));
+    requests[path] = requestHead;
+    bodies[path] = request.mid(headEnd + 4, length);
     total += 1;
 
     Answer a = answers.value(path, Answer{404, "<!DOCTYPE html><html><body><h1>404 Not Found</h1></body></html>"});

@@ -43,8 +43,9 @@ public:
     int hits(const QString &path) const { return counts.value(path); }
     // Requests of any path, also those that came through as a proxy's.
     int totalHits() const { return total; }
-    // The head of the last request for `path`, lines separated by CRLF.
+    // The head of the last request for `path`, lines separated by CRLF, and its body.
     QByteArray lastRequest(const QString &path) const { return requests.value(path); }
+    QByteArray lastBody(const QString &path) const { return bodies.value(path); }
     // Answers waiting at their hold point.
     int held() const { return int(waiting.size()); }
     void release();
@@ -56,6 +57,7 @@ private:
     QHash<QString, Answer> answers;
     QHash<QString, int> counts;
     QHash<QString, QByteArray> requests;
+    QHash<QString, QByteArray> bodies;
     int total = 0;
     QList<std::pair<QPointer<QTcpSocket>, QByteArray>> waiting;
 };
