@@ -80,9 +80,9 @@ void LinkImport::download(const QUrl &url, const QString &title)
                   // stays in the temporary folder.
                   m_app.stage(file, title);
               })
-        .onFailed(this, [this, downloader](const MediaDownloader::Error &error) {
+        .onFailed(this, [this, downloader](const Network::Error &error) {
             downloader->deleteLater();
-            end(error.message());
+            end(error.errorDescription());
         });
 }
 

@@ -125,8 +125,8 @@ Fetched fetchLink(const QString &link)
     }
     try {
         return {download.result(), resolved.media->title, Ok};
-    } catch (const MediaDownloader::Error &e) {
-        std::fprintf(stderr, "%s\n", qPrintable(e.message()));
+    } catch (const UserError &e) {
+        std::fprintf(stderr, "%s\n", qPrintable(e.errorDescription()));
         return {std::nullopt, {}, Failed};
     }
 }

@@ -38,8 +38,8 @@ Download download(const QUrl &url, qint64 maxBytes = MediaDownloader::defaultMax
         future.waitForFinished();
         if (future.resultCount() > 0)
             d.file = future.result();
-    } catch (const MediaDownloader::Error &e) {
-        d.error = e.message();
+    } catch (const Network::Error &e) {
+        d.error = e.errorDescription();
     }
     return d;
 }
