@@ -17,7 +17,6 @@
 #include <QRegularExpression>
 #include <QScopeGuard>
 #include <QTimer>
-#include <QtConcurrent/QtConcurrentRun>
 
 #include <atomic>
 #include <cstdio>
@@ -91,40 +90,34 @@ Fetched fetchLink(const QString &link)
         control->cancel();
     });
 
-    struct Resolution {
-        std::optional<ResolvedMedia> media;
-        QString error;
-    };
-    QFuture<Resolution> resolution = QtConcurrent::run([link, control]() -> Resolution {
-        try {
-            return {PodcastResolver::resolve(link, PodcastResolver::defaultLookupBase, control), {}};
-        } catch (const UserError &e) {
-            return {std::nullopt, e.errorDescription()};
-        }
-    });
-    // A cancel stops the resolver within a moment; it holds no file.
-    waitUntil([&] { return resolution.isFinished(); });
-    if (interrupted) {
-        resolution.waitForFinished();
+    QFuture<ResolvedMedia> resolution = PodcastResolver::resolve(link, PodcastResolver::defaultLookupBase, control);
+    // A cancel ends the resolver's request; it holds no file to wait for.
+    if (!waitUntil([&] { return resolution.isFinished(); })) {
         std::fprintf(stderr, "%s\n", qPrintable(EngineError::cancelled().errorDescription()));
         return {std::nullopt, {}, Cancelled};
     }
-    const Resolution resolved = resolution.result();
-    if (!resolved.media) {
-        std::fprintf(stderr, "%s\n", qPrintable(resolved.error));
+    std::optional<ResolvedMedia> media;
+    try {
+        media = resolution.result();
+    } catch (const UserError &e) {
+        if (e.isCancelled()) {
+            std::fprintf(stderr, "%s\n", qPrintable(EngineError::cancelled().errorDescription()));
+            return {std::nullopt, {}, Cancelled};
+        }
+        std::fprintf(stderr, "%s\n", qPrintable(e.errorDescription()));
         return {std::nullopt, {}, Failed};
     }
 
     ProgressBar bar("Download");
     MediaDownloader downloader([&bar](double fraction) { bar.update(fraction); });
-    QFuture<QString> download = downloader.download(resolved.media->url);
+    QFuture<QString> download = downloader.download(media->url);
     // An interrupt leaves through the downloader's end, which removes the partial file.
     if (!waitUntil([&] { return download.isFinished(); })) {
         std::fprintf(stderr, "%s\n", qPrintable(EngineError::cancelled().errorDescription()));
         return {std::nullopt, {}, Cancelled};
     }
     try {
-        return {download.result(), resolved.media->title, Ok};
+        return {download.result(), media->title, Ok};
     } catch (const UserError &e) {
         std::fprintf(stderr, "%s\n", qPrintable(e.errorDescription()));
         return {std::nullopt, {}, Failed};

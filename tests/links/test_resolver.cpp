@@ -7,7 +7,6 @@
 
 #include <QElapsedTimer>
 #include <QNetworkProxy>
-#include <QtConcurrent/QtConcurrentRun>
 
 #include <gtest/gtest.h>
 
@@ -21,20 +20,23 @@ struct Outcome {
     qint64 ms = 0;
 };
 
-// Resolves on the task pool, as the application does, while this thread serves.
+// Resolves on this thread's event loop, as the application does, which also serves.
 Outcome resolve(const QString &text, const QUrl &lookupBase = PodcastResolver::defaultLookupBase)
 {
     QElapsedTimer clock;
     clock.start();
-    QFuture<Outcome> task = QtConcurrent::run([text, lookupBase]() -> Outcome {
-        try {
-            return {PodcastResolver::resolve(text, lookupBase), std::nullopt};
-        } catch (const PodcastError &e) {
-            return {std::nullopt, e};
-        }
-    });
-    EXPECT_TRUE(waitFor([&] { return task.isFinished(); }, 120'000));
-    Outcome outcome = task.result();
+    QFuture<ResolvedMedia> task = PodcastResolver::resolve(text, lookupBase);
+    Outcome outcome;
+    // Unfinished, its result would wait for the event loop that this thread runs.
+    if (!waitFor([&] { return task.isFinished(); }, 120'000)) {
+        ADD_FAILURE() << "the resolution did not end";
+        return outcome;
+    }
+    try {
+        outcome.media = task.result();
+    } catch (const PodcastError &e) {
+        outcome.error = e;
+    }
     outcome.ms = clock.elapsed();
     return outcome;
 }
