@@ -20,6 +20,16 @@ namespace Network {
 
 namespace {
 
+QNetworkAccessManager *mainManager = nullptr;
+
+// The main thread's manager goes as the application object begins to go, while that is
+// still whole. As its child it would go only at the very end, too late for Qt's network
+// thread to let go of the connections of transfers that ended last.
+void dropMainManager()
+{
+    delete std::exchange(mainManager, nullptr);
+}
+
 // One manager per thread: the main thread's goes with the application object, another
 // QThread's when that thread finishes.
 QNetworkAccessManager *manager()
@@ -28,9 +38,13 @@ QNetworkAccessManager *manager()
     if (!local) {
         QThread *thread = QThread::currentThread();
         QCoreApplication *app = QCoreApplication::instance();
-        local = new QNetworkAccessManager(app && app->thread() == thread ? app : nullptr);
-        if (!local->parent())
+        local = new QNetworkAccessManager;
+        if (app && app->thread() == thread) {
+            mainManager = local;
+            qAddPostRoutine(dropMainManager);
+        } else {
             QObject::connect(thread, &QThread::finished, local, &QObject::deleteLater);
+        }
     }
     return local;
 }
