@@ -24,6 +24,10 @@
         <translation>Audio file not found.</translation>
     </message>
     <message>
+        <source>Der Server hat nicht rechtzeitig geantwortet.</source>
+        <translation>The server did not answer in time.</translation>
+    </message>
+    <message>
         <source>Die Datei ist zu groß zum Laden.</source>
         <translation>The file is too large to download.</translation>
     </message>

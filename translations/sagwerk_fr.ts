@@ -24,6 +24,10 @@
         <translation>Fichier audio introuvable.</translation>
     </message>
     <message>
+        <source>Der Server hat nicht rechtzeitig geantwortet.</source>
+        <translation>Le serveur n’a pas répondu à temps.</translation>
+    </message>
+    <message>
         <source>Die Datei ist zu groß zum Laden.</source>
         <translation>Le fichier est trop volumineux pour être téléchargé.</translation>
     </message>

@@ -24,6 +24,10 @@
         <translation>Ljudfilen hittades inte.</translation>
     </message>
     <message>
+        <source>Der Server hat nicht rechtzeitig geantwortet.</source>
+        <translation>Servern svarade inte i tid.</translation>
+    </message>
+    <message>
         <source>Die Datei ist zu groß zum Laden.</source>
         <translation>Filen är för stor för att laddas ned.</translation>
     </message>

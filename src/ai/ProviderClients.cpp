@@ -2,16 +2,11 @@
 #include "ai/Smoother.h"
 
 #include "ai/SmoothingError.h"
-#include "core/TransferError.h"
+#include "core/Network.h"
 
-#include <QCoreApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QNetworkAccessManager>
-#include <QNetworkReply>
-#include <QPointer>
-#include <QPromise>
 
 namespace Smoother {
 
@@ -30,41 +25,26 @@ QUrl endpoint(const char *variable, const QString &fallback, const QString &path
     return QUrl(base + path);
 }
 
-QNetworkAccessManager &network()
-{
-    static QPointer<QNetworkAccessManager> manager;
-    if (!manager)
-        manager = new QNetworkAccessManager(QCoreApplication::instance());
-    return *manager;
-}
-
 using Reader = QString (*)(int, const QByteArray &);
 
 QFuture<QString> post(const QUrl &url, const QList<std::pair<QByteArray, QByteArray>> &headers,
                       const QJsonObject &body, Reader read)
 {
-    QNetworkRequest request(url);
-    for (const auto &[name, value] : headers)
-        request.setRawHeader(name, value);
-    request.setTransferTimeout(requestTimeoutMs);
-    auto promise = std::make_shared<QPromise<QString>>();
-    promise->start();
-    QNetworkReply *reply = network().post(request, QJsonDocument(body).toJson(QJsonDocument::Compact));
-    QObject::connect(reply, &QNetworkReply::finished, reply, [reply, promise, read] {
-        reply->deleteLater();
-        try {
-            if (isTransferError(reply))
-                throw SmoothingError::network(reply->errorString());
-            const QVariant status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute);
-            if (!status.isValid())
+    Network::Request request;
+    request.url = url;
+    request.headers = headers;
+    request.body = QJsonDocument(body).toJson(QJsonDocument::Compact);
+    // The request's timeout counts silence, as the providers' own clients do.
+    request.stallTimeoutMs = requestTimeoutMs;
+    return Network::fetch(request)
+        .then([read](const Network::Response &response) {
+            if (!response.status)
                 throw SmoothingError::badResponse();
-            promise->addResult(read(status.toInt(), reply->readAll()));
-        } catch (const SmoothingError &error) {
-            promise->setException(std::make_exception_ptr(error));
-        }
-        promise->finish();
-    });
-    return promise->future();
+            return read(*response.status, response.body);
+        })
+        .onFailed([](const Network::Error &error) -> QString {
+            throw SmoothingError::network(error.errorDescription());
+        });
 }
 
 // The body's root object; a status outside 2xx is an error with the body's message.

@@ -5,18 +5,6 @@
 #include "links/MediaDownloader.h"
 #include "links/PodcastResolver.h"
 
-#include <QtConcurrent/QtConcurrentRun>
-
-namespace {
-
-// What the resolution hands back to the main thread.
-struct Resolution {
-    std::optional<ResolvedMedia> media;
-    QString error;
-};
-
-} // namespace
-
 LinkImport::LinkImport(AppModel &app) : m_app(app)
 {
 }
@@ -25,8 +13,6 @@ LinkImport::~LinkImport()
 {
     if (m_control)
         m_control->cancel();
-    if (m_task)
-        m_task->waitForFinished();
 }
 
 void LinkImport::start(const QString &link)
@@ -43,28 +29,21 @@ void LinkImport::start(const QString &link)
     m_app.m_linkProgress = 0.0;
     m_app.m_linkStatus = Tr::tr("Link wird aufgelöst…");
 
-    // The user cannot cancel an import; the control only lets this object stop the
-    // resolution when it goes away.
-    const TranscribeControlPtr control = std::make_shared<TranscribeControl>();
-    m_control = control;
-    QFuture<Resolution> resolution = QtConcurrent::run([text, control]() -> Resolution {
-        try {
-            return {PodcastResolver::resolve(text, PodcastResolver::defaultLookupBase, control), {}};
-        } catch (const UserError &e) {
-            return {std::nullopt, e.errorDescription()};
-        } catch (const std::exception &e) {
-            return {std::nullopt, QString::fromUtf8(e.what())};
-        }
-    });
-    m_task = QFuture<void>(resolution);
-    resolution.then(this, [this](const Resolution &result) {
-        m_task.reset();
-        m_control.reset();
-        if (result.media)
-            download(result.media->url, result.media->title);
-        else
-            end(result.error);
-    });
+    // The user cannot cancel an import; the control only lets this object end the
+    // resolution's request when it goes away.
+    m_control = std::make_shared<TranscribeControl>();
+    PodcastResolver::resolve(text, PodcastResolver::defaultLookupBase, m_control)
+        .then(this, [this](const QFuture<ResolvedMedia> &resolution) {
+            m_control.reset();
+            try {
+                const ResolvedMedia media = resolution.result();
+                download(media.url, media.title);
+            } catch (const UserError &e) {
+                end(e.errorDescription());
+            } catch (const std::exception &e) {
+                end(QString::fromUtf8(e.what()));
+            }
+        });
 }
 
 void LinkImport::download(const QUrl &url, const QString &title)
@@ -80,9 +59,9 @@ void LinkImport::download(const QUrl &url, const QString &title)
                   // stays in the temporary folder.
                   m_app.stage(file, title);
               })
-        .onFailed(this, [this, downloader](const MediaDownloader::Error &error) {
+        .onFailed(this, [this, downloader](const Network::Error &error) {
             downloader->deleteLater();
-            end(error.message());
+            end(error.errorDescription());
         });
 }
 

@@ -11,7 +11,7 @@
 
 class AppModel;
 
-// A pasted link on its way to a staged job: resolution on the task pool, the download
+// A pasted link on its way to a staged job: its resolution, the download
 // with its progress, and staging as if the file had been dropped. It owns `linkBusy`,
 // `linkStatus` and `linkProgress` of the model; at most one runs at a time.
 class LinkImport : public QObject {
@@ -19,7 +19,7 @@ class LinkImport : public QObject {
 
 public:
     explicit LinkImport(AppModel &app);
-    // Stops a running resolution and waits for it.
+    // Ends a running resolution.
     ~LinkImport() override;
 
     // Returns at once; does nothing while a job or another link runs.
@@ -30,7 +30,6 @@ private:
     void end(const std::optional<QString> &error);
 
     AppModel &m_app;
-    // The running resolution, stopped and awaited when this object goes.
-    std::optional<QFuture<void>> m_task;
+    // Ends the running resolution when this object goes.
     TranscribeControlPtr m_control;
 };

@@ -125,11 +125,6 @@ protected:
     }
 
 private:
-    struct Resolution {
-        std::optional<ResolvedMedia> media;
-        QString error;
-    };
-
     struct Outcome {
         std::optional<TranscriptionResult> result;
         QString error;
@@ -138,25 +133,27 @@ private:
 
     void resolve()
     {
-        const QString link = m_options.input;
-        const TranscribeControlPtr control = m_control;
-        QtConcurrent::run([link, control]() -> Resolution {
-            try {
-                return {PodcastResolver::resolve(link, PodcastResolver::defaultLookupBase, control), {}};
-            } catch (const UserError &e) {
-                return {std::nullopt, e.errorDescription()};
-            }
-        }).then(this, [this](const Resolution &resolved) {
-            if (m_interrupted) {
-                printError(EngineError::cancelled().errorDescription());
-                return end(Cancelled);
-            }
-            if (!resolved.media) {
-                printError(resolved.error);
-                return end(Failed);
-            }
-            download(*resolved.media);
-        });
+        // The resolution runs on this thread's event loop; a cancel ends its request.
+        PodcastResolver::resolve(m_options.input, PodcastResolver::defaultLookupBase, m_control)
+            .then(this, [this](QFuture<ResolvedMedia> done) {
+                if (hasEnded())
+                    return;
+                try {
+                    const ResolvedMedia media = done.result();
+                    if (m_interrupted) {
+                        printError(EngineError::cancelled().errorDescription());
+                        return end(Cancelled);
+                    }
+                    download(media);
+                } catch (const UserError &e) {
+                    if (m_interrupted || e.isCancelled()) {
+                        printError(EngineError::cancelled().errorDescription());
+                        return end(Cancelled);
+                    }
+                    printError(e.errorDescription());
+                    end(Failed);
+                }
+            });
     }
 
     void download(const ResolvedMedia &media)
@@ -171,8 +168,8 @@ private:
             m_downloader.release()->deleteLater();
             try {
                 m_downloaded = done.result();
-            } catch (const MediaDownloader::Error &e) {
-                printError(e.message());
+            } catch (const UserError &e) {
+                printError(e.errorDescription());
                 return end(Failed);
             }
             transcribe(*m_downloaded, title);

@@ -5,13 +5,17 @@
 void TranscribeControl::cancel()
 {
     std::optional<qint64> pid;
+    std::map<quint64, std::function<void()>> pending;
     {
         std::lock_guard guard(lock);
         cancelled = true;
         pid = process;
+        pending.swap(hooks);
     }
     if (pid)
         terminate(*pid);
+    for (const auto &[id, hook] : pending)
+        hook();
 }
 
 bool TranscribeControl::isCancelled() const
@@ -30,6 +34,25 @@ void TranscribeControl::setProcess(std::optional<qint64> pid)
     }
     if (wasCancelled && pid)
         terminate(*pid);
+}
+
+quint64 TranscribeControl::onCancel(std::function<void()> hook)
+{
+    {
+        std::lock_guard guard(lock);
+        if (!cancelled) {
+            hooks.emplace(++lastHook, std::move(hook));
+            return lastHook;
+        }
+    }
+    hook();
+    return 0;
+}
+
+void TranscribeControl::removeCancelHook(quint64 id)
+{
+    std::lock_guard guard(lock);
+    hooks.erase(id);
 }
 
 void TranscribeControl::terminate(qint64 pid)

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QtGlobal>
+#include <functional>
+#include <map>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -17,12 +19,21 @@ public:
     // The child is identified by its process id; nullopt clears it.
     void setProcess(std::optional<qint64> pid);
 
+    // Work that waits on events rather than on a thread (a network transfer) hears of a
+    // cancel through a hook: it runs once, on the cancelling thread and outside the
+    // lock, or at once when the flag is up already. It must be quick, and may still be
+    // running, or about to, when it is removed.
+    quint64 onCancel(std::function<void()> hook);
+    void removeCancelHook(quint64 id);
+
 private:
     static void terminate(qint64 pid);
 
     mutable std::mutex lock;
     std::optional<qint64> process;
     bool cancelled = false;
+    std::map<quint64, std::function<void()>> hooks;
+    quint64 lastHook = 0;
 };
 
 using TranscribeControlPtr = std::shared_ptr<TranscribeControl>;

@@ -1,6 +1,6 @@
 #include "engine/ModelStore.h"
 
-#include "core/DownloadDelegate.h"
+#include "core/Network.h"
 
 #include <QDir>
 #include <QFile>
@@ -14,6 +14,9 @@ QString defaultModelsDir()
 {
     return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/Sagwerk/models");
 }
+
+// How long a download may stall before it fails.
+constexpr int stallTimeoutMs = 60'000;
 
 } // namespace
 
@@ -65,29 +68,32 @@ void ModelStore::download(const WhisperModel &model)
     const QString target = pathOf(model.fileName);
     setFraction(m_downloading, &ModelStore::downloadingChanged, id, 0.0);
 
-    auto *delegate = new DownloadDelegate(this);
-    delegate->onProgress = [this, id](double fraction) {
+    Network::Request request;
+    request.url = WhisperModel::fileURL(m_repositoryBase, model.fileName);
+    request.stallTimeoutMs = stallTimeoutMs;
+    request.onProgress = [this, id](double fraction) {
         setFraction(m_downloading, &ModelStore::downloadingChanged, id, fraction);
     };
-    delegate->onFinish = [this, id, target, delegate](const std::optional<QString> &file,
-                                                      const std::optional<QString> &error) {
-        if (error) {
-            setErrorMessage(*error);
-        } else if (file) {
-            // The old model stays usable until this moment.
-            QFile::remove(target);
-            QFile downloaded(*file);
-            if (downloaded.rename(target)) {
-                refresh();
-            } else {
-                setErrorMessage(downloaded.errorString());
-                QFile::remove(*file);
-            }
-        }
-        endDownload(m_downloading, &ModelStore::downloadingChanged, id);
-        delegate->deleteLater();
-    };
-    delegate->start(WhisperModel::fileURL(m_repositoryBase, model.fileName));
+    // The transfer belongs to this store: when the store goes, it ends and takes its
+    // temporary file along.
+    Network::download(request, this)
+        .then(this,
+              [this, id, target](const Network::Response &response) {
+                  // The old model stays usable until this moment.
+                  QFile::remove(target);
+                  QFile downloaded(response.file);
+                  if (downloaded.rename(target)) {
+                      refresh();
+                  } else {
+                      setErrorMessage(downloaded.errorString());
+                      downloaded.remove();
+                  }
+                  endDownload(m_downloading, &ModelStore::downloadingChanged, id);
+              })
+        .onFailed(this, [this, id](const Network::Error &error) {
+            setErrorMessage(error.errorDescription());
+            endDownload(m_downloading, &ModelStore::downloadingChanged, id);
+        });
 }
 
 void ModelStore::downloadCoreML(const WhisperModel &model)
@@ -97,19 +103,22 @@ void ModelStore::downloadCoreML(const WhisperModel &model)
     const QString id = model.id;
     setFraction(m_coreMLDownloading, &ModelStore::coreMLDownloadingChanged, id, 0.0);
 
-    auto *delegate = new DownloadDelegate(this);
-    delegate->onProgress = [this, id](double fraction) {
+    Network::Request request;
+    request.url = WhisperModel::fileURL(m_repositoryBase, model.coreMLName + QStringLiteral(".zip"));
+    request.stallTimeoutMs = stallTimeoutMs;
+    request.onProgress = [this, id](double fraction) {
         setFraction(m_coreMLDownloading, &ModelStore::coreMLDownloadingChanged, id, fraction);
     };
-    delegate->onFinish = [this, id, delegate](const std::optional<QString> &file, const std::optional<QString> &error) {
-        delegate->deleteLater();
-        if (error)
-            setErrorMessage(*error);
-        else if (file)
-            return unpackCoreML(*file, id); // the download ends when the package is unpacked
-        endDownload(m_coreMLDownloading, &ModelStore::coreMLDownloadingChanged, id);
-    };
-    delegate->start(WhisperModel::fileURL(m_repositoryBase, model.coreMLName + QStringLiteral(".zip")));
+    Network::download(request, this)
+        .then(this,
+              [this, id](const Network::Response &response) {
+                  // The download ends when the package is unpacked.
+                  unpackCoreML(response.file, id);
+              })
+        .onFailed(this, [this, id](const Network::Error &error) {
+            setErrorMessage(error.errorDescription());
+            endDownload(m_coreMLDownloading, &ModelStore::coreMLDownloadingChanged, id);
+        });
 }
 
 void ModelStore::unpackCoreML(const QString &archive, const QString &id)

@@ -1,6 +1,6 @@
 #include "links/MediaDownloader.h"
 
-#include "core/DownloadDelegate.h"
+#include "core/FileNames.h"
 #include "core/TranscriptionResult.h"
 
 #include <QDir>
@@ -15,8 +15,8 @@ MediaDownloader::MediaDownloader(std::function<void(double)> onProgress, QObject
 {
 }
 
-// A download still running ends here: its delegate, a child, goes with this object and
-// takes the partial file along, and the promise left unfinished cancels its future.
+// A download still running ends here: its transfer belongs to this object and takes the
+// partial file along, and the promise left unfinished cancels its future.
 MediaDownloader::~MediaDownloader() = default;
 
 QFuture<QString> MediaDownloader::download(const QUrl &url)
@@ -25,53 +25,41 @@ QFuture<QString> MediaDownloader::download(const QUrl &url)
     continuation->start();
     const QFuture<QString> future = continuation->future();
 
-    auto *delegate = new DownloadDelegate(this);
-    session = delegate;
-    delegate->headers = {{QByteArrayLiteral("User-Agent"), userAgent}};
-    delegate->maxBytes = maxBytes;
-    delegate->onProgress = [this](double fraction) {
+    Network::Request request;
+    request.url = url;
+    request.headers = {{QByteArrayLiteral("User-Agent"), userAgent}};
+    request.stallTimeoutMs = 60'000;
+    request.maxBytes = maxBytes;
+    request.onProgress = [this](double fraction) {
         if (onProgress)
             onProgress(fraction);
     };
-    delegate->onFinish = [this](const std::optional<QString> &file, const std::optional<QString> &error) {
-        finish(file, error);
-    };
-    delegate->start(url);
+    Network::download(request, this).then(this, [this](const QFuture<Network::Response> &transfer) {
+        const std::shared_ptr<QPromise<QString>> promise = std::exchange(continuation, nullptr);
+        try {
+            const Network::Response response = transfer.result();
+            const QString destination
+                = QDir::tempPath() + u'/' + uuidText(QUuid::createUuid()) + u'.' + fileExtension(response);
+            QFile::remove(destination);
+            QFile downloaded(response.file);
+            if (!downloaded.rename(destination)) {
+                const QString message = downloaded.errorString();
+                downloaded.remove();
+                throw Network::Error(Network::Error::Kind::file, message);
+            }
+            promise->addResult(destination);
+        } catch (...) {
+            promise->setException(std::current_exception());
+        }
+        promise->finish();
+    });
     return future;
 }
 
-void MediaDownloader::finish(const std::optional<QString> &file, const std::optional<QString> &error)
-{
-    if (!continuation)
-        return;
-    const std::shared_ptr<QPromise<QString>> promise = std::exchange(continuation, nullptr);
-    if (error || !file) {
-        promise->setException(std::make_exception_ptr(Error(error.value_or(QString()))));
-    } else {
-        const Response response{session->suggestedFileName(), session->mimeType()};
-        const QString destination
-            = QDir::tempPath() + u'/' + uuidText(QUuid::createUuid()) + u'.' + fileExtension(response);
-        QFile::remove(destination);
-        QFile downloaded(*file);
-        if (downloaded.rename(destination)) {
-            promise->addResult(destination);
-        } else {
-            const QString message = downloaded.errorString();
-            downloaded.remove();
-            promise->setException(std::make_exception_ptr(Error(message)));
-        }
-    }
-    promise->finish();
-    if (session)
-        session->deleteLater();
-}
-
-QString MediaDownloader::fileExtension(const std::optional<Response> &response)
+QString MediaDownloader::fileExtension(const std::optional<Network::Response> &response)
 {
     if (response) {
-        const QString name = response->suggestedFileName;
-        const qsizetype dot = name.lastIndexOf(u'.');
-        const QString extension = dot > 0 ? name.mid(dot + 1).toLower() : QString();
+        const QString extension = FileNames::pathExtension(response->suggestedFileName).toLower();
         // Only a plain extension becomes part of a local file name.
         static const QRegularExpression plain(QStringLiteral("^[a-z0-9]{1,16}$"));
         if (plain.match(extension).hasMatch())

@@ -1,17 +1,16 @@
 #pragma once
 
+#include "core/Network.h"
+
 #include <QFuture>
 #include <QObject>
-#include <QPointer>
 #include <QString>
 #include <QUrl>
 
-#include <exception>
 #include <functional>
 #include <memory>
 #include <optional>
 
-class DownloadDelegate;
 template <typename T> class QPromise;
 
 // Loads one linked media file into the temporary folder as `<UUID>.<extension>`, the
@@ -20,29 +19,11 @@ template <typename T> class QPromise;
 // when it is decoded. A transfer that stalls for 60 seconds fails.
 //
 // One object per download, living on the thread that runs its events. Deleting it ends
-// a running download and removes what was written.
+// a running download, cancels its future and removes what was written.
 class MediaDownloader : public QObject {
     Q_OBJECT
 
 public:
-    // A failed transfer, with the transfer layer's own text.
-    class Error : public std::exception {
-    public:
-        explicit Error(QString message) : m_message(std::move(message)), m_what(m_message.toUtf8()) {}
-        const QString &message() const { return m_message; }
-        const char *what() const noexcept override { return m_what.constData(); }
-
-    private:
-        QString m_message;
-        QByteArray m_what;
-    };
-
-    // What the answer said about its body.
-    struct Response {
-        QString suggestedFileName;
-        QString mimeType;
-    };
-
     inline static const QByteArray userAgent = QByteArrayLiteral("Sagwerk/1.0 (Linux)");
     // Far beyond any episode; it keeps an endless answer from filling the disk.
     static constexpr qint64 defaultMaxBytes = 8LL * 1024 * 1024 * 1024;
@@ -53,20 +34,18 @@ public:
     ~MediaDownloader() override;
 
     // Starts the one download of this object and returns at once. The future ends with
-    // the local file, which then belongs to the caller, or with an Error.
+    // the local file, which then belongs to the caller, or fails with Network::Error,
+    // whose text is the transfer layer's own.
     QFuture<QString> download(const QUrl &url);
 
     // The extension, without a dot, for an answer: that of the suggested file name, else
     // one for the media type, else "mp3".
-    static QString fileExtension(const std::optional<Response> &response);
+    static QString fileExtension(const std::optional<Network::Response> &response);
 
     qint64 maxBytes = defaultMaxBytes;
 
 private:
-    void finish(const std::optional<QString> &file, const std::optional<QString> &error);
-
     std::function<void(double)> onProgress;
-    // Finished exactly once; cleared then.
+    // Finished exactly once; an unfinished one cancels its future when this object goes.
     std::shared_ptr<QPromise<QString>> continuation;
-    QPointer<DownloadDelegate> session;
 };

@@ -1,10 +1,11 @@
 #include "links/PodcastResolver.h"
 #include "core/Tr.h"
 
+#include "core/FileNames.h"
+#include "core/Network.h"
 #include "core/Text.h"
 #include "links/AppleLookup.h"
 #include "links/FeedParser.h"
-#include "links/HttpFetch.h"
 #include "links/WebURL.h"
 
 #include <QCoreApplication>
@@ -14,6 +15,34 @@
 namespace PodcastResolver {
 
 namespace {
+
+template <typename T> QFuture<T> failure(const PodcastError &error)
+{
+    return QtFuture::makeExceptionalFuture<T>(std::make_exception_ptr(error));
+}
+
+QFuture<ResolvedMedia> ready(const QUrl &url, const QString &title)
+{
+    return QtFuture::makeReadyValueFuture(ResolvedMedia{url, title});
+}
+
+// One GET of at most `limit` bytes of the body; a failed transfer fails with
+// `network` and the transfer's text, an HTTP error status is an answer like any other.
+QFuture<Network::Response> fetch(const QUrl &url, qint64 limit, const QByteArray &range,
+                                 const TranscribeControlPtr &control)
+{
+    Network::Request request;
+    request.url = url;
+    request.headers = {{QByteArrayLiteral("User-Agent"), userAgent}};
+    if (!range.isEmpty())
+        request.headers.append({QByteArrayLiteral("Range"), range});
+    request.stallTimeoutMs = requestTimeoutMs;
+    request.readLimit = limit;
+    request.control = control;
+    return Network::fetch(request).onFailed([](const Network::Error &error) -> Network::Response {
+        throw PodcastError::network(error.errorDescription());
+    });
+}
 
 // Strict UTF-8: a text that ends inside a character, or holds a byte that belongs to
 // none, is no text at all.
@@ -75,135 +104,153 @@ std::optional<QString> percentDecoded(const QString &text)
 
 } // namespace
 
-ResolvedMedia resolve(const QString &text, const QUrl &lookupBase, const TranscribeControlPtr &control)
+QFuture<ResolvedMedia> resolve(const QString &text, const QUrl &lookupBase, const TranscribeControlPtr &control)
 {
     QString link = text.trimmed();
     if (link.isEmpty())
-        throw PodcastError::invalidURL();
+        return failure<ResolvedMedia>(PodcastError::invalidURL());
     if (!link.toLower().startsWith(QLatin1String("http")))
         link.prepend(QStringLiteral("https://"));
     const QUrl url(link);
     if (!url.isValid() || url.host().isEmpty())
-        throw PodcastError::invalidURL();
+        return failure<ResolvedMedia>(PodcastError::invalidURL());
 
     const QString host = url.host().toLower();
     // Spotify serves no audio to download; asking it would only cost time.
     if (host.contains(spotifyDomain))
-        throw PodcastError::spotify();
+        return failure<ResolvedMedia>(PodcastError::spotify());
     if (host.contains(applePodcastsHost) || host.contains(lookupHost))
         return resolveApple(url, lookupBase, control);
 
-    const Probe answer = probe(url, control);
-    const QString &mime = answer.mime;
-    const QString head = utf8(answer.body.left(400)).value_or(QString()).toLower();
+    return probe(url, control)
+        .then([url, control](const Probe &answer) -> QFuture<ResolvedMedia> {
+            const QString &mime = answer.mime;
+            const QString head = utf8(answer.body.left(400)).value_or(QString()).toLower();
 
-    if (mime.startsWith(QLatin1String("audio/")) || mime.startsWith(QLatin1String("video/")))
-        return {url, niceName(url)};
-    // An XHTML page, or any page that opens with an XML declaration, is taken for a feed.
-    if (mime.contains(QLatin1String("xml")) || mime.contains(QLatin1String("rss")) || head.contains(QLatin1String("<rss"))
-        || head.contains(QLatin1String("<feed")) || head.contains(QLatin1String("<?xml")))
-        return resolveFeed(url, control);
-    if (mime.contains(QLatin1String("html")) || head.contains(QLatin1String("<html"))) {
-        if (const std::optional<QUrl> feed = discoverFeed(url, control))
-            return resolveFeed(*feed, control);
-        throw PodcastError::unsupported();
-    }
-    // Whatever else answers is taken for the media file itself.
-    return {url, niceName(url)};
+            if (mime.startsWith(QLatin1String("audio/")) || mime.startsWith(QLatin1String("video/")))
+                return ready(url, niceName(url));
+            // An XHTML page, or any page that opens with an XML declaration, is taken for a feed.
+            if (mime.contains(QLatin1String("xml")) || mime.contains(QLatin1String("rss"))
+                || head.contains(QLatin1String("<rss")) || head.contains(QLatin1String("<feed"))
+                || head.contains(QLatin1String("<?xml")))
+                return resolveFeed(url, control);
+            if (mime.contains(QLatin1String("html")) || head.contains(QLatin1String("<html"))) {
+                return discoverFeed(url, control)
+                    .then([control](const std::optional<QUrl> &feed) {
+                        if (!feed)
+                            throw PodcastError::unsupported();
+                        return resolveFeed(*feed, control);
+                    })
+                    .unwrap();
+            }
+            // Whatever else answers is taken for the media file itself.
+            return ready(url, niceName(url));
+        })
+        .unwrap();
 }
 
-Probe probe(const QUrl &url, const TranscribeControlPtr &control)
+QFuture<Probe> probe(const QUrl &url, const TranscribeControlPtr &control)
 {
-    const Http::Answer answer = Http::fetch(url, probeBytes, QByteArrayLiteral("bytes=0-4095"), control);
-    return {answer.mime, answer.body};
+    return fetch(url, probeBytes, QByteArrayLiteral("bytes=0-4095"), control).then([](const Network::Response &answer) {
+        return Probe{answer.mimeType, answer.body};
+    });
 }
 
-QByteArray get(const QUrl &url, const TranscribeControlPtr &control)
+QFuture<QByteArray> get(const QUrl &url, const TranscribeControlPtr &control)
 {
-    const Http::Answer answer = Http::fetch(url, maxBodyBytes, {}, control);
-    if (answer.status && (*answer.status < 200 || *answer.status > 299))
-        throw PodcastError::network(QStringLiteral("HTTP ") + QString::number(*answer.status));
-    return answer.body;
+    return fetch(url, maxBodyBytes, {}, control).then([](const Network::Response &answer) {
+        if (answer.status && (*answer.status < 200 || *answer.status > 299))
+            throw PodcastError::network(QStringLiteral("HTTP ") + QString::number(*answer.status));
+        return answer.body;
+    });
 }
 
-ResolvedMedia resolveApple(const QUrl &url, const QUrl &lookupBase, const TranscribeControlPtr &control)
+QFuture<ResolvedMedia> resolveApple(const QUrl &url, const QUrl &lookupBase, const TranscribeControlPtr &control)
 {
     const std::optional<qint64> id = appleCollectionId(url);
     if (!id)
-        throw PodcastError::appleNotFound();
+        return failure<ResolvedMedia>(PodcastError::appleNotFound());
     const std::optional<qint64> episode = queryInt(url, QStringLiteral("i"));
 
-    const std::optional<AppleLookup> lookup = AppleLookup::decode(get(lookupURL(lookupBase, *id), control));
-    if (!lookup)
-        throw PodcastError::appleNotFound();
+    return get(lookupURL(lookupBase, *id), control)
+        .then([episode, control](const QByteArray &reply) -> QFuture<ResolvedMedia> {
+            const std::optional<AppleLookup> lookup = AppleLookup::decode(reply);
+            if (!lookup)
+                throw PodcastError::appleNotFound();
 
-    const AppleLookup::Item *picked = nullptr;
-    for (const AppleLookup::Item &item : lookup->results) {
-        if (item.kind != QLatin1String("podcast-episode"))
-            continue;
-        if (!episode || item.trackId == episode) {
-            picked = &item;
-            break;
-        }
-    }
-    if (picked && picked->episodeUrl) {
-        if (const std::optional<QUrl> media = Links::webURL(*picked->episodeUrl))
-            return {*media, picked->trackName.value_or(Tr::tr("Podcast-Episode"))};
-    }
+            const AppleLookup::Item *picked = nullptr;
+            for (const AppleLookup::Item &item : lookup->results) {
+                if (item.kind != QLatin1String("podcast-episode"))
+                    continue;
+                if (!episode || item.trackId == episode) {
+                    picked = &item;
+                    break;
+                }
+            }
+            if (picked && picked->episodeUrl) {
+                if (const std::optional<QUrl> media = Links::webURL(*picked->episodeUrl))
+                    return ready(*media, picked->trackName.value_or(Tr::tr("Podcast-Episode")));
+            }
 
-    // No such episode among those returned: the feed's first episode stands in.
-    for (const AppleLookup::Item &item : lookup->results) {
-        if (!item.feedUrl)
-            continue;
-        if (const std::optional<QUrl> feed = Links::webURL(*item.feedUrl))
-            return resolveFeed(*feed, control);
-        break;
-    }
-    throw PodcastError::appleNotFound();
+            // No such episode among those returned: the feed's first episode stands in.
+            for (const AppleLookup::Item &item : lookup->results) {
+                if (!item.feedUrl)
+                    continue;
+                if (const std::optional<QUrl> feed = Links::webURL(*item.feedUrl))
+                    return resolveFeed(*feed, control);
+                break;
+            }
+            throw PodcastError::appleNotFound();
+        })
+        .unwrap();
 }
 
-ResolvedMedia resolveFeed(const QUrl &url, const TranscribeControlPtr &control)
+QFuture<ResolvedMedia> resolveFeed(const QUrl &url, const TranscribeControlPtr &control)
 {
-    const std::optional<ResolvedMedia> episode = FeedParser::firstEpisode(get(url, control));
-    if (!episode)
-        throw PodcastError::noEnclosure();
-    return *episode;
+    return get(url, control).then([](const QByteArray &feed) {
+        const std::optional<ResolvedMedia> episode = FeedParser::firstEpisode(feed);
+        if (!episode)
+            throw PodcastError::noEnclosure();
+        return *episode;
+    });
 }
 
-std::optional<QUrl> discoverFeed(const QUrl &url, const TranscribeControlPtr &control)
+QFuture<std::optional<QUrl>> discoverFeed(const QUrl &url, const TranscribeControlPtr &control)
 {
-    const std::optional<QString> page = utf8(get(url, control));
-    if (!page)
-        return std::nullopt;
-    const QString type = QStringLiteral("application/rss+xml");
-    const qsizetype match = page->indexOf(type);
-    if (match < 0)
-        return std::nullopt;
+    return get(url, control).then([url](const QByteArray &body) -> std::optional<QUrl> {
+        const std::optional<QString> page = utf8(body);
+        if (!page)
+            return std::nullopt;
+        const QString type = QStringLiteral("application/rss+xml");
+        const qsizetype match = page->indexOf(type);
+        if (match < 0)
+            return std::nullopt;
 
-    // The link tag's attributes come in any order: look around the type.
-    const qsizetype from = std::max<qsizetype>(0, match - 200);
-    const qsizetype to = std::min<qsizetype>(page->size(), match + type.size() + 200);
-    const QStringView stretch = QStringView(*page).mid(from, to - from);
+        // The link tag's attributes come in any order: look around the type.
+        const qsizetype from = std::max<qsizetype>(0, match - 200);
+        const qsizetype to = std::min<qsizetype>(page->size(), match + type.size() + 200);
+        const QStringView stretch = QStringView(*page).mid(from, to - from);
 
-    const qsizetype href = stretch.indexOf(QLatin1String("href="));
-    if (href < 0)
-        return std::nullopt;
-    QStringView rest = stretch.mid(href + 5);
-    const QChar quote = rest.startsWith(u'\'') ? u'\'' : u'"';
-    while (!rest.isEmpty() && (rest.front() == u'"' || rest.front() == u'\''))
-        rest = rest.mid(1);
-    const qsizetype end = rest.indexOf(quote);
-    if (end < 0)
-        return std::nullopt;
-    QString value = rest.left(end).toString();
+        const qsizetype href = stretch.indexOf(QLatin1String("href="));
+        if (href < 0)
+            return std::nullopt;
+        QStringView rest = stretch.mid(href + 5);
+        const QChar quote = rest.startsWith(u'\'') ? u'\'' : u'"';
+        while (!rest.isEmpty() && (rest.front() == u'"' || rest.front() == u'\''))
+            rest = rest.mid(1);
+        const qsizetype end = rest.indexOf(quote);
+        if (end < 0)
+            return std::nullopt;
+        QString value = rest.left(end).toString();
 
-    if (value.startsWith(QLatin1String("//")))
-        value.prepend((url.scheme().isEmpty() ? QStringLiteral("https") : url.scheme()) + u':');
-    const QUrl relative(value);
-    if (!relative.isValid())
-        return std::nullopt;
-    const QUrl feed = url.resolved(relative);
-    return Links::isWebURL(feed) ? std::optional<QUrl>(feed) : std::nullopt;
+        if (value.startsWith(QLatin1String("//")))
+            value.prepend((url.scheme().isEmpty() ? QStringLiteral("https") : url.scheme()) + u':');
+        const QUrl relative(value);
+        if (!relative.isValid())
+            return std::nullopt;
+        const QUrl feed = url.resolved(relative);
+        return Links::isWebURL(feed) ? std::optional<QUrl>(feed) : std::nullopt;
+    });
 }
 
 std::optional<qint64> appleCollectionId(const QUrl &url)
@@ -231,10 +278,7 @@ std::optional<qint64> queryInt(const QUrl &url, const QString &key)
 QString niceName(const QUrl &url)
 {
     const QStringList components = url.path(QUrl::FullyEncoded).split(u'/', Qt::SkipEmptyParts);
-    QString name = components.isEmpty() ? QString() : components.last();
-    const qsizetype dot = name.lastIndexOf(u'.');
-    if (dot > 0)
-        name.truncate(dot);
+    QString name = components.isEmpty() ? QString() : FileNames::deletingPathExtension(components.last());
     name = percentDecoded(name).value_or(name);
     name.replace(u'_', u' ');
     name = Text::trimBlanks(name);

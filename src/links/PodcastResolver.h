@@ -5,18 +5,20 @@
 #include "links/ResolvedMedia.h"
 
 #include <QByteArray>
+#include <QFuture>
 #include <QString>
 #include <QUrl>
 #include <optional>
 
 // Turns a pasted link into one downloadable media file with a title: decided by the
 // link's host first, then by what the server answers to a small probe. Everything here
-// is a plain function without state. The ones that talk to a server block their thread
-// until the answer and belong on the task pool; they throw PodcastError. A cancel
-// through their control, from any thread, makes them throw EngineError::cancelled()
-// at once: the one way to end them before the application object goes.
+// is a plain function without state. The ones that talk to a server return at once,
+// and their futures end on the event loop of the calling thread (the main thread's),
+// with one request after the other; they fail with PodcastError. A cancel through
+// their control, from any thread, ends the running request and fails them with
+// Cancelled.
 //
-// All requests are plain GETs with the header `User-Agent: Sagwerk/1.0 (macOS)`; a
+// All requests are plain GETs with the header `User-Agent: Sagwerk/1.0 (Linux)`; a
 // request fails once its transfer has stalled for 30 seconds. Bodies are read up to
 // 16 MiB: a longer answer counts with its first 16 MiB, which holds the first episode
 // of any real feed, and an endless one cannot exhaust the memory.
@@ -28,15 +30,15 @@ inline const QString lookupHost = QStringLiteral("itunes.apple.com");
 // The iTunes lookup service; tests give an address of their own.
 inline const QUrl defaultLookupBase = QUrl(QStringLiteral("https://itunes.apple.com"));
 
-inline const QByteArray userAgent = QByteArrayLiteral("Sagwerk/1.0 (macOS)");
+inline const QByteArray userAgent = QByteArrayLiteral("Sagwerk/1.0 (Linux)");
 inline constexpr int requestTimeoutMs = 30'000;
 inline constexpr qint64 maxBodyBytes = 16 * 1024 * 1024;
 // What the probe asks for and reads at most, whether or not the server honours Range.
 inline constexpr qint64 probeBytes = 4096;
 
 // The one entry: the user's text to a media file and its title.
-ResolvedMedia resolve(const QString &text, const QUrl &lookupBase = defaultLookupBase,
-                      const TranscribeControlPtr &control = {});
+QFuture<ResolvedMedia> resolve(const QString &text, const QUrl &lookupBase = defaultLookupBase,
+                               const TranscribeControlPtr &control = {});
 
 // --- Steps of a resolution, public so that tests can reach them ---
 
@@ -45,16 +47,16 @@ struct Probe {
     QByteArray body;
 };
 // One GET for the first 4 KiB. Any answer counts, whatever its HTTP status.
-Probe probe(const QUrl &url, const TranscribeControlPtr &control = {});
-// One GET; a status outside 200 to 299 throws `network` with "HTTP " and the status.
-QByteArray get(const QUrl &url, const TranscribeControlPtr &control = {});
+QFuture<Probe> probe(const QUrl &url, const TranscribeControlPtr &control = {});
+// One GET; a status outside 200 to 299 fails with `network`, "HTTP " and the status.
+QFuture<QByteArray> get(const QUrl &url, const TranscribeControlPtr &control = {});
 
-ResolvedMedia resolveApple(const QUrl &url, const QUrl &lookupBase = defaultLookupBase,
-                           const TranscribeControlPtr &control = {});
-ResolvedMedia resolveFeed(const QUrl &url, const TranscribeControlPtr &control = {});
+QFuture<ResolvedMedia> resolveApple(const QUrl &url, const QUrl &lookupBase = defaultLookupBase,
+                                    const TranscribeControlPtr &control = {});
+QFuture<ResolvedMedia> resolveFeed(const QUrl &url, const TranscribeControlPtr &control = {});
 // The feed a web page names in a link of type application/rss+xml, found by plain text
 // search around that type.
-std::optional<QUrl> discoverFeed(const QUrl &url, const TranscribeControlPtr &control = {});
+QFuture<std::optional<QUrl>> discoverFeed(const QUrl &url, const TranscribeControlPtr &control = {});
 
 // The number of the first path component "id<digits>".
 std::optional<qint64> appleCollectionId(const QUrl &url);

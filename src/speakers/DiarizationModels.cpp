@@ -1,6 +1,6 @@
 #include "speakers/DiarizationModels.h"
 
-#include "core/DownloadDelegate.h"
+#include "core/Network.h"
 #include "core/Tr.h"
 #include "speakers/DiarizerError.h"
 
@@ -42,42 +42,26 @@ void fail(QPromise<T> &promise, const auto &error)
     promise.finish();
 }
 
-// The one place that fetches a file: a temporary file, or TransferFailed. Kept small
-// so that the download facility under it can be exchanged.
+// The one place that fetches a file: a temporary file, or TransferFailed.
 QFuture<QString> download(const QUrl &url, const TranscribeControlPtr &control)
 {
+    Network::Request request;
+    request.url = url;
+    request.control = control;
     auto promise = std::make_shared<QPromise<QString>>();
     promise->start();
-    auto *delegate = new DownloadDelegate(QCoreApplication::instance());
-    delegate->onFinish = [promise, delegate](const std::optional<QString> &file, const std::optional<QString> &error) {
-        delegate->deleteLater();
-        if (!file) {
-            fail(*promise, TransferFailed(error.value_or(QString())));
-            return;
-        }
-        // A server that has no such file answers with a page; that is no model.
-        if (delegate->mimeType() == QStringLiteral("text/html")) {
-            QFile::remove(*file);
-            fail(*promise, TransferFailed(Tr::tr("Der Server lieferte keine Modelldatei.")));
-            return;
-        }
-        promise->addResult(*file);
-        promise->finish();
-    };
-    if (control) {
-        // Deleting the delegate ends the transfer and removes its partial file.
-        auto *watch = new QTimer(delegate);
-        watch->setInterval(100);
-        QObject::connect(watch, &QTimer::timeout, delegate, [promise, delegate, control] {
-            if (!control->isCancelled() || promise->future().isFinished())
-                return;
-            delegate->onFinish = nullptr;
-            delegate->deleteLater();
-            fail(*promise, TransferFailed(Tr::tr("Abgebrochen.")));
-        });
-        watch->start();
-    }
-    delegate->start(url);
+    Network::download(request)
+        .then([promise](const Network::Response &response) {
+            // A server that has no such file answers with a page; that is no model.
+            if (response.mimeType == QStringLiteral("text/html")) {
+                QFile::remove(response.file);
+                return fail(*promise, TransferFailed(Tr::tr("Der Server lieferte keine Modelldatei.")));
+            }
+            promise->addResult(response.file);
+            promise->finish();
+        })
+        .onFailed([promise](const Cancelled &) { fail(*promise, TransferFailed(Tr::tr("Abgebrochen."))); })
+        .onFailed([promise](const Network::Error &error) { fail(*promise, TransferFailed(error.errorDescription())); });
     return promise->future();
 }
 

@@ -252,7 +252,8 @@ TEST_F(Interview, LiveSpeakersSeparateTheWholeRecordingOnStop)
     // Too short for a rolling separation: the one at the end got the whole recording.
     const QList<QByteArray> given = readAll(vendor + QStringLiteral("/given")).trimmed().split('\n');
     ASSERT_EQ(given.size(), 1);
-    EXPECT_EQ(given.first().toLongLong(), QFileInfo(value->audio).size());
+    // Whole milliseconds of it: less than one millisecond (32 bytes) may be cut off.
+    EXPECT_NEAR(double(given.first().toLongLong()), double(QFileInfo(value->audio).size()), 32.0);
     if (value->speakerText)
         EXPECT_TRUE(value->speakerText->startsWith(QStringLiteral("Sprecher 1: ")));
     QFile::remove(value->audio);

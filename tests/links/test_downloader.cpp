@@ -11,7 +11,6 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <QTcpServer>
-#include <QtConcurrent/QtConcurrentRun>
 
 #include <gtest/gtest.h>
 
@@ -38,8 +37,8 @@ Download download(const QUrl &url, qint64 maxBytes = MediaDownloader::defaultMax
         future.waitForFinished();
         if (future.resultCount() > 0)
             d.file = future.result();
-    } catch (const MediaDownloader::Error &e) {
-        d.error = e.message();
+    } catch (const Network::Error &e) {
+        d.error = e.errorDescription();
     }
     return d;
 }
@@ -133,16 +132,13 @@ TEST(DownloaderSlow, StalledTransfersEndAtTheirLimits)
 
     QElapsedTimer clock;
     clock.start();
-    std::atomic<qint64> resolverMs = -1;
-    QFuture<QString> resolution = QtConcurrent::run([&]() -> QString {
-        try {
-            PodcastResolver::resolve(pageUrl);
-            return {};
-        } catch (const PodcastError &e) {
-            resolverMs = clock.elapsed();
-            return e.errorDescription();
-        }
-    });
+    qint64 resolverMs = -1;
+    QFuture<QString> resolution
+        = PodcastResolver::resolve(pageUrl).then([](const ResolvedMedia &) { return QString(); })
+              .onFailed([&](const PodcastError &e) {
+                  resolverMs = clock.elapsed();
+                  return e.errorDescription();
+              });
     const Download d = download(server.base().resolved(QUrl("stall.mp3")));
     ASSERT_TRUE(waitFor([&] { return resolution.isFinished(); }, 10'000));
 

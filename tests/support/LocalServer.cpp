@@ -48,10 +48,11 @@ void LocalServer::serve(QTcpSocket *socket)
         return;
     const QByteArray body = request.mid(headEnd + 4, bodyLength);
     socket->disconnect(this);
-    const QList<QByteArray> line = request.left(request.indexOf("\r\n")).split(' ');
+    const QByteArray requestHead = request.left(headEnd);
+    const QList<QByteArray> line = requestHead.left(requestHead.indexOf("\r\n")).split(' ');
     const QString path = QString::fromUtf8(line.value(1));
     counts[path] += 1;
-    requests[path] = request.left(request.indexOf("\r\n\r\n"));
+    requests[path] = requestHead;
     total += 1;
 
     received[path].append(body);

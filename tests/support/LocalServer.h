@@ -48,8 +48,9 @@ public:
     int hits(const QString &path) const { return counts.value(path); }
     // Requests of any path, also those that came through as a proxy's.
     int totalHits() const { return total; }
-    // The head of the last request for `path`, lines separated by CRLF.
+    // The head of the last request for `path`, lines separated by CRLF, and its body.
     QByteArray lastRequest(const QString &path) const { return requests.value(path); }
+    QByteArray lastBody(const QString &path) const { return received.value(path).value(received.value(path).size() - 1); }
     // Answers waiting at their hold point.
     int held() const { return int(waiting.size()); }
     void release();
