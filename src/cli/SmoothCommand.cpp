@@ -1,27 +1,18 @@
 #include "cli/Commands.h"
 #include "cli/Run.h"
+#include "cli/Stored.h"
 
 #include "ai/AIModel.h"
 #include "app/AppModel.h"
-#include "core/Tr.h"
 #include "engine/EngineError.h"
-#include "storage/KeychainStore.h"
 
 #include <QCommandLineParser>
-#include <QDir>
-#include <QFileInfo>
 
 #include <cstdio>
 
 namespace Cli {
 
 namespace {
-
-// The providers' own convention, for a machine whose key store holds none.
-QString environmentKey(AIProvider provider)
-{
-    return qEnvironmentVariable(provider == AIProvider::openai ? "OPENAI_API_KEY" : "ANTHROPIC_API_KEY").trimmed();
-}
 
 // One refinement of a stored transcription. The key comes from the key store, which
 // answers through the event loop, else from the environment. A refinement cannot be
@@ -36,12 +27,8 @@ public:
     void start()
     {
         const AIModel model = AIModel::by(m_overrides.modelId.value_or(m_app->activeModelId()));
-        const AIProvider provider = model.provider;
-        const QString account = provider == AIProvider::openai ? QString(KeychainStore::openaiAccount)
-                                                               : QString(KeychainStore::anthropicAccount);
-        KeychainStore::load(account).then(this, [this, provider](const std::optional<QString> &stored) {
-            const QString key = stored.value_or(QString()).trimmed();
-            m_overrides.apiKey = key.isEmpty() ? environmentKey(provider) : key;
+        apiKey(model.provider).then(this, [this](const QString &key) {
+            m_overrides.apiKey = key;
             m_app->smooth(m_item, m_level, m_overrides).then(this, [this] { report(); });
         });
     }
@@ -97,12 +84,8 @@ std::unique_ptr<QObject> smooth(const QStringList &args)
     }
 
     auto app = std::make_unique<AppModel>();
-    const QString folder = QFileInfo(parser.positionalArguments().constFirst()).absoluteFilePath();
-    const auto stored = std::find_if(app->history().cbegin(), app->history().cend(),
-                                     [&](const HistoryItem &item) { return item.bundleURL == folder; });
-    if (stored == app->history().cend()) {
-        std::fprintf(stderr, "%s\n",
-                     qPrintable(Tr::tr("„%1“ ist keine lesbare Transkription.").arg(QDir::toNativeSeparators(folder))));
+    const std::optional<HistoryItem> stored = storedItem(*app, parser.positionalArguments().constFirst());
+    if (!stored) {
         finish(Failed);
         return nullptr;
     }

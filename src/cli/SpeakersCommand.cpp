@@ -1,16 +1,13 @@
 #include "cli/Commands.h"
 #include "cli/Run.h"
+#include "cli/Stored.h"
 
 #include "ai/AIModel.h"
 #include "app/AppModel.h"
 #include "app/SpeakerJob.h"
-#include "core/Tr.h"
 #include "speakers/DiarizerError.h"
-#include "storage/KeychainStore.h"
 
 #include <QCommandLineParser>
-#include <QDir>
-#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -41,14 +38,8 @@ public:
 
     void start()
     {
-        const AIProvider provider = AIModel::by(m_app->activeModelId()).provider;
-        const QString account = provider == AIProvider::openai ? QString(KeychainStore::openaiAccount)
-                                                               : QString(KeychainStore::anthropicAccount);
-        KeychainStore::load(account).then(this, [this, provider](const std::optional<QString> &stored) {
-            const QString key = stored.value_or(QString()).trimmed();
-            m_overrides.apiKey = key.isEmpty()
-                ? qEnvironmentVariable(provider == AIProvider::openai ? "OPENAI_API_KEY" : "ANTHROPIC_API_KEY").trimmed()
-                : key;
+        apiKey(AIModel::by(m_app->activeModelId()).provider).then(this, [this](const QString &key) {
+            m_overrides.apiKey = key;
             m_job.start(m_item, m_overrides)
                 .then(this,
                       [this](const SpeakerJob::Result &result) {
@@ -108,12 +99,8 @@ std::unique_ptr<QObject> speakers(const QStringList &args)
     }
 
     auto app = std::make_unique<AppModel>();
-    const QString folder = QFileInfo(parser.positionalArguments().constFirst()).absoluteFilePath();
-    const auto stored = std::find_if(app->history().cbegin(), app->history().cend(),
-                                     [&](const HistoryItem &item) { return item.bundleURL == folder; });
-    if (stored == app->history().cend()) {
-        std::fprintf(stderr, "%s\n",
-                     qPrintable(Tr::tr("„%1“ ist keine lesbare Transkription.").arg(QDir::toNativeSeparators(folder))));
+    const std::optional<HistoryItem> stored = storedItem(*app, parser.positionalArguments().constFirst());
+    if (!stored) {
         finish(Failed);
         return nullptr;
     }

@@ -1,0 +1,36 @@
+#include "cli/Stored.h"
+
+#include "app/AppModel.h"
+#include "core/Tr.h"
+#include "storage/KeychainStore.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <cstdio>
+
+namespace Cli {
+
+std::optional<HistoryItem> storedItem(const AppModel &app, const QString &folder)
+{
+    const QString path = QFileInfo(folder).absoluteFilePath();
+    for (const HistoryItem &item : app.history()) {
+        if (item.bundleURL == path)
+            return item;
+    }
+    std::fprintf(stderr, "%s\n",
+                 qPrintable(Tr::tr("„%1“ ist keine lesbare Transkription.").arg(QDir::toNativeSeparators(path))));
+    return std::nullopt;
+}
+
+QFuture<QString> apiKey(AIProvider provider)
+{
+    const bool openai = provider == AIProvider::openai;
+    return KeychainStore::load(openai ? QString(KeychainStore::openaiAccount) : QString(KeychainStore::anthropicAccount))
+        .then([openai](const std::optional<QString> &stored) {
+            const QString key = stored.value_or(QString()).trimmed();
+            return key.isEmpty() ? qEnvironmentVariable(openai ? "OPENAI_API_KEY" : "ANTHROPIC_API_KEY").trimmed() : key;
+        });
+}
+
+} // namespace Cli
