@@ -254,8 +254,9 @@ TEST_F(Interview, LiveSpeakersSeparateTheWholeRecordingOnStop)
     ASSERT_EQ(given.size(), 1);
     // Whole milliseconds of it: less than one millisecond (32 bytes) may be cut off.
     EXPECT_NEAR(double(given.first().toLongLong()), double(QFileInfo(value->audio).size()), 32.0);
-    if (value->speakerText)
+    if (value->speakerText) {
         EXPECT_TRUE(value->speakerText->startsWith(QStringLiteral("Sprecher 1: ")));
+    }
     QFile::remove(value->audio);
     EXPECT_TRUE(leftovers().isEmpty());
 }
