@@ -156,7 +156,7 @@ void AppModel::deleteItem(const HistoryItem &item)
         setCurrent(std::nullopt);
 }
 
-void AppModel::updateItem(const QString &id, const std::function<void(HistoryItem &)> &change)
+void AppModel::updateItem(QString id, const std::function<void(HistoryItem &)> &change)
 {
     QList<HistoryItem> history = m_history.value();
     for (HistoryItem &h : history) {

@@ -209,8 +209,9 @@ private:
 
     void stageKind(PendingItem::Kind kind);
     // Applies `change` to the item of `id` in the history and in `current`, keeping both
-    // in step; an item that is gone stays gone.
-    void updateItem(const QString &id, const std::function<void(HistoryItem &)> &change);
+    // in step; an item that is gone stays gone. `id` is taken by value: a caller may pass
+    // the id of `current`, which the update replaces.
+    void updateItem(QString id, const std::function<void(HistoryItem &)> &change);
     // Puts a finished item at the top of the history.
     void prependToHistory(const HistoryItem &item);
     // Stores a setting under its key, then the field, which tells a change.

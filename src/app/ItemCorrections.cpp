@@ -3,7 +3,7 @@
 #include "app/AppModel.h"
 #include "storage/BundleStore.h"
 
-void ItemCorrections::add(AppModel &app, const QString &itemId, const QString &from, const QString &to,
+void ItemCorrections::add(AppModel &app, QString itemId, const QString &from, const QString &to,
                           bool caseSensitive, bool wholeWord)
 {
     if (from.isEmpty())
@@ -17,7 +17,7 @@ void ItemCorrections::add(AppModel &app, const QString &itemId, const QString &f
     persist(app, itemId);
 }
 
-void ItemCorrections::remove(AppModel &app, const QString &itemId, const QUuid &correctionId)
+void ItemCorrections::remove(AppModel &app, QString itemId, const QUuid &correctionId)
 {
     app.updateItem(itemId, [&](HistoryItem &item) {
         item.corrections.removeIf([&](const Correction &c) { return c.id == correctionId; });
