@@ -33,6 +33,7 @@ class AppModel : public QObject {
     Q_PROPERTY(bool isBusy READ isBusy NOTIFY isBusyChanged)
     Q_PROPERTY(double busyElapsed READ busyElapsed NOTIFY busyElapsedChanged)
     Q_PROPERTY(double busyProgress READ busyProgress NOTIFY busyProgressChanged)
+    Q_PROPERTY(QString gpuDevice READ gpuDevice NOTIFY gpuDeviceChanged)
     Q_PROPERTY(bool showOnboarding READ showOnboarding NOTIFY showOnboardingChanged)
     Q_PROPERTY(bool linkBusy READ linkBusy NOTIFY linkBusyChanged)
     Q_PROPERTY(double linkProgress READ linkProgress NOTIFY linkProgressChanged)
@@ -71,6 +72,9 @@ public:
     bool isBusy() const { return m_isBusy; }
     double busyElapsed() const { return m_busyElapsed; }
     double busyProgress() const { return m_busyProgress; }
+    // The graphics device that recognises the running job, known shortly after it
+    // starts; empty while the processor does the work.
+    QString gpuDevice() const { return m_gpuDevice; }
     const std::optional<QString> &errorMessage() const { return m_errorMessage.value(); }
     const std::optional<HistoryItem> &current() const { return m_current.value(); }
     const QList<HistoryItem> &history() const { return m_history.value(); }
@@ -178,6 +182,7 @@ signals:
     void isBusyChanged();
     void busyElapsedChanged();
     void busyProgressChanged();
+    void gpuDeviceChanged();
     void errorMessageChanged();
     void currentChanged();
     void historyChanged();
@@ -232,6 +237,7 @@ private:
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, bool, m_isBusy, &AppModel::isBusyChanged)
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, double, m_busyElapsed, &AppModel::busyElapsedChanged)
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, double, m_busyProgress, &AppModel::busyProgressChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(AppModel, QString, m_gpuDevice, &AppModel::gpuDeviceChanged)
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, std::optional<QString>, m_errorMessage, &AppModel::errorMessageChanged)
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, std::optional<HistoryItem>, m_current, &AppModel::currentChanged)
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, QList<HistoryItem>, m_history, &AppModel::historyChanged)

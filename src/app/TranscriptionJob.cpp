@@ -4,6 +4,7 @@
 #include "core/UserError.h"
 #include "engine/Engine.h"
 #include "engine/EngineError.h"
+#include "engine/WhisperEngine.h"
 #include "storage/BundleStore.h"
 
 #include <QPointer>
@@ -59,6 +60,15 @@ void TranscriptionJob::start(const QString &url, const QString &displayName, con
 
     QFuture<Outcome> task = QtConcurrent::run([=]() -> Outcome {
         Outcome outcome;
+        // Finding the device loads the library's backends: here, not on the GUI thread.
+        const std::optional<WhisperEngine::Device> device = WhisperEngine::gpuDevice();
+        QMetaObject::invokeMethod(
+            self.data(),
+            [self, name = device ? device->name : QString()] {
+                if (self)
+                    self->m_app.m_gpuDevice = name;
+            },
+            Qt::QueuedConnection);
         try {
             outcome.result = Engine::transcribe(url, modelPath, language, control, progress);
         } catch (const UserError &e) {

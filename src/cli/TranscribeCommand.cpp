@@ -7,6 +7,7 @@
 #include "core/UserError.h"
 #include "engine/Engine.h"
 #include "engine/ModelStore.h"
+#include "engine/WhisperEngine.h"
 #include "links/MediaDownloader.h"
 #include "links/PodcastResolver.h"
 
@@ -25,9 +26,10 @@ QString usage()
 {
     return QStringLiteral(
         "Usage:\n"
-        "  sagwerk-cli transcribe FILE|LINK --model ID|PATH [--language CODE]\n"
+        "  sagwerk-cli transcribe FILE|LINK --model ID|PATH [--language CODE] [--verbose]\n"
         "      Writes the transcription of FILE as JSON to standard output. The model is\n"
         "      the id of an installed catalogue model (see models) or a model file.\n"
+        "      --verbose names the backend and device that recognise (also with --save).\n"
         "  sagwerk-cli transcribe FILE|LINK --save [--model ID|PATH] [--language CODE]\n"
         "      Transcribes FILE as the application does and stores it in the history;\n"
         "      the model and language of the settings unless given. Prints the folder.\n"
@@ -87,6 +89,7 @@ public:
         std::optional<QString> model;
         std::optional<QString> language;
         bool save = false;
+        bool verbose = false;
     };
 
     explicit TranscribeRun(Options options) : m_options(std::move(options)) {}
@@ -100,10 +103,15 @@ public:
 
     void start()
     {
-        if (isLink(m_options.input))
-            resolve();
-        else
-            transcribe(m_options.input, std::nullopt);
+        if (!m_options.verbose)
+            return begin();
+        // Finding the device loads the library's backends, which takes a moment.
+        QtConcurrent::run([] { return deviceReport(); }).then(this, [this](const QString &report) {
+            if (hasEnded())
+                return;
+            std::fprintf(stderr, "%s\n", qPrintable(report));
+            begin();
+        });
     }
 
 protected:
@@ -125,6 +133,24 @@ protected:
     }
 
 private:
+    void begin()
+    {
+        if (isLink(m_options.input))
+            resolve();
+        else
+            transcribe(m_options.input, std::nullopt);
+    }
+
+    static QString deviceReport()
+    {
+        if (const std::optional<WhisperEngine::Device> gpu = WhisperEngine::gpuDevice())
+            return QStringLiteral("Recognition: %1 backend, device %2").arg(gpu->backend, gpu->name);
+        const WhisperEngine::Device cpu = WhisperEngine::cpuDevice();
+        return QStringLiteral("Recognition: %1 backend, device %2, %3 threads")
+            .arg(cpu.backend, cpu.name)
+            .arg(WhisperEngine::threadCount());
+    }
+
     struct Outcome {
         std::optional<TranscriptionResult> result;
         QString error;
@@ -286,6 +312,7 @@ std::unique_ptr<QObject> transcribe(const QStringList &args)
     parser.addOption({QStringLiteral("model"), QStringLiteral("catalogue id or model file"), QStringLiteral("model")});
     parser.addOption({QStringLiteral("language"), QStringLiteral("language code or auto"), QStringLiteral("code")});
     parser.addOption({QStringLiteral("save"), QStringLiteral("store the result in the history")});
+    parser.addOption({QStringLiteral("verbose"), QStringLiteral("name the backend and device that recognise")});
     const bool parsed = parser.parse(args);
     const bool save = parser.isSet(QStringLiteral("save"));
     if (!parsed || parser.positionalArguments().size() != 1 || (!save && !parser.isSet(QStringLiteral("model")))) {
@@ -302,6 +329,7 @@ std::unique_ptr<QObject> transcribe(const QStringList &args)
     if (parser.isSet(QStringLiteral("language")))
         options.language = parser.value(QStringLiteral("language"));
     options.save = save;
+    options.verbose = parser.isSet(QStringLiteral("verbose"));
     auto run = std::make_unique<TranscribeRun>(std::move(options));
     run->start();
     return run;

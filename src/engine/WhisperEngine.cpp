@@ -46,11 +46,6 @@ QString fromLibrary(const char *text)
     return text ? QString::fromUtf8(text) : QString();
 }
 
-struct ContextGuard {
-    whisper_context *ctx;
-    ~ContextGuard() { whisper_free(ctx); }
-};
-
 // Counts the CPUs of a kernel cpu list such as "0-7,16,18-19"; returns their ids.
 QList<int> parseCpuList(const QString &list)
 {
@@ -80,6 +75,43 @@ void prepareLibrary()
         ggml_log_set(quietLog, nullptr);
         ggml_backend_load_all();
     });
+}
+
+namespace {
+
+Device describe(ggml_backend_dev_t dev)
+{
+    return {fromLibrary(ggml_backend_reg_name(ggml_backend_dev_backend_reg(dev))),
+            fromLibrary(ggml_backend_dev_description(dev))};
+}
+
+} // namespace
+
+std::optional<Device> gpuDevice()
+{
+    static std::once_flag once;
+    static std::optional<Device> device;
+    std::call_once(once, [] {
+        prepareLibrary();
+        // whisper.cpp takes the first device of either GPU type (gpu_device 0).
+        for (size_t i = 0; i < ggml_backend_dev_count(); ++i) {
+            ggml_backend_dev_t dev = ggml_backend_dev_get(i);
+            const enum ggml_backend_dev_type type = ggml_backend_dev_type(dev);
+            if (type == GGML_BACKEND_DEVICE_TYPE_GPU || type == GGML_BACKEND_DEVICE_TYPE_IGPU) {
+                device = describe(dev);
+                break;
+            }
+        }
+    });
+    return device;
+}
+
+Device cpuDevice()
+{
+    prepareLibrary();
+    if (ggml_backend_dev_t dev = ggml_backend_dev_by_type(GGML_BACKEND_DEVICE_TYPE_CPU))
+        return describe(dev);
+    return {QStringLiteral("CPU"), {}};
 }
 
 int threadCount(const QString &performanceCpuList, int onlineCores)
@@ -139,22 +171,42 @@ QList<TranscriptWord> groupWords(const QList<TokenTuple> &tokens)
     return words;
 }
 
-TranscriptionResult transcribe(const std::vector<float> &samples, const QString &model, const QString &language,
-                               const TranscribeControlPtr &control, const std::function<void(double)> &progress)
+LoadedModel::LoadedModel(const QString &path)
 {
-    if (!QFileInfo::exists(model))
+    if (!QFileInfo::exists(path))
         throw EngineError::noModel();
-    // One run holds at most INT_MAX samples; a wrapped count must never reach the library.
-    if (samples.size() > size_t(std::numeric_limits<int>::max()))
-        throw EngineError::transcribeFailed(QStringLiteral("Audio zu lang"));
-
     prepareLibrary();
     whisper_context_params contextParams = whisper_context_default_params();
     contextParams.use_gpu = true;
-    whisper_context *ctx = whisper_init_from_file_with_params(QFile::encodeName(model).constData(), contextParams);
-    if (!ctx)
+    m_ctx = whisper_init_from_file_with_params(QFile::encodeName(path).constData(), contextParams);
+    if (!m_ctx)
         throw EngineError::transcribeFailed(QStringLiteral("Modell konnte nicht geladen werden"));
-    ContextGuard guard{ctx};
+}
+
+LoadedModel::~LoadedModel()
+{
+    whisper_free(m_ctx);
+}
+
+TranscriptionResult transcribe(const std::vector<float> &samples, const QString &model, const QString &language,
+                               const TranscribeControlPtr &control, const std::function<void(double)> &progress)
+{
+    // Checked before the model loads: a refusal costs nothing.
+    if (!QFileInfo::exists(model))
+        throw EngineError::noModel();
+    if (samples.size() > size_t(std::numeric_limits<int>::max()))
+        throw EngineError::transcribeFailed(QStringLiteral("Audio zu lang"));
+    LoadedModel loaded(model);
+    return transcribe(samples, loaded, language, control, progress);
+}
+
+TranscriptionResult transcribe(const std::vector<float> &samples, LoadedModel &model, const QString &language,
+                               const TranscribeControlPtr &control, const std::function<void(double)> &progress)
+{
+    // One run holds at most INT_MAX samples; a wrapped count must never reach the library.
+    if (samples.size() > size_t(std::numeric_limits<int>::max()))
+        throw EngineError::transcribeFailed(QStringLiteral("Audio zu lang"));
+    whisper_context *ctx = model.context();
 
     if (control && control->isCancelled())
         throw EngineError::cancelled();

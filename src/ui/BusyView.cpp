@@ -47,6 +47,7 @@ BusyView::BusyView(AppModel &app, QWidget *parent) : QWidget(parent), m_app(app)
     });
     connect(&app, &AppModel::busyElapsedChanged, this, &BusyView::updateStatus);
     connect(&app, &AppModel::selectedModelIdChanged, this, &BusyView::updateScene);
+    connect(&app, &AppModel::gpuDeviceChanged, this, &BusyView::updateScene);
     connect(app.modelStore(), &ModelStore::coreMLInstalledChanged, this, &BusyView::updateScene);
     connect(m_monitor, &SystemMonitor::coreUsageChanged, this, &BusyView::updateScene);
     connect(m_monitor, &SystemMonitor::gpuUtilizationChanged, this, &BusyView::updateScene);
@@ -72,6 +73,7 @@ void BusyView::updateScene()
     m_visualizer->setProgress(m_app.busyProgress());
     m_visualizer->setCores(m_monitor->coreUsage());
     m_visualizer->setGpu(m_monitor->gpuUtilization().value_or(0.0) / 100.0);
+    m_visualizer->setGpuDevice(m_app.gpuDevice());
     m_visualizer->setNeuralEngineActive(m_app.modelStore()->coreMLInstalled().contains(m_app.selectedModelId()));
     m_visualizer->updateGeometry();
 }

@@ -166,7 +166,9 @@ void badge(QPainter &painter, const QRectF &rect, const QString &title, const QS
     y += titleHeight + 3;
     painter.setFont(subtitleFont);
     painter.setPen(Style::color(palette, Style::Tone::secondary));
-    painter.drawText(QRectF(rect.left(), y, rect.width(), subtitleHeight), Qt::AlignCenter, subtitle);
+    // A device name can be longer than the badge is wide.
+    const QString shown = QFontMetricsF(subtitleFont).elidedText(subtitle, Qt::ElideRight, rect.width() - 12);
+    painter.drawText(QRectF(rect.left(), y, rect.width(), subtitleHeight), Qt::AlignCenter, shown);
 }
 
 void chip(QPainter &painter, const QRectF &rect, double u, double phase)
@@ -231,6 +233,11 @@ ProcessingVisualizer::ProcessingVisualizer(QWidget *parent) : QWidget(parent)
 void ProcessingVisualizer::setProgress(double progress)
 {
     m_progress = progress;
+}
+
+void ProcessingVisualizer::setGpuDevice(const QString &name)
+{
+    m_gpuDevice = name;
 }
 
 void ProcessingVisualizer::setCores(const QList<double> &cores)
@@ -316,7 +323,8 @@ void ProcessingVisualizer::paintScene(QPainter &painter, const QRectF &rect, dou
     const double centreHeight = badgeHeight() + gridGap + gridHeight;
     double y = (height - centreHeight) / 2;
     const double badgesLeft = x + (centreWidth - (2 * badgeWidth + badgeGap)) / 2;
-    badge(painter, QRectF(badgesLeft, y, badgeWidth, badgeHeight()), QStringLiteral("GPU"), m_gpuInterface,
+    badge(painter, QRectF(badgesLeft, y, badgeWidth, badgeHeight()), QStringLiteral("GPU"),
+          m_gpuDevice.isEmpty() ? m_gpuInterface : m_gpuDevice,
           QStringLiteral("cpu"), m_gpu, phase, false, pal);
     badge(painter, QRectF(badgesLeft + badgeWidth + badgeGap, y, badgeWidth, badgeHeight()),
           QStringLiteral("Neural Engine"), m_aneActive ? m_active : m_off, QStringLiteral("brain"),

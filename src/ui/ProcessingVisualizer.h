@@ -19,10 +19,13 @@ public:
     // 0 to 1.
     void setGpu(double gpu);
     void setNeuralEngineActive(bool active);
+    // The GPU badge names the device when one recognises; empty names the interface.
+    void setGpuDevice(const QString &name);
 
     double progress() const { return m_progress; }
     const QList<double> &cores() const { return m_cores; }
     double gpu() const { return m_gpu; }
+    const QString &gpuDevice() const { return m_gpuDevice; }
     bool neuralEngineActive() const { return m_aneActive; }
 
     // The scene's own size, before it is scaled down to fit.
@@ -51,4 +54,5 @@ private:
     QString m_active;
     QString m_off;
     QString m_gpuInterface;
+    QString m_gpuDevice;
 };

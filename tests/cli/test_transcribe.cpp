@@ -53,3 +53,42 @@ TEST(CliTranscribe, FailuresAndCtrlCSpeakTheUsersTextAndLeaveNothing)
     EXPECT_TRUE(run.out.isEmpty());
     EXPECT_TRUE(Media::temporaryEntries().isEmpty());
 }
+
+// ggml hides Mesa's processor-backed Vulkan device (llvmpipe) unless it is named, which
+// drives the whole GPU road without a GPU; the same transcript on both, times included.
+TEST(CliTranscribe, VulkanOnTheProcessorsDeviceGivesTheSameTranscript)
+{
+    const QStringList args{"transcribe", Media::tone(QStringLiteral("wav"), 4.0), "--model", Media::loudModel(),
+                           "--language", "de", "--verbose"};
+
+    // Compiling the device's shaders takes a minute; later runs of this build reuse them.
+    qputenv("MESA_SHADER_CACHE_DIR", qgetenv("SAGWERK_TEST_TMP") + "-shader-cache");
+    qunsetenv("GGML_VK_VISIBLE_DEVICES");
+    const CliRun cpu = cli(args);
+    ASSERT_EQ(cpu.status, 0) << cpu.err.toStdString();
+    EXPECT_TRUE(cpu.err.startsWith("Recognition: CPU backend, device ")) << cpu.err.toStdString();
+    EXPECT_TRUE(cpu.err.contains(" threads\n"));
+
+    qputenv("GGML_VK_VISIBLE_DEVICES", "0");
+    const CliRun vulkan = cli(args);
+    qunsetenv("GGML_VK_VISIBLE_DEVICES");
+    ASSERT_EQ(vulkan.status, 0) << vulkan.err.toStdString();
+    if (!vulkan.err.startsWith("Recognition: Vulkan backend, device "))
+        GTEST_SKIP() << "no Vulkan device here: " << vulkan.err.toStdString();
+
+    auto transcript = [](const QByteArray &json) {
+        QJsonObject o = QJsonDocument::fromJson(json).object();
+        o.remove(QStringLiteral("processingSeconds"));
+        QJsonArray segments;
+        for (QJsonValue s : o.value("segments").toArray()) {
+            QJsonObject segment = s.toObject();
+            segment.remove(QStringLiteral("id"));
+            segments.append(segment);
+        }
+        o.insert(QStringLiteral("segments"), segments);
+        return o;
+    };
+    const QJsonObject onCpu = transcript(cpu.out), onVulkan = transcript(vulkan.out);
+    EXPECT_FALSE(onCpu.value("fullText").toString().isEmpty());
+    EXPECT_EQ(onCpu, onVulkan) << cpu.out.toStdString() << vulkan.out.toStdString();
+}

@@ -121,6 +121,18 @@ QString tinyModel()
     return path;
 }
 
+QString loudModel()
+{
+    const QString path = folder() + QStringLiteral("/ggml-loud-test.bin");
+    if (!QFile::exists(path)) {
+        TinyModel::Options options;
+        options.loudTokens = 24;
+        options.loudness = 8;
+        EXPECT_TRUE(TinyModel::write(path, options));
+    }
+    return path;
+}
+
 void installTinyModel(const QString &modelsDir, const QString &fileName)
 {
     // Past the bound of Base, the smallest catalogue model; a link keeps it cheap.

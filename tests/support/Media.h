@@ -25,6 +25,9 @@ QString damagedInTheMiddle(const QString &extension);
 
 // A model made by the tiny-model generator (cached per run).
 QString tinyModel();
+// The same with a few loud tokens: every decision stands far from a tie, so the text
+// does not change with the backend's rounding.
+QString loudModel();
 
 // Puts the generated model, grown past the catalogue's size bound, into `modelsDir`
 // under `fileName`, so that the model store counts it as installed.

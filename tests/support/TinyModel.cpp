@@ -2,6 +2,7 @@
 
 #include <QFile>
 
+#include <functional>
 #include <random>
 #include <vector>
 
@@ -17,7 +18,8 @@ public:
     void f32(float v) { file.write(reinterpret_cast<const char *>(&v), 4); }
 
     // ne lists the dimensions in ggml order (fastest first); half picks f16 storage.
-    void tensor(const QByteArray &name, std::vector<int> ne, bool half, float constant = NAN)
+    void tensor(const QByteArray &name, std::vector<int> ne, bool half, float constant = NAN,
+                const std::function<float(qint64)> &gain = {})
     {
         i32(qint32(ne.size()));
         i32(qint32(name.size()));
@@ -30,7 +32,7 @@ public:
         file.write(name);
         QByteArray data(count * (half ? 2 : 4), Qt::Uninitialized);
         for (qint64 i = 0; i < count; ++i) {
-            const float v = std::isnan(constant) ? normal(rng) : constant;
+            const float v = (std::isnan(constant) ? normal(rng) : constant) * (gain ? gain(i) : 1.0f);
             if (half) {
                 const _Float16 h = static_cast<_Float16>(v);
                 memcpy(data.data() + i * 2, &h, 2);
@@ -137,7 +139,11 @@ bool write(const QString &path, const Options &o)
         attention(p + ".attn");
     }
     w.tensor("decoder.positional_embedding", {s, textCtx}, false);
-    w.tensor("decoder.token_embedding.weight", {s, nVocab}, true);
+    // Rows ne[0] wide: a few loud text tokens outvote the rest by a wide margin.
+    w.tensor("decoder.token_embedding.weight", {s, nVocab}, true, NAN, [&](qint64 i) {
+        const qint64 token = i / s;
+        return o.loudTokens > 0 && token >= 1000 && token < 1000 + o.loudTokens ? o.loudness : 1.0f;
+    });
     norm("decoder.ln", s);
     for (int l = 0; l < o.layers; ++l) {
         const QByteArray p = "decoder.blocks." + QByteArray::number(l);

@@ -16,6 +16,10 @@ struct Options {
     // Grows the file to at least this many bytes, for code that judges a model by its
     // size. The bytes go into the text of a language token, which the library never emits.
     qint64 padToBytes = 0;
+    // Text tokens whose embedding is `loudness` times stronger: their logits stand far
+    // apart from each other and from the rest, so the text does not hang on rounding.
+    int loudTokens = 0;
+    float loudness = 1.0f;
 };
 
 bool write(const QString &path, const Options &options = {});
