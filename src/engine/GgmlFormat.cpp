@@ -1,5 +1,7 @@
 #include "engine/GgmlFormat.h"
 
+#include <ggml.h>
+
 #include <QFile>
 #include <QFloat16>
 #include <QtEndian>
@@ -54,6 +56,21 @@ std::vector<float> melFilters(int mels)
     return weights;
 }
 
+int fileType(Type type)
+{
+    switch (type) {
+    case Type::F32:
+        return 0;
+    case Type::F16:
+        return 1;
+    case Type::Q5_0:
+        return GGML_QNT_VERSION * GGML_QNT_VERSION_FACTOR + GGML_FTYPE_MOSTLY_Q5_0;
+    case Type::Q5_1:
+        return GGML_QNT_VERSION * GGML_QNT_VERSION_FACTOR + GGML_FTYPE_MOSTLY_Q5_1;
+    }
+    return 1;
+}
+
 void Writer::i32(qint32 v)
 {
     const qint32 le = qToLittleEndian(v);
@@ -97,6 +114,7 @@ void Writer::vocabulary(const QList<QByteArray> &tokens)
 void Writer::beginTensor(const QByteArray &name, const std::vector<qint64> &ne, Type t)
 {
     type = t;
+    rowWidth = ne.empty() ? 1 : ne.front();
     remaining = 1;
     i32(qint32(ne.size()));
     i32(qint32(name.size()));
@@ -119,9 +137,21 @@ void Writer::data(const float *values, qint64 count)
         write(reinterpret_cast<const char *>(values), count * 4);
         return;
     }
-    std::vector<qfloat16> half(static_cast<size_t>(count));
-    qFloatToFloat16(half.data(), values, count);
-    write(reinterpret_cast<const char *>(half.data()), count * 2);
+    if (type == Type::F16) {
+        std::vector<qfloat16> half(static_cast<size_t>(count));
+        qFloatToFloat16(half.data(), values, count);
+        write(reinterpret_cast<const char *>(half.data()), count * 2);
+        return;
+    }
+    const ggml_type quantised = ggml_type(type);
+    if (count % rowWidth != 0 || rowWidth % ggml_blck_size(quantised) != 0) {
+        failed = true;
+        return;
+    }
+    const qint64 rows = count / rowWidth;
+    std::vector<char> packed(ggml_row_size(quantised, rowWidth) * size_t(rows));
+    const size_t bytes = ggml_quantize_chunk(quantised, values, packed.data(), 0, rows, rowWidth, nullptr);
+    write(packed.data(), qint64(bytes));
 }
 
 bool Writer::endTensor()

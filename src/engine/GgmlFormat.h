@@ -38,7 +38,12 @@ std::optional<Hparams> readHparams(const QString &path);
 // librosa computes it. Row-major, mels × 201.
 std::vector<float> melFilters(int mels);
 
-enum class Type { F32 = 0, F16 = 1 };
+// Tensor types by ggml's numbers. The quantised ones pack each row into blocks of 32.
+enum class Type { F32 = 0, F16 = 1, Q5_0 = 6, Q5_1 = 7 };
+
+// The header's file type for matrices of `type`: 1 for f16; a quantised file also
+// names the quantisation format's version, as the library expects.
+int fileType(Type type);
 
 // Writes a model file front to back; tensors are handed over in pieces so that no
 // tensor needs to be held whole.
@@ -50,7 +55,8 @@ public:
     void melFilters(int mels);
     void vocabulary(const QList<QByteArray> &tokens);
 
-    // `ne` lists the dimensions fastest first, as ggml does.
+    // `ne` lists the dimensions fastest first, as ggml does. A quantised tensor takes
+    // its data in whole rows of ne[0] values.
     void beginTensor(const QByteArray &name, const std::vector<qint64> &ne, Type type);
     void data(const float *values, qint64 count);
     // False when the data did not fill the tensor exactly.
@@ -64,6 +70,7 @@ private:
 
     QIODevice &out;
     Type type = Type::F32;
+    qint64 rowWidth = 1;
     qint64 remaining = 0;
     bool failed = false;
 };

@@ -246,8 +246,11 @@ QList<QByteArray> textTokens(const CTranslate2Reader &r, const Hparams &h)
     return bytes;
 }
 
-void convert(const CTranslate2Reader &r, const Hparams &h, QIODevice &out, const TranscribeControlPtr &control,
-             const std::function<void(double)> &progress)
+// Matrices are written as `matrices`: the catalogue's quantisation, or f16. Vectors,
+// positional embeddings and the convolutions keep their types, as whisper.cpp's own
+// quantiser leaves them.
+void convert(const CTranslate2Reader &r, const Hparams &h, QIODevice &out, GgmlFormat::Type matrices,
+             const TranscribeControlPtr &control, const std::function<void(double)> &progress)
 {
     const QList<Piece> pieces = layout(h);
     // Check every shape before the first byte is written.
@@ -267,8 +270,10 @@ void convert(const CTranslate2Reader &r, const Hparams &h, QIODevice &out, const
         totalElements += v.rows() / p.parts * v.rowSize();
     }
 
+    Hparams header = h;
+    header.ftype = GgmlFormat::fileType(matrices);
     GgmlFormat::Writer w(out);
-    w.header(h);
+    w.header(header);
     w.melFilters(h.mels);
     w.vocabulary(textTokens(r, h));
 
@@ -280,7 +285,7 @@ void convert(const CTranslate2Reader &r, const Hparams &h, QIODevice &out, const
         const CTranslate2Reader::Variable &v = r.get(p.source);
         const qint64 rows = v.rows() / p.parts, first = p.part * rows;
         const qint64 step = std::max<qint64>(1, chunkElements / std::max<qint64>(1, v.rowSize()));
-        w.beginTensor(p.name, p.ne, p.type);
+        w.beginTensor(p.name, p.ne, p.type == GgmlFormat::Type::F16 && p.ne.size() == 2 ? matrices : p.type);
         for (qint64 row = 0; row < rows; row += step) {
             const qint64 count = std::min(step, rows - row);
             const std::vector<float> values = r.rows(v, first + row, count);
@@ -415,12 +420,21 @@ GgmlFormat::Hparams ctranslate2Hparams(const QString &folder)
     }
 }
 
-void convertCTranslate2(const QString &folder, QIODevice &out, const TranscribeControlPtr &control,
-                        const std::function<void(double)> &progress)
+GgmlFormat::Type quantisation(const WhisperModel &model)
+{
+    if (model.id.endsWith(QLatin1String("-q5_1")))
+        return GgmlFormat::Type::Q5_1;
+    if (model.id.endsWith(QLatin1String("-q5_0")))
+        return GgmlFormat::Type::Q5_0;
+    return GgmlFormat::Type::F16;
+}
+
+void convertCTranslate2(const QString &folder, QIODevice &out, GgmlFormat::Type matrices,
+                        const TranscribeControlPtr &control, const std::function<void(double)> &progress)
 {
     const auto reader = openReader(folder);
     try {
-        convert(*reader, hparamsOf(*reader), out, control, progress);
+        convert(*reader, hparamsOf(*reader), out, matrices, control, progress);
     } catch (const CTranslate2Reader::Broken &e) {
         throw Error(Case::broken, folder, QString::fromStdString(e.what()));
     }
@@ -488,7 +502,7 @@ Result importModel(const QString &source, const QString &modelsDir, const Transc
             copyFile(from, out, control, share);
         } else {
             try {
-                convert(*reader, h, out, control, share);
+                convert(*reader, h, out, quantisation(entry), control, share);
             } catch (const CTranslate2Reader::Broken &e) {
                 throw Error(Case::broken, from, QString::fromStdString(e.what()));
             }

@@ -59,9 +59,13 @@ std::optional<WhisperModel> catalogueEntry(const QString &kind);
 // The shape of the CTranslate2 model in `folder`. Throws ModelImportError.
 GgmlFormat::Hparams ctranslate2Hparams(const QString &folder);
 
-// Writes the CTranslate2 model of `folder` as a whisper.cpp model file to `out`.
-void convertCTranslate2(const QString &folder, QIODevice &out, const TranscribeControlPtr &control = {},
-                        const std::function<void(double)> &progress = {});
+// The type of a catalogue model's matrices, as its id names it ("base-q5_1").
+GgmlFormat::Type quantisation(const WhisperModel &model);
+
+// Writes the CTranslate2 model of `folder` as a whisper.cpp model file to `out`, its
+// matrices as `matrices`.
+void convertCTranslate2(const QString &folder, QIODevice &out, GgmlFormat::Type matrices = GgmlFormat::Type::F16,
+                        const TranscribeControlPtr &control = {}, const std::function<void(double)> &progress = {});
 
 // Whether whisper.cpp loads the file as a model (on the CPU, quietly).
 bool loads(const QString &path);

@@ -180,7 +180,34 @@ TEST(ModelImport, SplitModelBecomesTheCatalogueFileAndCopiesAreChecked)
     EXPECT_EQ(result.kind, QStringLiteral("base"));
     EXPECT_EQ(result.path, models + QStringLiteral("/ggml-base-q5_1.bin"));
     EXPECT_EQ(entries(models), QStringList{"ggml-base-q5_1.bin"});
-    EXPECT_EQ(GgmlFile::read(result.path, false).hparams, baseHparams);
+
+    // Quantised as the catalogue's file is: the matrices as q5_1, each value within about
+    // half a step of its block of 32 (the step and the minimum are stored as f16); the
+    // rest as whisper.cpp's quantiser leaves it.
+    const GgmlFile q = GgmlFile::read(result.path);
+    std::vector<int> quantised = baseHparams;
+    quantised.back() = 2000 + 9;
+    EXPECT_EQ(q.hparams, quantised);
+    const GgmlFile f16 = GgmlFile::read(convert(baseSource(), dir.filePath(QStringLiteral("f16.bin"))));
+    EXPECT_EQ(q.tensors.size(), f16.tensors.size());
+    for (const char *name : {"decoder.token_embedding.weight", "encoder.blocks.5.mlp.0.weight",
+                             "decoder.blocks.0.cross_attn.key.weight"}) {
+        SCOPED_TRACE(name);
+        const std::vector<float> &got = q.tensors.value(name).values, &want = f16.tensors.value(name).values;
+        EXPECT_EQ(q.tensors.value(name).type, 7);
+        ASSERT_EQ(got.size(), want.size());
+        size_t bad = 0;
+        for (size_t block = 0; block < want.size(); block += 32) {
+            const auto [lo, hi] = std::minmax_element(want.begin() + qsizetype(block), want.begin() + qsizetype(block) + 32);
+            for (size_t i = block; i < block + 32; ++i)
+                bad += std::fabs(got[i] - want[i]) > (*hi - *lo) / 31 * 0.6f + 1e-3f * std::fabs(*lo);
+        }
+        EXPECT_EQ(bad, 0u);
+    }
+    EXPECT_EQ(q.tensors.value("encoder.conv1.weight").type, 1);
+    EXPECT_EQ(q.tensors.value("encoder.positional_embedding").type, 0);
+    EXPECT_EQ(q.tensors.value("decoder.blocks.0.attn.query.bias").type, 0);
+    EXPECT_LT(QFileInfo(result.path).size(), QFileInfo(dir.filePath(QStringLiteral("f16.bin"))).size() * 0.45);
 
     // A whisper.cpp file is taken as it is, and a second import replaces the first.
     const QString other = dir.filePath(QStringLiteral("other"));

@@ -7,7 +7,11 @@
 #include <QJsonObject>
 #include <QProcess>
 #include <QRegularExpression>
+#include <QElapsedTimer>
+#include <QFileInfo>
 #include <QThread>
+
+#include "engine/ModelImport.h"
 
 #include <gtest/gtest.h>
 
@@ -69,10 +73,14 @@ int errors(const QStringList &reference, const QStringList &hypothesis)
     return row.back();
 }
 
-QString sagwerk(const QString &audio, const QString &language)
+QString sagwerk(const QString &audio, const QString &language, const QString &model = installedModel(),
+                double *seconds = nullptr)
 {
-    const Outcome r = run(QStringLiteral(SAGWERK_CLI),
-                      {"transcribe", audio, "--model", installedModel(), "--language", language});
+    QElapsedTimer clock;
+    clock.start();
+    const Outcome r = run(QStringLiteral(SAGWERK_CLI), {"transcribe", audio, "--model", model, "--language", language});
+    if (seconds)
+        *seconds += clock.nsecsElapsed() / 1e9;
     EXPECT_EQ(r.status, 0) << r.err.toStdString();
     return QJsonDocument::fromJson(r.out).object().value(QStringLiteral("fullText")).toString();
 }
@@ -169,6 +177,35 @@ TEST(RealSpeech, GermanSpeechIsRecognised)
     total(tally);
     EXPECT_LE(tally.ours, 7 + int(passages.size()));
     EXPECT_LE(tally.ours, tally.theirs + 2);
+}
+
+// The import quantises to the catalogue's q5_1; beside the float16 conversion of the
+// same weights it must keep its words. Speed and size are reported, not judged.
+TEST(RealSpeech, QuantisedImportKeepsTheWordsOfFloat16)
+{
+    const QString f16 = workDir + QStringLiteral("/ggml-base-f16.bin");
+    {
+        QFile out(f16);
+        ASSERT_TRUE(out.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        ModelImport::convertCTranslate2(modelDir, out, GgmlFormat::Type::F16);
+    }
+    ASSERT_TRUE(QFileInfo::exists(installedModel())) << "the import test runs first";
+    const QDir dir(QStringLiteral("/usr/share/pocketsphinx/test/data/librivox"));
+    int wordCount = 0, errorsF16 = 0, errorsQ = 0;
+    double secondsF16 = 0, secondsQ = 0, audioSeconds = 0;
+    for (const QString &file : dir.entryList({QStringLiteral("*.wav")}, QDir::Files, QDir::Name)) {
+        QFile reference(dir.filePath(QString(file).replace(QStringLiteral(".wav"), QStringLiteral(".txt"))));
+        ASSERT_TRUE(reference.open(QIODevice::ReadOnly));
+        const QStringList expected = words(QString::fromUtf8(reference.readAll()));
+        wordCount += int(expected.size());
+        errorsF16 += errors(expected, words(sagwerk(dir.filePath(file), QStringLiteral("en"), f16, &secondsF16)));
+        errorsQ += errors(expected, words(sagwerk(dir.filePath(file), QStringLiteral("en"), installedModel(), &secondsQ)));
+        audioSeconds += (QFileInfo(dir.filePath(file)).size() - 44) / 32000.0;
+    }
+    std::printf("float16 %5.1f MB  WER %5.1f %%  RTF %.3f\nq5_1    %5.1f MB  WER %5.1f %%  RTF %.3f\n",
+                QFileInfo(f16).size() / 1e6, 100.0 * errorsF16 / wordCount, secondsF16 / audioSeconds,
+                QFileInfo(installedModel()).size() / 1e6, 100.0 * errorsQ / wordCount, secondsQ / audioSeconds);
+    EXPECT_LE(errorsQ, errorsF16 + 2);
 }
 
 int main(int argc, char **argv)

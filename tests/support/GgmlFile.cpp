@@ -3,6 +3,8 @@
 #include <QFile>
 #include <QFloat16>
 
+#include <ggml.h>
+
 GgmlFile GgmlFile::read(const QString &path, bool values)
 {
     GgmlFile g;
@@ -41,7 +43,9 @@ GgmlFile GgmlFile::read(const QString &path, bool values)
             n *= t.ne.back();
         }
         const QByteArray name = f.read(nameLength);
-        const qint64 bytes = n * (t.type == 1 ? 2 : 4);
+        const ggml_type type = ggml_type(t.type);
+        const qint64 width = t.ne.empty() ? 1 : t.ne.front();
+        const qint64 bytes = t.type <= 1 ? n * (t.type == 1 ? 2 : 4) : qint64(ggml_row_size(type, width)) * (n / width);
         if (values) {
             const QByteArray raw = f.read(bytes);
             if (raw.size() != bytes)
@@ -49,6 +53,8 @@ GgmlFile GgmlFile::read(const QString &path, bool values)
             t.values.resize(size_t(n));
             if (t.type == 1)
                 qFloatFromFloat16(t.values.data(), reinterpret_cast<const qfloat16 *>(raw.constData()), n);
+            else if (t.type > 1)
+                ggml_get_type_traits(type)->to_float(raw.constData(), t.values.data(), n);
             else
                 memcpy(t.values.data(), raw.constData(), size_t(bytes));
         } else if (!f.seek(f.pos() + bytes) || f.pos() > f.size()) {

@@ -11,8 +11,8 @@
 struct GgmlFile {
     struct Tensor {
         std::vector<qint64> ne; // fastest first
-        int type = -1;          // 0 f32, 1 f16
-        std::vector<float> values;
+        int type = -1;          // ggml's numbers: 0 f32, 1 f16, 6 q5_0, 7 q5_1
+        std::vector<float> values; // quantised ones as they read back
     };
 
     std::vector<int> hparams; // the eleven header numbers
