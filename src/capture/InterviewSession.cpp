@@ -4,6 +4,7 @@
 #include "core/TranscribeControl.h"
 #include "core/Tr.h"
 #include "engine/Engine.h"
+#include "engine/WhisperEngine.h"
 #include "speakers/Diarizer.h"
 
 #include <QAudioFormat>
@@ -16,7 +17,17 @@
 #include <QtConcurrent/QtConcurrentRun>
 #include <QtEndian>
 
+#include <mutex>
 #include <stdexcept>
+
+// The session's model, loaded by its first pass and kept for the others: a pass then
+// costs only its recognition. One pass uses it at a time.
+struct KeptModel {
+    explicit KeptModel(QString path) : path(std::move(path)) {}
+    const QString path;
+    std::mutex lock;
+    std::unique_ptr<WhisperEngine::LoadedModel> model;
+};
 
 namespace {
 
@@ -26,18 +37,20 @@ constexpr qint64 shortestTailMs = 500;
 
 // The segments of the range starting at `fromMs`, their times made relative to the
 // recording; none when the range could not be recognised. Runs on the pool.
-std::optional<QList<TranscriptSegment>> recognise(const QString &wav, qint64 fromMs, qint64 toMs, const QString &model,
-                                                  const QString &language, const TranscribeControlPtr &control)
+std::optional<QList<TranscriptSegment>> recognise(const QString &wav, qint64 fromMs, qint64 toMs,
+                                                  const std::shared_ptr<KeptModel> &kept, const QString &language,
+                                                  const TranscribeControlPtr &control)
 {
     QString chunk;
     try {
         chunk = InterviewSession::extractRange(wav, fromMs, toMs);
-        if (!QFileInfo::exists(model)) {
-            QFile::remove(chunk);
-            return std::nullopt;
-        }
-        const TranscriptionResult result = Engine::transcribe(chunk, model, language, control);
+        const std::vector<float> samples = Engine::decodeTo16kMonoFloats(chunk, control);
         QFile::remove(chunk);
+        chunk.clear();
+        const std::lock_guard hold(kept->lock);
+        if (!kept->model)
+            kept->model = std::make_unique<WhisperEngine::LoadedModel>(kept->path);
+        const TranscriptionResult result = WhisperEngine::transcribe(samples, *kept->model, language, control, {});
         QList<TranscriptSegment> shifted;
         for (const TranscriptSegment &s : result.segments) {
             TranscriptSegment segment;
@@ -110,6 +123,7 @@ void InterviewSession::start(const QString &modelURL, const QString &language, b
     if (m_isRecording || m_isFinalizing)
         return;
     m_modelURL = modelURL;
+    m_model = std::make_shared<KeptModel>(modelURL);
     m_language = language;
     m_liveSpeakers = liveSpeakers;
     Microphone::whenAllowed(this, [this] { begin(); }, [this] { m_permissionDenied = true; });
@@ -187,6 +201,7 @@ void InterviewSession::cancel()
 {
     endRecording();
     m_control->cancel();
+    m_model.reset();
     if (m_wavURL) {
         QFile::remove(*m_wavURL);
         m_wavURL.reset();
@@ -231,7 +246,7 @@ void InterviewSession::transcribeNext(qint64 upToMs)
     if (!m_wavURL || !m_modelURL || upToMs - m_lastMs < shortestPassMs)
         return;
     const QString wav = *m_wavURL;
-    const QString model = *m_modelURL;
+    const std::shared_ptr<KeptModel> model = m_model;
     const QString language = m_language;
     const qint64 from = m_lastMs;
     const TranscribeControlPtr control = m_control;
@@ -288,7 +303,8 @@ QFuture<std::optional<InterviewResult>> InterviewSession::stop()
 QFuture<std::optional<InterviewResult>> InterviewSession::finish()
 {
     const QString wav = *m_wavURL;
-    const QString model = *m_modelURL;
+    // The tail is the last pass: the model goes when it is done.
+    const std::shared_ptr<KeptModel> model = std::exchange(m_model, {});
     const QString language = m_language;
     const qint64 from = m_lastMs;
     const qint64 d = durationMs(wav);

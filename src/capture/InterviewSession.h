@@ -16,6 +16,7 @@
 #include <optional>
 
 class QAudioSource;
+struct KeptModel;
 
 // What a finished interview hands over: the recording (a temporary file, now the
 // receiver's), the transcript and the last speaker text.
@@ -116,6 +117,7 @@ private:
     QFile m_file;
     std::optional<QString> m_wavURL;
     std::optional<QString> m_modelURL;
+    std::shared_ptr<KeptModel> m_model;
     QString m_language = QStringLiteral("de");
     bool m_liveSpeakers = false;
     QTimer m_timer;
