@@ -3,6 +3,8 @@
 // SpeakerJob.
 #include "app/AppModel.h"
 
+#include <QtConcurrent/QtConcurrentRun>
+
 #include "ai/AIModel.h"
 #include "app/InterviewCompletion.h"
 #include "app/ItemCorrections.h"
@@ -66,9 +68,12 @@ AppModel::AppModel(QObject *parent, ModelStore *store)
 
     LanguageManager::instance().setLanguage(m_appLanguage);
 
+    // Segments are most of a document's bytes and only the opened item shows them.
     QList<HistoryItem> history;
-    for (const LoadedBundle &bundle : BundleStore::list())
+    for (const LoadedBundle &bundle : BundleStore::listSummaries()) {
         history.append(BundleStore::historyItem(bundle));
+        history.back().segmentsPending = true;
+    }
     m_history.setValueBypassingBindings(history);
 
     // A machine that already has a model skips the first-run wizard.
@@ -128,6 +133,28 @@ void AppModel::setCurrent(const std::optional<HistoryItem> &item)
 {
     m_current.setValueBypassingBindings(item);
     m_current.notify();
+    if (item && item->segmentsPending && item->bundleURL)
+        loadSegments(item->id, *item->bundleURL);
+}
+
+void AppModel::loadSegments(const QString &id, const QString &bundle)
+{
+    if (m_segmentsLoading.contains(id))
+        return;
+    m_segmentsLoading.insert(id);
+    QtConcurrent::run([bundle]() -> QList<TranscriptSegment> {
+        const std::optional<LoadedBundle> whole = BundleStore::load(bundle);
+        return whole ? BundleStore::historyItem(*whole).result.segments : QList<TranscriptSegment>();
+    }).then(this, [this, id](const QList<TranscriptSegment> &segments) {
+        m_segmentsLoading.remove(id);
+        // A document that no longer reads leaves the item as it was listed.
+        updateItem(id, [&](HistoryItem &item) {
+            if (!item.segmentsPending)
+                return;
+            item.result.segments = segments;
+            item.segmentsPending = false;
+        });
+    });
 }
 
 void AppModel::setPending(const std::optional<PendingItem> &item)

@@ -9,6 +9,7 @@
 #include <QList>
 #include <QObject>
 #include <QProperty>
+#include <QSet>
 #include <QSettings>
 
 #include <functional>
@@ -219,6 +220,8 @@ private:
     void updateItem(QString id, const std::function<void(HistoryItem &)> &change);
     // Puts a finished item at the top of the history.
     void prependToHistory(const HistoryItem &item);
+    // Reads the segments of a listed item on the pool and puts them into it.
+    void loadSegments(const QString &id, const QString &bundle);
     // Stores a setting under its key, then the field, which tells a change.
     template <typename Property, typename T>
     void store(const QString &key, Property &field, const T &value)
@@ -229,6 +232,7 @@ private:
 
     ModelStore *m_modelStore = nullptr;
     QSettings m_settings;
+    QSet<QString> m_segmentsLoading;
 
     // Every field announces a change through its signal. Items and lists have no cheap
     // equality and are announced on every assignment instead.

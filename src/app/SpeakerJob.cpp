@@ -23,6 +23,12 @@ namespace {
 // The diarisation program's clustering threshold, the same in every job.
 constexpr double threshold = 0.9;
 
+// The separated voices and the segments they are laid over.
+struct Voices {
+    QList<SpeakerSpan> spans;
+    QList<TranscriptSegment> segments;
+};
+
 void throwIfCancelled(const TranscribeControlPtr &control)
 {
     if (control->isCancelled())
@@ -66,7 +72,9 @@ QFuture<SpeakerJob::Result> SpeakerJob::acoustic(const HistoryItem &item, const 
     m_control = control;
     const QString id = item.id;
     const std::optional<QString> bundle = item.bundleURL;
-    const QList<TranscriptSegment> segments = item.result.segments;
+    // A listed item that was never opened has its segments still on disk.
+    const std::optional<QList<TranscriptSegment>> segments
+        = item.segmentsPending ? std::nullopt : std::optional(item.result.segments);
     m_app.updateItem(id, [](HistoryItem &h) { h.speakerBusy = true; });
     m_app.m_speakerStatus = Tr::tr("Sprecher werden erkannt…");
 
@@ -81,10 +89,11 @@ QFuture<SpeakerJob::Result> SpeakerJob::acoustic(const HistoryItem &item, const 
 
     return DiarizationModels::ensure(status, control)
         .then(this,
-              [this, control, audio, speakerCount, progress](const DiarizationModels::Paths &models) {
+              [this, control, audio, speakerCount, progress, segments,
+               bundle](const DiarizationModels::Paths &models) {
                   throwIfCancelled(control);
                   m_app.m_speakerStatus = Tr::tr("Bereite Audio auf…");
-                  QFuture<QList<SpeakerSpan>> work = QtConcurrent::run([=] {
+                  QFuture<Voices> work = QtConcurrent::run([=] {
                       const QString wav = Engine::extractWav(audio, control);
                       // From here on every way out removes the WAV file.
                       const auto removeWav = qScopeGuard([&] { QFile::remove(wav); });
@@ -92,7 +101,11 @@ QFuture<SpeakerJob::Result> SpeakerJob::acoustic(const HistoryItem &item, const 
                       QList<SpeakerSpan> spans = Diarizer::diarize(wav, models.seg, models.emb, threshold,
                                                                    speakerCount, control, progress);
                       throwIfCancelled(control);
-                      return spans;
+                      if (segments)
+                          return Voices{spans, *segments};
+                      const std::optional<LoadedBundle> whole = bundle ? BundleStore::load(*bundle) : std::nullopt;
+                      return Voices{spans, whole ? BundleStore::historyItem(*whole).result.segments
+                                                 : QList<TranscriptSegment>()};
                   });
                   m_pool.removeIf([](const QFuture<void> &f) { return f.isFinished(); });
                   m_pool.append(QFuture<void>(work));
@@ -100,8 +113,9 @@ QFuture<SpeakerJob::Result> SpeakerJob::acoustic(const HistoryItem &item, const 
               })
         .unwrap()
         .then(this,
-              [this, segments, hasKey, key, modelId](const QList<SpeakerSpan> &spans) {
-                  const QString labelled = Diarizer::speakerLabeledText(segments, spans);
+              [this, hasKey, key, modelId](const Voices &voices) {
+                  const QList<SpeakerSpan> &spans = voices.spans;
+                  const QString labelled = Diarizer::speakerLabeledText(voices.segments, spans);
                   // Counted over the spans, so the naming step may see a text without labels.
                   QSet<int> speakers;
                   for (const SpeakerSpan &s : spans)

@@ -1,4 +1,5 @@
 #include "cli/Stored.h"
+#include "storage/BundleStore.h"
 
 #include "app/AppModel.h"
 #include "core/Tr.h"
@@ -15,8 +16,14 @@ std::optional<HistoryItem> storedItem(const AppModel &app, const QString &folder
 {
     const QString path = QFileInfo(folder).absoluteFilePath();
     for (const HistoryItem &item : app.history()) {
-        if (item.bundleURL == path)
+        if (item.bundleURL != path)
+            continue;
+        // The history lists the item without its segments; a command works on all of it.
+        if (!item.segmentsPending)
             return item;
+        if (const std::optional<LoadedBundle> whole = BundleStore::load(path))
+            return BundleStore::historyItem(*whole);
+        break;
     }
     std::fprintf(stderr, "%s\n",
                  qPrintable(Tr::tr("„%1“ ist keine lesbare Transkription.").arg(QDir::toNativeSeparators(path))));

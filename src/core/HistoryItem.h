@@ -25,5 +25,7 @@ struct HistoryItem {
     std::optional<QString> speakerText;
     bool speakerBusy = false;
     QList<Correction> corrections;
-
+    // Read from the list at start without its segments; they are read when the item is
+    // opened. Everything else is there.
+    bool segmentsPending = false;
 };

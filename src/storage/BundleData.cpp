@@ -1,5 +1,7 @@
 #include "storage/BundleData.h"
 
+#include <cstring>
+
 #include "core/JsonCoding.h"
 
 #include <QJsonArray>
@@ -60,7 +62,107 @@ std::optional<StoredSegment> segmentFrom(const QJsonValue &value)
     return segment;
 }
 
+// The JSON value starting at `p`: the position after it, or null when it does not end
+// within [p, end). Strings are stepped over whole, so brackets inside them do not count.
+const char *skipString(const char *p, const char *end)
+{
+    // `p` is at the opening quote; an escaped quote has an odd run of backslashes before it.
+    for (const char *q = p + 1;;) {
+        q = static_cast<const char *>(memchr(q, '"', size_t(end - q)));
+        if (!q)
+            return nullptr;
+        const char *b = q;
+        while (b > p + 1 && b[-1] == '\\')
+            --b;
+        if ((q - b) % 2 == 0)
+            return q + 1;
+        ++q;
+    }
+}
+
+const char *skipBlanks(const char *p, const char *end)
+{
+    while (p < end && (*p == ' ' || *p == '\n' || *p == '\r' || *p == '\t'))
+        ++p;
+    return p;
+}
+
+const char *skipValue(const char *p, const char *end)
+{
+    if (p >= end)
+        return nullptr;
+    if (*p == '"')
+        return skipString(p, end);
+    if (*p != '[' && *p != '{') {
+        while (p < end && *p != ',' && *p != '}' && *p != ']' && *p != ' ' && *p != '\n' && *p != '\r' && *p != '\t')
+            ++p;
+        return p;
+    }
+    qsizetype depth = 0;
+    while (p < end) {
+        switch (*p) {
+        case '"':
+            p = skipString(p, end);
+            if (!p)
+                return nullptr;
+            continue;
+        case '[':
+        case '{':
+            ++depth;
+            break;
+        case ']':
+        case '}':
+            if (--depth == 0)
+                return p + 1;
+            break;
+        }
+        ++p;
+    }
+    return nullptr;
+}
+
+// Where the value of the top-level `key` lies in an object document; none when the
+// document is no object, the key is missing, or the JSON breaks off.
+std::optional<std::pair<qsizetype, qsizetype>> topLevelValue(const QByteArray &bytes, QByteArrayView key)
+{
+    const char *const begin = bytes.constData(), *const end = begin + bytes.size();
+    const char *p = skipBlanks(begin, end);
+    if (p == end || *p != '{')
+        return std::nullopt;
+    p = skipBlanks(p + 1, end);
+    while (p < end && *p == '"') {
+        const char *keyEnd = skipString(p, end);
+        if (!keyEnd)
+            return std::nullopt;
+        const QByteArrayView name(p + 1, keyEnd - 1);
+        p = skipBlanks(keyEnd, end);
+        if (p == end || *p != ':')
+            return std::nullopt;
+        const char *value = skipBlanks(p + 1, end);
+        const char *after = skipValue(value, end);
+        if (!after)
+            return std::nullopt;
+        if (name == key)
+            return std::pair(value - begin, after - begin);
+        p = skipBlanks(after, end);
+        if (p < end && *p == ',')
+            p = skipBlanks(p + 1, end);
+    }
+    return std::nullopt;
+}
+
 } // namespace
+
+std::optional<BundleData> BundleData::decodeSummary(const QByteArray &bytes)
+{
+    const auto segments = topLevelValue(bytes, "segments");
+    if (!segments)
+        return std::nullopt;
+    const auto [from, to] = *segments;
+    if (bytes.at(from) != '[')
+        return std::nullopt;
+    return decode(bytes.left(from) + "[]" + bytes.mid(to));
+}
 
 std::optional<QByteArray> BundleData::encode() const
 {

@@ -51,6 +51,10 @@ struct BundleData {
     // number that is not finite).
     std::optional<QByteArray> encode() const;
     static std::optional<BundleData> decode(const QByteArray &bytes);
+    // The document without its segments, which are most of its bytes: they are stepped
+    // over, not parsed, and come back empty. The rest is read and checked as `decode`
+    // does; a document whose JSON does not hold together gives none.
+    static std::optional<BundleData> decodeSummary(const QByteArray &bytes);
 };
 
 // A bundle as read from disk: `id` is the folder's path, `url` the folder.

@@ -5,6 +5,7 @@
 
 #include <QDir>
 #include <QDirIterator>
+#include <QtConcurrent/QtConcurrentMap>
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
@@ -39,7 +40,7 @@ QString firstCharacters(const QString &text, int count)
     return text.left(end);
 }
 
-std::optional<BundleData> read(const QString &bundle)
+std::optional<BundleData> read(const QString &bundle, bool summary = false)
 {
     // Only a plain file: a pipe or a device would block or never end.
     const QString path = documentPath(bundle);
@@ -48,7 +49,8 @@ std::optional<BundleData> read(const QString &bundle)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return std::nullopt;
-    return BundleData::decode(file.readAll());
+    const QByteArray bytes = file.readAll();
+    return summary ? BundleData::decodeSummary(bytes) : BundleData::decode(bytes);
 }
 
 // Writes through a temporary file that replaces the document only when complete, so a
@@ -88,24 +90,52 @@ QString root()
     return path;
 }
 
-QList<LoadedBundle> list()
+namespace {
+
+QList<LoadedBundle> listing(bool summaries)
 {
-    QList<LoadedBundle> bundles;
+    QStringList folders;
     QDirIterator it(root(), QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
     while (it.hasNext()) {
         const QFileInfo child = it.nextFileInfo();
         // A link is no directory of its own.
-        if (child.isSymLink() || !child.isDir())
-            continue;
-        std::optional<BundleData> data = read(child.filePath());
-        if (!data)
-            continue;
-        bundles.append(LoadedBundle{child.filePath(), child.filePath(), std::move(*data)});
+        if (!child.isSymLink() && child.isDir())
+            folders << child.filePath();
     }
+    // Decoding the documents is nearly all the work, and each stands alone: every core
+    // takes a share.
+    const QList<std::optional<BundleData>> documents
+        = QtConcurrent::blockingMapped(folders, [summaries](const QString &folder) { return read(folder, summaries); });
+    QList<LoadedBundle> bundles;
+    for (qsizetype i = 0; i < folders.size(); ++i)
+        if (documents[i])
+            bundles.append(LoadedBundle{folders[i], folders[i], std::move(*documents[i])});
     std::stable_sort(bundles.begin(), bundles.end(), [](const LoadedBundle &a, const LoadedBundle &b) {
         return a.data.createdAt > b.data.createdAt;
     });
     return bundles;
+}
+
+} // namespace
+
+QList<LoadedBundle> list()
+{
+    return listing(false);
+}
+
+QList<LoadedBundle> listSummaries()
+{
+    return listing(true);
+}
+
+std::optional<LoadedBundle> load(const QString &bundle)
+{
+    if (QFileInfo(bundle).isSymLink())
+        return std::nullopt;
+    std::optional<BundleData> data = read(bundle);
+    if (!data)
+        return std::nullopt;
+    return LoadedBundle{bundle, bundle, std::move(*data)};
 }
 
 LoadedBundle create(const QString &displayName, const QDateTime &createdAt, const QString &audioSource,

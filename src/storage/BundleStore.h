@@ -25,6 +25,11 @@ QString root();
 
 // Every bundle with a readable document, newest first; equal dates keep listing order.
 QList<LoadedBundle> list();
+// The same without the segments, which are most of a document: what a list of many
+// bundles needs, at a fraction of the cost. `load` reads one of them whole.
+QList<LoadedBundle> listSummaries();
+// The bundle in `bundle`'s folder, read whole; none when its document is unreadable.
+std::optional<LoadedBundle> load(const QString &bundle);
 
 // Makes the folder, copies `audioSource` into it (a failed copy is dropped) and writes the
 // document. Throws `BundleError` when the folder or the document cannot be made; a

@@ -1,5 +1,6 @@
 // The application state headless: start, settings, staging, the job road with every
 // cancel moment, and item changes. Runs in a throw-away session with a real keyring.
+#include "LocalServer.h"
 #include "Media.h"
 #include "StoredKey.h"
 
@@ -166,6 +167,13 @@ TEST_F(AppModelTest, StagingRulesAndTheMissingModel)
 TEST_F(AppModelTest, AFileBecomesAStoredItemThatSurvivesARestart)
 {
     installBase();
+    TranscriptionResult segments;
+    auto texts = [](const TranscriptionResult &r) {
+        QStringList t;
+        for (const TranscriptSegment &s : r.segments)
+            t << s.text + QString::number(s.startMs) + QString::number(s.words.size());
+        return t;
+    };
     const QString audio = Media::tone(QStringLiteral("mp3"));
     {
         AppModel app;
@@ -190,10 +198,21 @@ TEST_F(AppModelTest, AFileBecomesAStoredItemThatSurvivesARestart)
         EXPECT_GT(progress.count(), 0);
         EXPECT_EQ(app.busyProgress(), 0.0);
         EXPECT_TRUE(QFile::exists(audio)) << "the source stays where it was";
+        segments = item.result;
     }
     AppModel again;
     ASSERT_EQ(again.history().size(), 1);
-    EXPECT_EQ(again.history().first().fileName, QStringLiteral("Probe"));
+    const HistoryItem listed = again.history().first();
+    EXPECT_EQ(listed.fileName, QStringLiteral("Probe"));
+    // Listed without its segments; opening it brings them, into the list as well.
+    EXPECT_TRUE(listed.segmentsPending);
+    EXPECT_TRUE(listed.result.segments.isEmpty());
+    again.setCurrent(listed);
+    again.setCurrent(listed);
+    EXPECT_TRUE(waitFor([&] { return !again.current()->segmentsPending; }));
+    EXPECT_EQ(texts(again.current()->result), texts(segments));
+    EXPECT_FALSE(again.history().first().segmentsPending);
+    EXPECT_EQ(texts(again.history().first().result), texts(segments));
     EXPECT_TRUE(Media::temporaryEntries().isEmpty());
 }
 

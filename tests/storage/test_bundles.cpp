@@ -316,3 +316,47 @@ TEST_F(Bundles, FailedPatchesAndRemovalsLeaveTheRestAlone)
     remove(incomplete);
     EXPECT_EQ(entries(root()), (QStringList{local + "Voll", "broken"}));
 }
+
+TEST_F(Bundles, SummariesStepOverTheSegmentsAndReadTheRestAsAWhole)
+{
+    // Brackets, quotes, escapes and the key's own name inside strings must not end the
+    // segments early or late.
+    TranscriptionResult tricky = sampleResult();
+    tricky.segments[0].text = QStringLiteral(R"(Er sagte: "segments": [ {"x": "\"]"} ] \ und } weiter)");
+    tricky.segments[0].words = {{QStringLiteral("\\\""), 0, 10}, {QStringLiteral("]}"), 10, 20}};
+    tricky.fullText = QStringLiteral(R"("segments": [] \" {)");
+    const LoadedBundle made = create(QStringLiteral("Zitat"), january, source("z.wav"), tricky);
+    saveSpeakerText(made.url, QStringLiteral("Sprecher 1: ]"));
+    saveSmoothed(made.url, 2, QStringLiteral("{\"segments\"}"));
+
+    folder("keys-after-segments", doc("2024-02-01T00:00:00Z", [](QJsonObject &o) {
+        o.insert("segments", QJsonArray{QJsonObject{{"startMs", 0}, {"endMs", 1}, {"text", "[[["}}});
+        o.insert("zzz", QJsonArray{1, QJsonObject{{"a", "]"}}});
+    }));
+    // The segments only have to hold together as JSON: what they say is read on opening.
+    folder("odd-segments", doc("2024-03-01T00:00:00Z", [](QJsonObject &o) { o.insert("segments", QJsonArray{1, "x"}); }));
+    QByteArray cut = doc("2024-04-01T00:00:00Z");
+    folder("cut-in-segments", cut.left(cut.indexOf("\"startMs\"")));
+    folder("segments-not-a-list", doc("2024-05-01T00:00:00Z", [](QJsonObject &o) { o.insert("segments", 5); }));
+    folder("no-segments", doc("2024-06-01T00:00:00Z", [](QJsonObject &o) { o.remove("segments"); }));
+    folder("bad-date", doc("gestern"));
+
+    const QList<LoadedBundle> summaries = listSummaries();
+    QStringList names;
+    for (const LoadedBundle &b : summaries) {
+        names << QFileInfo(b.url).fileName();
+        EXPECT_TRUE(b.data.segments.isEmpty());
+    }
+    EXPECT_EQ(names, (QStringList{"odd-segments", "keys-after-segments", QFileInfo(made.url).fileName()}));
+
+    // Apart from its segments, a summary is the whole document, and `load` reads that.
+    const std::optional<LoadedBundle> whole = load(made.url);
+    ASSERT_TRUE(whole.has_value());
+    EXPECT_EQ(historyItem(*whole).result.segments.size(), 2);
+    EXPECT_EQ(whole->data.segments[0].text, tricky.segments[0].text);
+    BundleData withoutSegments = whole->data;
+    withoutSegments.segments.clear();
+    EXPECT_EQ(summaries.last().data, withoutSegments);
+    EXPECT_FALSE(load(root() + "/odd-segments").has_value());
+    EXPECT_FALSE(load(root() + "/nowhere").has_value());
+}
