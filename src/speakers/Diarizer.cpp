@@ -144,9 +144,14 @@ QString speakerLabeledText(const QList<TranscriptSegment> &segments, const QList
 std::optional<QString> cliURL()
 {
     if (QCoreApplication::instance()) {
-        const QString beside = QCoreApplication::applicationDirPath() + QStringLiteral("/sherpa-diarize");
-        if (isExecutableFile(beside))
-            return beside;
+        // Beside the binary, then in the installed layout's private folder. The build
+        // tree has neither, so that tests find their stand-ins.
+        const QString bin = QCoreApplication::applicationDirPath();
+        for (const QString &candidate :
+             {bin + QStringLiteral("/sherpa-diarize"), bin + QStringLiteral("/../lib/sagwerk/sherpa-diarize")}) {
+            if (isExecutableFile(candidate))
+                return QDir::cleanPath(candidate);
+        }
     }
     const QString vendored = QDir::homePath() + QStringLiteral("/Developer/SagwerkMac/vendor/sherpa-diarize");
     if (isExecutableFile(vendored))

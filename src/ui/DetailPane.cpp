@@ -10,6 +10,7 @@
 #include "ui/Windows.h"
 
 #include <QAction>
+#include <QKeySequence>
 #include <QApplication>
 #include <QEvent>
 #include <QMessageBox>
@@ -71,6 +72,7 @@ DetailPane::DetailPane(AppModel &app, QWidget *parent) : QWidget(parent), m_app(
     m_record = m_toolbar->addAction(QString());
     connect(m_record, &QAction::triggered, &app, &AppModel::stageRecording);
     m_open = m_toolbar->addAction(QString());
+    m_open->setShortcut(QKeySequence::Open);
     connect(m_open, &QAction::triggered, &app, &AppModel::openPanel);
     m_toolbar->addSeparator();
 

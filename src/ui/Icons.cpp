@@ -22,7 +22,10 @@ namespace {
 // symbol cut out in white; the table names only the inner symbol.
 const QHash<QString, QStringList> &table()
 {
-    static const QStringList microphone{QStringLiteral("microphone-symbolic"),
+    // The symbolic name first: Adwaita has no microphone-symbolic, and the lookup then
+    // settles on its full-colour "microphone", whose shape is a square.
+    static const QStringList microphone{QStringLiteral("audio-input-microphone-symbolic"),
+                                        QStringLiteral("microphone-symbolic"),
                                         QStringLiteral("audio-input-microphone"), QStringLiteral("mic-on")};
     static const QHash<QString, QStringList> names{
         {QStringLiteral("trash"),

@@ -21,8 +21,15 @@ MainWindow::MainWindow(AppModel &app, QWidget *parent) : QMainWindow(parent)
     connect(m_content->detailPane(), &DetailPane::helpRequested, this, &MainWindow::helpRequested);
 
     m_fileMenu = menuBar()->addMenu(QString());
+    // The toolbar's own action, so that its Ctrl+O and its disabled state hold here too.
+    m_fileMenu->addAction(m_content->detailPane()->openAction());
+    m_fileMenu->addSeparator();
     m_quit = m_fileMenu->addAction(QString());
-    m_quit->setShortcut(QKeySequence::Quit);
+    // Ctrl+Q even where the platform's key scheme has no quit key of its own.
+    QList<QKeySequence> quitKeys = QKeySequence::keyBindings(QKeySequence::Quit);
+    if (!quitKeys.contains(QKeySequence(Qt::CTRL | Qt::Key_Q)))
+        quitKeys.prepend(QKeySequence(Qt::CTRL | Qt::Key_Q));
+    m_quit->setShortcuts(quitKeys);
     m_quit->setMenuRole(QAction::QuitRole);
     connect(m_quit, &QAction::triggered, qApp, &QApplication::closeAllWindows);
 

@@ -11,6 +11,7 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QLayout>
+#include <QShortcut>
 
 namespace {
 
@@ -72,6 +73,9 @@ void SagwerkApp::openWindow(const QString &id)
         window->setObjectName(id);
         window->setAttribute(Qt::WA_DeleteOnClose, false);
         window->setLocale(LanguageManager::instance().appLocale());
+        // Escape closes either window, as it would a dialog.
+        auto *close = new QShortcut(QKeySequence::Cancel, window);
+        connect(close, &QShortcut::activated, window, &QWidget::close);
         if (about) {
             // Takes the size of its content and keeps it.
             if (window->layout())

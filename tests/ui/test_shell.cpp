@@ -239,6 +239,44 @@ TEST_F(ShellTest, OpenPanelAndDropStageTheFirstFile)
 }
 
 
+// The desktop's standard keys: Ctrl+O opens the chooser, F1 the help, Escape closes help
+// and about, Ctrl+Q quits.
+TEST_F(ShellTest, StandardShortcuts)
+{
+    SagwerkApp sagwerk;
+    MainWindow *window = sagwerk.mainWindow();
+    window->show();
+    window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+    int asked = 0;
+    sagwerk.model().setFilePanel([&] {
+        ++asked;
+        return std::optional<QString>();
+    });
+    QTest::keyClick(window, Qt::Key_O, Qt::ControlModifier);
+    EXPECT_EQ(asked, 1);
+
+    QTest::keyClick(window, Qt::Key_F1);
+    QWidget *help = sagwerk.window(QStringLiteral("help"));
+    ASSERT_TRUE(help && help->isVisible());
+    ASSERT_TRUE(QTest::qWaitForWindowActive(help));
+    QTest::keyClick(help, Qt::Key_Escape);
+    EXPECT_FALSE(help->isVisible());
+
+    sagwerk.openWindow(QStringLiteral("about"));
+    QWidget *about = sagwerk.window(QStringLiteral("about"));
+    ASSERT_TRUE(about && about->isVisible());
+    ASSERT_TRUE(QTest::qWaitForWindowActive(about));
+    QTest::keyClick(about, Qt::Key_Escape);
+    EXPECT_FALSE(about->isVisible());
+
+    window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+    QTest::keyClick(window, Qt::Key_Q, Qt::ControlModifier);
+    EXPECT_FALSE(window->isVisible());
+}
+
+
 // A dropped and an opened file from the setup through the busy screen to the history.
 TEST_F(ShellTest, RoadFromDropAndOpenToHistory)
 {
