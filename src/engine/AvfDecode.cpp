@@ -3,6 +3,7 @@
 #include "engine/Engine.h"
 
 #include <QFile>
+#include <QtEndian>
 
 #include <mutex>
 
@@ -36,6 +37,9 @@ struct Decoder {
     int inFormat = -1;
     int inRate = 0;
     QByteArray pcm;
+    // Where set, the samples go on as floats frame by frame and `pcm` stays one frame
+    // long: a long recording is then never held twice.
+    std::vector<float> *floats = nullptr;
 
     ~Decoder()
     {
@@ -45,6 +49,16 @@ struct Decoder {
         av_packet_free(&packet);
         avcodec_free_context(&codec);
         avformat_close_input(&format);
+    }
+
+    void spill()
+    {
+        if (!floats)
+            return;
+        const auto *bytes = reinterpret_cast<const uchar *>(pcm.constData());
+        for (qsizetype i = 0; i + 1 < pcm.size(); i += 2)
+            floats->push_back(static_cast<float>(qFromLittleEndian<qint16>(bytes + i)) / 32768.0f);
+        pcm.resize(0);
     }
 
     // Room for `samples` more output samples, growing geometrically.
@@ -67,6 +81,7 @@ struct Decoder {
             if (got <= 0)
                 break;
             pcm.resize(pcm.size() + qsizetype(got) * 2);
+            spill();
         }
     }
 
@@ -105,6 +120,7 @@ struct Decoder {
         // A frame that fails to convert is dropped, as a failed buffer copy would be.
         if (got > 0)
             pcm.resize(pcm.size() + qsizetype(got) * 2);
+        spill();
     }
 
     // Takes every frame the decoder has ready; false when the decoder failed.
@@ -148,12 +164,13 @@ EngineError decodingFailed()
 
 } // namespace
 
-QByteArray avfDecodePCM16(const QString &input, const TranscribeControlPtr &control)
+namespace {
+
+void decodeInto(Decoder &d, const QString &input, const TranscribeControlPtr &control)
 {
     static std::once_flag quiet;
     std::call_once(quiet, [] { av_log_set_level(AV_LOG_QUIET); });
 
-    Decoder d;
     if (!d.packet || !d.frame)
         throw EngineError::convertFailed(QStringLiteral("Reader-Konfiguration"));
 
@@ -188,8 +205,13 @@ QByteArray avfDecodePCM16(const QString &input, const TranscribeControlPtr &cont
         throw EngineError::convertFailed(rc == AVERROR_UNKNOWN ? QStringLiteral("Lesefehler") : avMessage(rc));
 
     // One allocation for the whole track when the container knows its length.
-    if (d.format->duration > 0)
-        d.pcm.reserve(qsizetype(d.format->duration / double(AV_TIME_BASE) * 32000.0) + 65536);
+    if (d.format->duration > 0) {
+        const double seconds = d.format->duration / double(AV_TIME_BASE);
+        if (d.floats)
+            d.floats->reserve(size_t(seconds * 16000.0) + 32768);
+        else
+            d.pcm.reserve(qsizetype(seconds * 32000.0) + 65536);
+    }
 
     while ((rc = av_read_frame(d.format, d.packet)) >= 0) {
         if (d.packet->stream_index == index) {
@@ -210,7 +232,24 @@ QByteArray avfDecodePCM16(const QString &input, const TranscribeControlPtr &cont
     if (!d.decode(nullptr))
         throw decodingFailed();
     d.drainResampler();
+}
+
+} // namespace
+
+QByteArray avfDecodePCM16(const QString &input, const TranscribeControlPtr &control)
+{
+    Decoder d;
+    decodeInto(d, input, control);
     return std::move(d.pcm);
+}
+
+std::vector<float> avfDecodeFloats(const QString &input, const TranscribeControlPtr &control)
+{
+    std::vector<float> samples;
+    Decoder d;
+    d.floats = &samples;
+    decodeInto(d, input, control);
+    return samples;
 }
 
 } // namespace Engine

@@ -167,9 +167,9 @@ void convertWithFFmpeg(const QString &input, const QString &output, const Transc
 std::vector<float> decodeTo16kMonoFloats(const QString &input, const TranscribeControlPtr &control)
 {
     try {
-        const QByteArray pcm = avfDecodePCM16(input, control);
-        if (!pcm.isEmpty())
-            return pcm16ToFloats(pcm);
+        std::vector<float> samples = avfDecodeFloats(input, control);
+        if (!samples.empty())
+            return samples;
     } catch (const EngineError &e) {
         if (e.isCancelled())
             throw;
@@ -179,7 +179,7 @@ std::vector<float> decodeTo16kMonoFloats(const QString &input, const TranscribeC
     const QString temporary = temporaryWavPath();
     const auto cleanup = qScopeGuard([&] { removeQuietly(temporary); });
     convertWithFFmpeg(input, temporary, control);
-    return pcm16ToFloats(avfDecodePCM16(temporary, control));
+    return avfDecodeFloats(temporary, control);
 }
 
 void convertTo16kMonoWav(const QString &input, const QString &output, const TranscribeControlPtr &control)

@@ -36,6 +36,8 @@ std::optional<QString> ffmpegURL();
 // Decodes the first audio stream to signed 16-bit little-endian PCM, 16 kHz, mono.
 // "avf" for libavformat, which stands here where the platform media framework was.
 QByteArray avfDecodePCM16(const QString &input, const TranscribeControlPtr &control);
+// The same samples as floats (value / 32768), converted as they come.
+std::vector<float> avfDecodeFloats(const QString &input, const TranscribeControlPtr &control);
 void convertTo16kMonoWav(const QString &input, const QString &output, const TranscribeControlPtr &control);
 std::vector<float> pcm16ToFloats(const QByteArray &pcm);
 QByteArray wavHeader(quint32 dataBytes, quint32 sampleRate, quint16 channels, quint16 bitsPerSample);
