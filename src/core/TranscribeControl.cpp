@@ -20,8 +20,9 @@ void TranscribeControl::cancel()
 
 bool TranscribeControl::isCancelled() const
 {
-    std::lock_guard guard(lock);
-    return cancelled;
+    // The speech library asks between any two steps of its graphs, from every thread it
+    // runs: a read without the lock.
+    return cancelled.load(std::memory_order_acquire);
 }
 
 void TranscribeControl::setProcess(std::optional<qint64> pid)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QtGlobal>
+#include <atomic>
 #include <functional>
 #include <map>
 #include <memory>
@@ -10,8 +11,8 @@
 // The cancel handle of one job. The flag goes up once and stays; a child process
 // registered here is terminated by a cancel, also one that came before it started.
 // Shared between the interface thread (cancel), the job's thread and the speech
-// library's threads, so every field access takes the lock, and no system call is
-// made while holding it.
+// library's threads, so every field access takes the lock (the flag is also readable
+// without it), and no system call is made while holding it.
 class TranscribeControl {
 public:
     void cancel();
@@ -31,7 +32,7 @@ private:
 
     mutable std::mutex lock;
     std::optional<qint64> process;
-    bool cancelled = false;
+    std::atomic<bool> cancelled = false;
     std::map<quint64, std::function<void()>> hooks;
     quint64 lastHook = 0;
 };
