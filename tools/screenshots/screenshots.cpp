@@ -189,11 +189,13 @@ int main(int argc, char **argv)
     scene.setProgress(0.42);
     scene.setCores({0.05, 0.3, 0.55, 0.8, 1.0, 0.15, 0.65, 0.9, 0.0, 0.45});
     scene.setGpu(0.7);
+    scene.setGpuDevice(QStringLiteral("NVIDIA GeForce RTX 4070 Laptop GPU"));
     scene.setNeuralEngineActive(true);
     scene.show();
     save(&scene, QStringLiteral("15-scene"));
     scene.setCores({});
     scene.setGpu(0);
+    scene.setGpuDevice({});
     scene.setProgress(0);
     scene.setNeuralEngineActive(false);
     save(&scene, QStringLiteral("16-scene-idle"));
