@@ -102,9 +102,43 @@ TEST(Faults, PatchesKilledAtRandomMoments)
         const std::optional<LoadedBundle> loaded = BundleStore::load(bundle);
         ASSERT_TRUE(loaded) << "kill " << i;
         EXPECT_EQ(loaded->data.fullText, result.fullText);
-        if (loaded->data.speakerText)
+        if (loaded->data.speakerText) {
             EXPECT_TRUE(loaded->data.speakerText->startsWith("Sprecher 1: "));
+        }
     }
     EXPECT_EQ(checkHistory(), 1);
     EXPECT_NO_TEMPORARY_FILES();
+}
+
+TEST(Faults, ModelDownloadKilledAtRandomMoments)
+{
+    useThrowawayHome();
+    const QString models = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + "/Sagwerk/models";
+    const QString target = models + "/ggml-base-q5_1.bin";
+    const qint64 bound = 57 * 900'000;
+    Media::writeFile(target, "old model");
+    ASSERT_TRUE(QFile::resize(target, bound + 1));
+    LocalServer server;
+    const QByteArray body = randomBytes(bound + 4096);
+    server.answer(QStringLiteral("/ggml-base-q5_1.bin"), {.body = body});
+    const QStringList args{"download", "base-q5_1", "--from", server.base().toString()};
+
+    QElapsedTimer clock;
+    clock.start();
+    // The whole download once, then the old model back, for the span of the kills.
+    ASSERT_EQ(cli(args).status, 0);
+    const int span = int(clock.elapsed()) + 50;
+    QRandomGenerator random(57);
+    for (int i = 0; i < 20; ++i) {
+        Media::writeFile(target, "old model");
+        ASSERT_TRUE(QFile::resize(target, bound + 1));
+        killAfter(QStringLiteral(SAGWERK_CLI), args, random.bounded(span));
+        // The old model or the whole new one; a hidden staging file is never counted.
+        const QByteArray model = Media::readFile(target);
+        EXPECT_TRUE(model.startsWith("old model") || model == body) << "kill " << i;
+        for (const QString &name : entries(models))
+            EXPECT_TRUE(name == "ggml-base-q5_1.bin" || name.startsWith(u'.')) << name.toStdString();
+        const CliRun listed = cli({"models"});
+        EXPECT_EQ(listed.status, 0);
+    }
 }
