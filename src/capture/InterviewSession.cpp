@@ -17,6 +17,7 @@
 #include <QtConcurrent/QtConcurrentRun>
 #include <QtEndian>
 
+#include <algorithm>
 #include <mutex>
 #include <stdexcept>
 
@@ -368,7 +369,9 @@ QString InterviewSession::extractRange(const QString &url, qint64 fromMs, qint64
     if (last > first) {
         if (!recording.seek(headerBytes + 2 * first))
             throw std::runtime_error(recording.errorString().toStdString());
-        bytes = recording.read(2 * (last - first));
+        // Never more than the recording holds: a reader asks for the buffer it names.
+        const qint64 held = std::max<qint64>(0, recording.size() - recording.pos());
+        bytes = recording.read(std::min(2 * (last - first), held));
     }
     const QString path = QDir::tempPath() + QStringLiteral("/chunk-") + uuidText(QUuid::createUuid())
         + QStringLiteral(".wav");

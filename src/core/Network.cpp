@@ -107,26 +107,6 @@ std::optional<QString> dispositionParameter(const QByteArray &header, const QByt
     return std::nullopt;
 }
 
-// `filename*` (RFC 5987) before `filename` in Content-Disposition, else the last
-// component of the answer's path.
-QString suggestedName(QNetworkReply *reply)
-{
-    const QByteArray disposition = reply->rawHeader("Content-Disposition");
-    QString name;
-    if (const std::optional<QString> extended = dispositionParameter(disposition, "filename*")) {
-        // charset'language'percent-encoded
-        const QStringList parts = extended->split(u'\'');
-        if (parts.size() == 3)
-            name = QString::fromUtf8(QByteArray::fromPercentEncoding(parts.at(2).toUtf8()));
-    }
-    if (name.isEmpty())
-        name = dispositionParameter(disposition, "filename").value_or(QString());
-    if (name.isEmpty())
-        name = reply->url().path().section(u'/', -1);
-    // A name, never a path.
-    return name.section(u'/', -1).section(u'\\', -1);
-}
-
 QString mimeType(const QString &contentType)
 {
     return contentType.section(u';', 0, 0).trimmed().toLower();
@@ -287,7 +267,7 @@ private:
         if (status.isValid())
             response.status = status.toInt();
         response.mimeType = mimeType(reply->header(QNetworkRequest::ContentTypeHeader).toString());
-        response.suggestedFileName = suggestedName(reply);
+        response.suggestedFileName = suggestedFileName(reply->rawHeader("Content-Disposition"), reply->url());
         response.body = std::move(body);
         if (toFile) {
             file.close();
@@ -377,6 +357,23 @@ QFuture<Response> fetch(const Request &request, QObject *owner)
 QFuture<Response> download(const Request &request, QObject *owner)
 {
     return begin(request, true, owner);
+}
+
+QString suggestedFileName(const QByteArray &disposition, const QUrl &url)
+{
+    QString name;
+    if (const std::optional<QString> extended = dispositionParameter(disposition, "filename*")) {
+        // charset'language'percent-encoded
+        const QStringList parts = extended->split(u'\'');
+        if (parts.size() == 3)
+            name = QString::fromUtf8(QByteArray::fromPercentEncoding(parts.at(2).toUtf8()));
+    }
+    if (name.isEmpty())
+        name = dispositionParameter(disposition, "filename").value_or(QString());
+    if (name.isEmpty())
+        name = url.path().section(u'/', -1);
+    // A name, never a path.
+    return name.section(u'/', -1).section(u'\\', -1);
 }
 
 } // namespace Network

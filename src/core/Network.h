@@ -83,4 +83,8 @@ QFuture<Response> fetch(const Request &request, QObject *owner = nullptr);
 // or abandoned transfer removes what it wrote.
 QFuture<Response> download(const Request &request, QObject *owner = nullptr);
 
+// `filename*` (RFC 5987) before `filename` in a Content-Disposition header, else the last
+// component of `url`'s path; never a path.
+QString suggestedFileName(const QByteArray &disposition, const QUrl &url);
+
 } // namespace Network

@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QtEndian>
 
+#include <algorithm>
 #include <mutex>
 
 extern "C" {
@@ -204,9 +205,13 @@ void decodeInto(Decoder &d, const QString &input, const TranscribeControlPtr &co
     if (rc < 0)
         throw EngineError::convertFailed(rc == AVERROR_UNKNOWN ? QStringLiteral("Lesefehler") : avMessage(rc));
 
-    // One allocation for the whole track when the container knows its length.
+    // One allocation for the whole track when the container knows its length. The length
+    // is the file's word only: a damaged or hostile header can claim years, so it counts
+    // no further than the bytes could hold at a bit rate far below any codec's.
     if (d.format->duration > 0) {
-        const double seconds = d.format->duration / double(AV_TIME_BASE);
+        double seconds = std::min(d.format->duration / double(AV_TIME_BASE), 24.0 * 3600.0);
+        if (const int64_t bytes = avio_size(d.format->pb); bytes > 0)
+            seconds = std::min(seconds, double(bytes) / 100.0 + 1.0);
         if (d.floats)
             d.floats->reserve(size_t(seconds * 16000.0) + 32768);
         else

@@ -168,6 +168,9 @@ void CTranslate2Reader::readIndex()
         qint64 elements = 1;
         for (int d = 0; d < rank; ++d) {
             v.shape.push_back(u32());
+            // No variable holds more elements than the file has bytes.
+            if (v.shape.back() != 0 && elements > m_parts->total / v.shape.back())
+                throw Broken("implausible shape of " + v.name.toStdString());
             elements *= v.shape.back();
         }
         if (version >= 4) {

@@ -7,6 +7,11 @@
 #include <QFileInfo>
 #include <QProcess>
 #include <QStandardPaths>
+#include <QtConcurrent/QtConcurrentRun>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
 
 namespace {
 
@@ -60,6 +65,34 @@ bool ModelStore::isInstalled(const WhisperModel &model) const
     return info.exists() && info.size() > qint64(model.approxSizeMB) * 900'000;
 }
 
+namespace {
+
+// Moves a finished download to `target`: first beside it under a hidden name, which the
+// store never counts, then over it in one rename, so that the old model stays usable
+// until the new one is whole, also when the disk fills or the program dies on the way.
+// The failure's text, or empty.
+QString installDownload(const QString &file, const QString &target)
+{
+    const QFileInfo info(target);
+    const QString staging = info.absolutePath() + QStringLiteral("/.") + info.fileName() + QStringLiteral(".part");
+    QFile::remove(staging);
+    QFile downloaded(file);
+    if (!downloaded.rename(staging)) {
+        const QString error = downloaded.errorString();
+        downloaded.remove();
+        QFile::remove(staging);
+        return error;
+    }
+    if (std::rename(QFile::encodeName(staging).constData(), QFile::encodeName(target).constData()) != 0) {
+        const QString error = QString::fromLocal8Bit(std::strerror(errno));
+        QFile::remove(staging);
+        return error;
+    }
+    return {};
+}
+
+} // namespace
+
 void ModelStore::download(const WhisperModel &model)
 {
     if (m_downloading.contains(model.id))
@@ -79,16 +112,15 @@ void ModelStore::download(const WhisperModel &model)
     Network::download(request, this)
         .then(this,
               [this, id, target](const Network::Response &response) {
-                  // The old model stays usable until this moment.
-                  QFile::remove(target);
-                  QFile downloaded(response.file);
-                  if (downloaded.rename(target)) {
-                      refresh();
-                  } else {
-                      setErrorMessage(downloaded.errorString());
-                      downloaded.remove();
-                  }
-                  endDownload(m_downloading, &ModelStore::downloadingChanged, id);
+                  // Moving the file may copy it from another file system: off this thread.
+                  QtConcurrent::run(installDownload, response.file, target)
+                      .then(this, [this, id](const QString &error) {
+                          if (error.isEmpty())
+                              refresh();
+                          else
+                              setErrorMessage(error);
+                          endDownload(m_downloading, &ModelStore::downloadingChanged, id);
+                      });
               })
         .onFailed(this, [this, id](const Network::Error &error) {
             setErrorMessage(error.errorDescription());

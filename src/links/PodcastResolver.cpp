@@ -217,40 +217,43 @@ QFuture<ResolvedMedia> resolveFeed(const QUrl &url, const TranscribeControlPtr &
 
 QFuture<std::optional<QUrl>> discoverFeed(const QUrl &url, const TranscribeControlPtr &control)
 {
-    return get(url, control).then([url](const QByteArray &body) -> std::optional<QUrl> {
-        const std::optional<QString> page = utf8(body);
-        if (!page)
-            return std::nullopt;
-        const QString type = QStringLiteral("application/rss+xml");
-        const qsizetype match = page->indexOf(type);
-        if (match < 0)
-            return std::nullopt;
+    return get(url, control).then([url](const QByteArray &body) { return feedLink(url, body); });
+}
 
-        // The link tag's attributes come in any order: look around the type.
-        const qsizetype from = std::max<qsizetype>(0, match - 200);
-        const qsizetype to = std::min<qsizetype>(page->size(), match + type.size() + 200);
-        const QStringView stretch = QStringView(*page).mid(from, to - from);
+std::optional<QUrl> feedLink(const QUrl &url, const QByteArray &body)
+{
+    const std::optional<QString> page = utf8(body);
+    if (!page)
+        return std::nullopt;
+    const QString type = QStringLiteral("application/rss+xml");
+    const qsizetype match = page->indexOf(type);
+    if (match < 0)
+        return std::nullopt;
 
-        const qsizetype href = stretch.indexOf(QLatin1String("href="));
-        if (href < 0)
-            return std::nullopt;
-        QStringView rest = stretch.mid(href + 5);
-        const QChar quote = rest.startsWith(u'\'') ? u'\'' : u'"';
-        while (!rest.isEmpty() && (rest.front() == u'"' || rest.front() == u'\''))
-            rest = rest.mid(1);
-        const qsizetype end = rest.indexOf(quote);
-        if (end < 0)
-            return std::nullopt;
-        QString value = rest.left(end).toString();
+    // The link tag's attributes come in any order: look around the type.
+    const qsizetype from = std::max<qsizetype>(0, match - 200);
+    const qsizetype to = std::min<qsizetype>(page->size(), match + type.size() + 200);
+    const QStringView stretch = QStringView(*page).mid(from, to - from);
 
-        if (value.startsWith(QLatin1String("//")))
-            value.prepend((url.scheme().isEmpty() ? QStringLiteral("https") : url.scheme()) + u':');
-        const QUrl relative(value);
-        if (!relative.isValid())
-            return std::nullopt;
-        const QUrl feed = url.resolved(relative);
-        return Links::isWebURL(feed) ? std::optional<QUrl>(feed) : std::nullopt;
-    });
+    const qsizetype href = stretch.indexOf(QLatin1String("href="));
+    if (href < 0)
+        return std::nullopt;
+    QStringView rest = stretch.mid(href + 5);
+    const QChar quote = rest.startsWith(u'\'') ? u'\'' : u'"';
+    while (!rest.isEmpty() && (rest.front() == u'"' || rest.front() == u'\''))
+        rest = rest.mid(1);
+    const qsizetype end = rest.indexOf(quote);
+    if (end < 0)
+        return std::nullopt;
+    QString value = rest.left(end).toString();
+
+    if (value.startsWith(QLatin1String("//")))
+        value.prepend((url.scheme().isEmpty() ? QStringLiteral("https") : url.scheme()) + u':');
+    const QUrl relative(value);
+    if (!relative.isValid())
+        return std::nullopt;
+    const QUrl feed = url.resolved(relative);
+    return Links::isWebURL(feed) ? std::optional<QUrl>(feed) : std::nullopt;
 }
 
 std::optional<qint64> appleCollectionId(const QUrl &url)

@@ -57,6 +57,8 @@ QFuture<ResolvedMedia> resolveFeed(const QUrl &url, const TranscribeControlPtr &
 // The feed a web page names in a link of type application/rss+xml, found by plain text
 // search around that type.
 QFuture<std::optional<QUrl>> discoverFeed(const QUrl &url, const TranscribeControlPtr &control = {});
+// The same search over a page already read from `url`.
+std::optional<QUrl> feedLink(const QUrl &url, const QByteArray &body);
 
 // The number of the first path component "id<digits>".
 std::optional<qint64> appleCollectionId(const QUrl &url);

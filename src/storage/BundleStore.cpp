@@ -3,16 +3,24 @@
 #include "core/FileNames.h"
 #include "core/Text.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QDirIterator>
 #include <QtConcurrent/QtConcurrentMap>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QStandardPaths>
 #include <QTextBoundaryFinder>
+#include <QUuid>
 
 #include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <limits>
+
+#include <signal.h>
+#include <unistd.h>
 
 namespace BundleStore {
 
@@ -53,24 +61,63 @@ std::optional<BundleData> read(const QString &bundle, bool summary = false)
     return summary ? BundleData::decodeSummary(bytes) : BundleData::decode(bytes);
 }
 
-// Writes through a temporary file that replaces the document only when complete, so a
-// failure or a crash leaves the old document or the new one. Gives the failure's text.
+// Temporaries carry the writer's process id, so that those of a writer that died (a
+// crash, a kill, a power cut) can be told from those still being written, by another
+// Sagwerk process too.
+const QString documentTemporaryPrefix = QStringLiteral(".sagwerk.json-");
+const QString bundleTemporaryPrefix = QStringLiteral(".neu-");
+const QString temporarySuffix = QStringLiteral(".tmp");
+
+QString temporaryName(const QString &prefix)
+{
+    return prefix + QString::number(QCoreApplication::applicationPid()) + u'-'
+           + QUuid::createUuid().toString(QUuid::Id128) + temporarySuffix;
+}
+
+// Whether a temporary's writer is gone.
+bool stale(const QString &name, const QString &prefix)
+{
+    if (!name.startsWith(prefix) || !name.endsWith(temporarySuffix))
+        return false;
+    bool ok = false;
+    const qint64 pid = QStringView(name).mid(prefix.size()).split(u'-').front().toLongLong(&ok);
+    return ok && pid > 0 && pid <= std::numeric_limits<pid_t>::max() && ::kill(pid_t(pid), 0) != 0 && errno == ESRCH;
+}
+
+// Writes a temporary file that replaces the document only when complete and on disk, so
+// a failure or a crash leaves the old document or the new one. Gives the failure's text.
 std::optional<QString> write(const QString &bundle, const BundleData &data)
 {
     const std::optional<QByteArray> bytes = data.encode();
     if (!bytes)
         return QStringLiteral("invalid value");
-    QSaveFile file(documentPath(bundle));
-    if (!file.open(QIODevice::WriteOnly))
+    const QString temporary = bundle + u'/' + temporaryName(documentTemporaryPrefix);
+    QFile file(temporary);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly))
         return file.errorString();
-    if (file.write(*bytes) != bytes->size()) {
-        const QString error = file.errorString();
-        file.cancelWriting();
-        return error;
+    const bool written = file.write(*bytes) == bytes->size() && file.flush() && ::fsync(file.handle()) == 0;
+    const QString error = file.errorString();
+    file.close();
+    if (!written || file.error() != QFile::NoError) {
+        QFile::remove(temporary);
+        return error.isEmpty() ? file.errorString() : error;
     }
-    if (!file.commit())
-        return file.errorString();
+    if (std::rename(QFile::encodeName(temporary).constData(), QFile::encodeName(documentPath(bundle)).constData()) != 0) {
+        const QString reason = QString::fromLocal8Bit(std::strerror(errno));
+        QFile::remove(temporary);
+        return reason;
+    }
     return std::nullopt;
+}
+
+// Removes the document temporaries of dead writers in `bundle`.
+void removeStaleTemporaries(const QString &bundle)
+{
+    const QStringList names = QDir(bundle).entryList({documentTemporaryPrefix + u'*'}, QDir::Files | QDir::Hidden | QDir::System);
+    for (const QString &name : names) {
+        if (stale(name, documentTemporaryPrefix))
+            QFile::remove(bundle + u'/' + name);
+    }
 }
 
 bool occupied(const QString &path)
@@ -98,6 +145,12 @@ QList<LoadedBundle> listing(bool summaries)
     QDirIterator it(root(), QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
     while (it.hasNext()) {
         const QFileInfo child = it.nextFileInfo();
+        // A bundle being made is no bundle yet; one whose maker died is rubble.
+        if (child.fileName().startsWith(bundleTemporaryPrefix)) {
+            if (stale(child.fileName(), bundleTemporaryPrefix) && !child.isSymLink())
+                QDir(child.filePath()).removeRecursively();
+            continue;
+        }
         // A link is no directory of its own.
         if (!child.isSymLink() && child.isDir())
             folders << child.filePath();
@@ -105,7 +158,10 @@ QList<LoadedBundle> listing(bool summaries)
     // Decoding the documents is nearly all the work, and each stands alone: every core
     // takes a share.
     const QList<std::optional<BundleData>> documents
-        = QtConcurrent::blockingMapped(folders, [summaries](const QString &folder) { return read(folder, summaries); });
+        = QtConcurrent::blockingMapped(folders, [summaries](const QString &folder) {
+              removeStaleTemporaries(folder);
+              return read(folder, summaries);
+          });
     QList<LoadedBundle> bundles;
     for (qsizetype i = 0; i < folders.size(); ++i)
         if (documents[i])
@@ -141,16 +197,18 @@ std::optional<LoadedBundle> load(const QString &bundle)
 LoadedBundle create(const QString &displayName, const QDateTime &createdAt, const QString &audioSource,
                     const TranscriptionResult &result)
 {
-    const QString folder = uniqueDir(root() + u'/' + folderName(displayName, createdAt));
-    if (!QDir().mkpath(folder))
-        throw BundleError::folderNotCreated(folder);
-
+    // The bundle is made whole in a hidden folder and then moved to its name, so that
+    // the list never shows it half made and a crash leaves only rubble that the next
+    // listing removes.
+    const QString rootPath = root();
+    const QString making = rootPath + u'/' + temporaryName(bundleTemporaryPrefix);
+    if (!QDir().mkpath(making))
+        throw BundleError::folderNotCreated(rootPath + u'/' + folderName(displayName, createdAt));
     QString extension = FileNames::pathExtension(audioSource);
     if (extension.isEmpty())
         extension = QStringLiteral("m4a");
     const QString audioFileName = QStringLiteral("audio.") + extension;
-    QFile::copy(audioSource, folder + u'/' + audioFileName);
-
+    QFile::copy(audioSource, making + u'/' + audioFileName);
     BundleData data;
     data.displayName = displayName;
     data.createdAt = createdAt;
@@ -165,10 +223,20 @@ LoadedBundle create(const QString &displayName, const QDateTime &createdAt, cons
         data.segments.append(StoredSegment{s.startMs, s.endMs, s.text, words});
     }
 
-    // The folder and its audio stay behind on failure; without a document no list shows them.
-    if (const std::optional<QString> error = write(folder, data))
-        throw BundleError::documentNotWritten(documentPath(folder), *error);
-    return LoadedBundle{folder, folder, data};
+    if (const std::optional<QString> error = write(making, data)) {
+        QDir(making).removeRecursively();
+        throw BundleError::documentNotWritten(documentPath(rootPath + u'/' + folderName(displayName, createdAt)), *error);
+    }
+    // Renaming refuses a name that is taken (by another process since uniqueDir looked).
+    for (int attempt = 0;; ++attempt) {
+        const QString folder = uniqueDir(rootPath + u'/' + folderName(displayName, createdAt));
+        if (QDir().rename(making, folder))
+            return LoadedBundle{folder, folder, data};
+        if (attempt == 10) {
+            QDir(making).removeRecursively();
+            throw BundleError::folderNotCreated(folder);
+        }
+    }
 }
 
 void patch(const QString &bundle, const std::function<void(BundleData &)> &change)

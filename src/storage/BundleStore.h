@@ -32,8 +32,9 @@ QList<LoadedBundle> listSummaries();
 std::optional<LoadedBundle> load(const QString &bundle);
 
 // Makes the folder, copies `audioSource` into it (a failed copy is dropped) and writes the
-// document. Throws `BundleError` when the folder or the document cannot be made; a
-// document is never left half-written.
+// document, all under a hidden name that becomes the folder's only when it is whole.
+// Throws `BundleError` when the folder or the document cannot be made, and then leaves
+// nothing behind.
 LoadedBundle create(const QString &displayName, const QDateTime &createdAt, const QString &audioSource,
                     const TranscriptionResult &result);
 
