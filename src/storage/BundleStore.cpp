@@ -197,9 +197,9 @@ std::optional<LoadedBundle> load(const QString &bundle)
 LoadedBundle create(const QString &displayName, const QDateTime &createdAt, const QString &audioSource,
                     const TranscriptionResult &result)
 {
-    // The bundle is made whole in a hidden folder and then moved to its name, so that
-    // the list never shows it half made and a crash leaves only rubble that the next
-    // listing removes.
+    // The bundle is made in a hidden folder and then moved to its name, so that the list
+    // never shows it half made and a crash leaves only rubble that the next listing
+    // removes.
     const QString rootPath = root();
     const QString making = rootPath + u'/' + temporaryName(bundleTemporaryPrefix);
     if (!QDir().mkpath(making))
@@ -224,8 +224,12 @@ LoadedBundle create(const QString &displayName, const QDateTime &createdAt, cons
     }
 
     if (const std::optional<QString> error = write(making, data)) {
-        QDir(making).removeRecursively();
-        throw BundleError::documentNotWritten(documentPath(rootPath + u'/' + folderName(displayName, createdAt)), *error);
+        // The folder keeps its audio copy under its name, with no document: the list does
+        // not show it, and the recording is not lost with the transcript.
+        const QString folder = uniqueDir(rootPath + u'/' + folderName(displayName, createdAt));
+        if (!QDir().rename(making, folder))
+            QDir(making).removeRecursively();
+        throw BundleError::documentNotWritten(documentPath(folder), *error);
     }
     // Renaming refuses a name that is taken (by another process since uniqueDir looked).
     for (int attempt = 0;; ++attempt) {

@@ -176,8 +176,8 @@ TEST_F(Bundles, FailedCreateThrowsAndLeavesNoDocument)
     EXPECT_EQ(entries(home.path()), (QStringList{"Sagwerk", "in"}));
     QFile::remove(home.path() + "/Sagwerk");
 
-    // A number JSON cannot hold, and a full disk: nothing is left behind, no folder, no
-    // document, whole or partial, and no temporary file.
+    // A number JSON cannot hold, and a full disk: the folder keeps its audio, but there is
+    // no document, whole or partial, and no temporary file.
     TranscriptionResult endless = sampleResult();
     endless.processingSeconds = std::nan("");
     EXPECT_THROW(create("nan", january, source("n.wav"), endless), BundleError);
@@ -185,7 +185,9 @@ TEST_F(Bundles, FailedCreateThrowsAndLeavesNoDocument)
         FileSizeLimit limit(64);
         EXPECT_THROW(create("voll", january, source("v.wav"), sampleResult()), BundleError);
     }
-    EXPECT_EQ(entries(root()), QStringList{});
+    EXPECT_EQ(entries(root()), (QStringList{local + "nan", local + "voll"}));
+    EXPECT_EQ(entries(root() + u'/' + local + "nan"), QStringList{"audio.wav"});
+    EXPECT_EQ(entries(root() + u'/' + local + "voll"), QStringList{"audio.wav"});
     EXPECT_TRUE(list().isEmpty());
 }
 
