@@ -32,9 +32,10 @@ QList<LoadedBundle> listSummaries();
 std::optional<LoadedBundle> load(const QString &bundle);
 
 // Makes the folder, copies `audioSource` into it (a failed copy is dropped) and writes the
-// document, all under a hidden name that becomes the folder's only when it is whole.
-// Throws `BundleError` when the folder or the document cannot be made, and then leaves
-// nothing behind.
+// document, all under a hidden name that becomes the folder's when the document is
+// written. Throws `BundleError` when the folder or the document cannot be made; where the
+// document failed, the folder keeps its audio copy under its name, without a document,
+// so no list shows it.
 LoadedBundle create(const QString &displayName, const QDateTime &createdAt, const QString &audioSource,
                     const TranscriptionResult &result);
 
