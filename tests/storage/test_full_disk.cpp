@@ -85,7 +85,7 @@ TEST_F(FullDisk, CreateAndPatchesLoseNothing)
         BundleStore::create("Neu", QDateTime::currentDateTimeUtc(), Media::tone("wav", 0.2), sampleResult());
         ADD_FAILURE() << "no throw";
     } catch (const BundleError &e) {
-        // The description's message, with the file it could not write.
+        // The user's message, with the file it could not write.
         EXPECT_TRUE(e.errorDescription().contains("konnte nicht")) << e.errorDescription().toStdString();
     }
     // The new folder stays without a document, as an orphan the list does not show.
