@@ -200,8 +200,43 @@ TranscriptionResult transcribe(const std::vector<float> &samples, const QString 
     return transcribe(samples, loaded, language, control, progress);
 }
 
+namespace {
+
+// Reads the segments of the library's last run, times moved by `offsetMs`.
+void appendSegments(whisper_context *ctx, qint64 offsetMs, TranscriptionResult &result)
+{
+    const int segmentCount = whisper_full_n_segments(ctx);
+    for (int i = 0; i < segmentCount; ++i) {
+        TranscriptSegment segment;
+        segment.startMs = offsetMs + whisper_full_get_segment_t0(ctx, i) * 10;
+        segment.endMs = offsetMs + whisper_full_get_segment_t1(ctx, i) * 10;
+        QList<TokenTuple> tokens;
+        const int tokenCount = whisper_full_n_tokens(ctx, i);
+        for (int j = 0; j < tokenCount; ++j) {
+            const whisper_token_data data = whisper_full_get_token_data(ctx, i, j);
+            const QString tokenText = fromLibrary(whisper_full_get_token_text(ctx, i, j));
+            // Timestamp and control tokens all read "[_...]".
+            if (tokenText.startsWith(QStringLiteral("[_")))
+                continue;
+            tokens.append({tokenText, offsetMs + data.t0 * 10, offsetMs + data.t1 * 10});
+        }
+        segment.text = Text::trimBlanks(fromLibrary(whisper_full_get_segment_text(ctx, i)));
+        segment.words = groupWords(tokens);
+        result.segments.append(std::move(segment));
+    }
+}
+
+} // namespace
+
 TranscriptionResult transcribe(const std::vector<float> &samples, LoadedModel &model, const QString &language,
                                const TranscribeControlPtr &control, const std::function<void(double)> &progress)
+{
+    return transcribe(samples, model, language, control, progress, kPieceSeconds);
+}
+
+TranscriptionResult transcribe(const std::vector<float> &samples, LoadedModel &model, const QString &language,
+                               const TranscribeControlPtr &control, const std::function<void(double)> &progress,
+                               int pieceSeconds)
 {
     // One run holds at most INT_MAX samples; a wrapped count must never reach the library.
     if (samples.size() > size_t(std::numeric_limits<int>::max()))
@@ -212,8 +247,13 @@ TranscriptionResult transcribe(const std::vector<float> &samples, LoadedModel &m
         throw EngineError::cancelled();
 
     const QString requested = language.isEmpty() ? QStringLiteral("auto") : language;
-    const QByteArray languageUtf8 = requested.toUtf8();
-    Run run{control, progress ? progress : [](double) {}};
+    QByteArray languageUtf8 = requested.toUtf8();
+    const size_t total = samples.size();
+    size_t start = 0, stop = total;
+    Run run{control, [&](double f) {
+                if (progress && total > 0)
+                    progress((double(start) + f * double(stop - start)) / double(total));
+            }};
 
     whisper_full_params params = whisper_full_default_params(WHISPER_SAMPLING_GREEDY);
     params.n_threads = threadCount();
@@ -224,7 +264,6 @@ TranscriptionResult transcribe(const std::vector<float> &samples, LoadedModel &m
     params.print_realtime = false;
     params.print_timestamps = false;
     params.token_timestamps = true;
-    params.language = languageUtf8.constData();
     params.suppress_nst = true;
     params.entropy_thold = 2.4f;
     params.logprob_thold = -1.0f;
@@ -233,47 +272,63 @@ TranscriptionResult transcribe(const std::vector<float> &samples, LoadedModel &m
     params.abort_callback = onAbort;
     params.abort_callback_user_data = &run;
 
-    QElapsedTimer clock;
-    clock.start();
-    const int rc = whisper_full(ctx, params, samples.data(), int(samples.size()));
-    const double processingSeconds = clock.nsecsElapsed() / 1e9;
-
-    // Checked before rc: a run stopped by the abort callback always reads as cancelled.
-    if (control && control->isCancelled())
-        throw EngineError::cancelled();
-    if (rc != 0)
-        throw EngineError::transcribeFailed(QStringLiteral("whisper_full rc=") + QString::number(rc));
+    // The library keeps a padded copy of what it is handed, its log-mel spectrogram and
+    // one energy value a sample: two and a half times the recording. A long recording
+    // therefore goes in pieces. Each piece is handed with half a minute more than it
+    // covers, so its last window hears real audio; the library ends the piece at a
+    // timestamp near its end, and the next piece starts at the last segment's end, where
+    // the library would have placed its next window. No context passes between windows
+    // (n_max_text_ctx 0), so nothing else carries over.
+    const size_t piece = size_t(std::max(1, pieceSeconds)) * WHISPER_SAMPLE_RATE;
+    const size_t lookahead = size_t(WHISPER_CHUNK_SIZE) * WHISPER_SAMPLE_RATE;
 
     TranscriptionResult result;
-    const int segmentCount = whisper_full_n_segments(ctx);
-    QStringList texts;
-    for (int i = 0; i < segmentCount; ++i) {
-        TranscriptSegment segment;
-        const QString text = fromLibrary(whisper_full_get_segment_text(ctx, i));
-        segment.startMs = whisper_full_get_segment_t0(ctx, i) * 10;
-        segment.endMs = whisper_full_get_segment_t1(ctx, i) * 10;
-        QList<TokenTuple> tokens;
-        const int tokenCount = whisper_full_n_tokens(ctx, i);
-        for (int j = 0; j < tokenCount; ++j) {
-            const whisper_token_data data = whisper_full_get_token_data(ctx, i, j);
-            const QString tokenText = fromLibrary(whisper_full_get_token_text(ctx, i, j));
-            // Timestamp and control tokens all read "[_...]".
-            if (tokenText.startsWith(QStringLiteral("[_")))
-                continue;
-            tokens.append({tokenText, data.t0 * 10, data.t1 * 10});
+    QElapsedTimer clock;
+    clock.start();
+    while (true) {
+        const bool last = total - start <= piece + lookahead;
+        stop = last ? total : start + piece;
+        params.language = languageUtf8.constData();
+        params.duration_ms = last ? 0 : int(piece / (WHISPER_SAMPLE_RATE / 1000));
+        const int count = int(last ? total - start : piece + lookahead);
+        const int rc = whisper_full(ctx, params, samples.data() + start, count);
+
+        // Checked before rc: a run stopped by the abort callback always reads as cancelled.
+        if (control && control->isCancelled())
+            throw EngineError::cancelled();
+        if (rc != 0)
+            throw EngineError::transcribeFailed(QStringLiteral("whisper_full rc=") + QString::number(rc));
+
+        const qint64 offsetMs = qint64(start) * 1000 / WHISPER_SAMPLE_RATE;
+        const qsizetype before = result.segments.size();
+        appendSegments(ctx, offsetMs, result);
+        if (start == 0) {
+            const int languageId = whisper_full_lang_id(ctx);
+            const char *detected = languageId >= 0 ? whisper_lang_str(languageId) : nullptr;
+            result.language = detected ? QString::fromUtf8(detected) : requested;
+            // Later pieces keep what the first one found rather than guessing again.
+            if (detected)
+                languageUtf8 = QByteArray(detected);
         }
-        segment.text = Text::trimBlanks(text);
-        segment.words = groupWords(tokens);
-        texts << segment.text;
-        result.segments.append(std::move(segment));
+        if (last)
+            break;
+        // A piece that ended in silence has no segment at its end: go on at its end.
+        size_t next = start + piece;
+        if (result.segments.size() > before) {
+            const qint64 endMs = result.segments.constLast().endMs;
+            next = std::max(next - lookahead, size_t(endMs) * (WHISPER_SAMPLE_RATE / 1000));
+        }
+        if (next <= start)
+            next = start + piece;
+        start = std::min(next, total);
     }
+    result.processingSeconds = clock.nsecsElapsed() / 1e9;
     run.progress(1.0);
 
+    QStringList texts;
+    for (const TranscriptSegment &segment : std::as_const(result.segments))
+        texts << segment.text;
     result.fullText = texts.join(u' ');
-    const int languageId = whisper_full_lang_id(ctx);
-    const char *detected = languageId >= 0 ? whisper_lang_str(languageId) : nullptr;
-    result.language = detected ? QString::fromUtf8(detected) : requested;
-    result.processingSeconds = processingSeconds;
     return result;
 }
 

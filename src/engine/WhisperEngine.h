@@ -43,6 +43,13 @@ TranscriptionResult transcribe(const std::vector<float> &samples, const QString 
 TranscriptionResult transcribe(const std::vector<float> &samples, LoadedModel &model, const QString &language,
                                const TranscribeControlPtr &control, const std::function<void(double)> &progress);
 
+// A long recording is recognised in pieces of this length, so the library's own copies
+// of the audio stay small; a run on a shorter one is a single call.
+inline constexpr int kPieceSeconds = 300;
+TranscriptionResult transcribe(const std::vector<float> &samples, LoadedModel &model, const QString &language,
+                               const TranscribeControlPtr &control, const std::function<void(double)> &progress,
+                               int pieceSeconds);
+
 // Loads the library's backends and silences its log, once per process; everything that
 // opens a model goes through it first.
 void prepareLibrary();

@@ -11,7 +11,9 @@
 #include <QFileInfo>
 #include <QThread>
 
+#include "engine/Engine.h"
 #include "engine/ModelImport.h"
+#include "engine/WhisperEngine.h"
 
 #include <gtest/gtest.h>
 
@@ -206,6 +208,63 @@ TEST(RealSpeech, QuantisedImportKeepsTheWordsOfFloat16)
                 QFileInfo(f16).size() / 1e6, 100.0 * errorsF16 / wordCount, secondsF16 / audioSeconds,
                 QFileInfo(installedModel()).size() / 1e6, 100.0 * errorsQ / wordCount, secondsQ / audioSeconds);
     EXPECT_LE(errorsQ, errorsF16 + 2);
+}
+
+// A long recording goes through the library in pieces. Cut where the library ends its own
+// windows, the pieces must read like one run: the same words, times that move forward and
+// reach the end. LibriVox six times over (about 150 s) in pieces of 40 s.
+TEST(RealSpeech, PiecesReadLikeOneRun)
+{
+    ASSERT_TRUE(QFileInfo::exists(installedModel())) << "the import test runs first";
+    const QDir dir(QStringLiteral("/usr/share/pocketsphinx/test/data/librivox"));
+    std::vector<float> once;
+    QString reference;
+    for (const QString &file : dir.entryList({QStringLiteral("*.wav")}, QDir::Files, QDir::Name)) {
+        const std::vector<float> samples = Engine::decodeTo16kMonoFloats(dir.filePath(file));
+        once.insert(once.end(), samples.begin(), samples.end());
+        QFile text(dir.filePath(QString(file).replace(QStringLiteral(".wav"), QStringLiteral(".txt"))));
+        ASSERT_TRUE(text.open(QIODevice::ReadOnly));
+        reference += QString::fromUtf8(text.readAll()) + u' ';
+    }
+    std::vector<float> samples;
+    QStringList expected;
+    for (int i = 0; i < 6; ++i) {
+        samples.insert(samples.end(), once.begin(), once.end());
+        expected += words(reference);
+    }
+    const qint64 durationMs = qint64(samples.size()) / 16;
+
+    WhisperEngine::LoadedModel model(installedModel());
+    const TranscriptionResult whole = WhisperEngine::transcribe(samples, model, QStringLiteral("en"), {}, {}, 3600);
+    double lastProgress = 0;
+    bool backwards = false;
+    const TranscriptionResult pieces =
+        WhisperEngine::transcribe(samples, model, QStringLiteral("auto"), {}, [&](double f) {
+            backwards = backwards || f < lastProgress;
+            lastProgress = f;
+        }, 40);
+    const int errorsWhole = errors(expected, words(whole.fullText));
+    const int errorsPieces = errors(expected, words(pieces.fullText));
+    std::printf("%lld words: one run %d errors, pieces of 40 s %d errors\n", qlonglong(expected.size()),
+                errorsWhole, errorsPieces);
+    EXPECT_LE(errorsPieces, errorsWhole + 3);
+    EXPECT_EQ(pieces.language, QStringLiteral("en"));
+    EXPECT_FALSE(backwards);
+    EXPECT_DOUBLE_EQ(lastProgress, 1.0);
+
+    qint64 previousStart = 0, previousWord = 0;
+    for (const TranscriptSegment &segment : pieces.segments) {
+        EXPECT_GE(segment.startMs, previousStart) << qPrintable(segment.text);
+        EXPECT_LE(segment.startMs, segment.endMs);
+        for (const TranscriptWord &word : segment.words) {
+            EXPECT_GE(word.startMs + 1000, previousWord) << qPrintable(word.text);
+            previousWord = word.startMs;
+        }
+        previousStart = segment.startMs;
+    }
+    ASSERT_FALSE(pieces.segments.isEmpty());
+    EXPECT_GT(pieces.segments.constLast().endMs, durationMs - 3000);
+    EXPECT_LE(pieces.segments.constLast().endMs, durationMs + 1000);
 }
 
 int main(int argc, char **argv)
