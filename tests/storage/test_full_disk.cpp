@@ -1,12 +1,14 @@
 // A full disk under the data folder (a small tmpfs of a private mount namespace): a new
 // bundle, a patch and a model download fail cleanly, half-written nothing, and lose
 // nothing that was there before. And a data folder that cannot be written, or whose
-// models folder is a file: the command line shows what it can and says nothing.
+// models folder is a file: the command line and the application show what they can and say
+// nothing.
 #include "Cli.h"
 #include "Home.h"
 #include "LocalServer.h"
 #include "Media.h"
 
+#include "app/AppModel.h"
 #include "engine/ModelStore.h"
 #include "engine/WhisperModel.h"
 #include "storage/BundleStore.h"
@@ -152,4 +154,13 @@ TEST_F(FullDisk, ReadOnlyDataFolderAndModelsFolderThatIsAFile)
     EXPECT_EQ(models.err, "");
     EXPECT_TRUE(models.out.contains("base-q5_1")) << models.out.toStdString();
     EXPECT_EQ(entries(data), (QStringList{"Sagwerk"}));
+
+    // The application starts on it the same way, and opens what it lists.
+    AppModel app;
+    ASSERT_EQ(app.history().size(), 1);
+    app.setCurrent(app.history().first());
+    EXPECT_TRUE(waitFor([&] { return app.current() && !app.current()->segmentsPending; }));
+    ASSERT_EQ(app.current()->result.segments.size(), 1);
+    EXPECT_EQ(app.current()->result.segments.first().text, QStringLiteral("eins zwei drei"));
+    EXPECT_FALSE(app.errorMessage().has_value()) << app.errorMessage().value_or(QString()).toStdString();
 }
