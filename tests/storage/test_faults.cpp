@@ -142,3 +142,37 @@ TEST(Faults, ModelDownloadKilledAtRandomMoments)
         EXPECT_EQ(listed.status, 0);
     }
 }
+
+TEST(Faults, LinkDownloadKilledAtRandomMoments)
+{
+    useThrowawayHome();
+    const QString models = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + "/Sagwerk/models";
+    Media::installTinyModel(models, QStringLiteral("ggml-base-q5_1.bin"));
+    const QByteArray model = Media::readFile(models + "/ggml-base-q5_1.bin");
+    LocalServer server;
+    const QString media = server.base().resolved(QUrl("media/folge")).toString();
+    server.answer("/feed", {.body = "<rss><channel><item><title>Die Folge</title><enclosure url=\"" + media.toUtf8()
+                                    + "\"/></item></channel></rss>",
+                            .contentType = "application/rss+xml"});
+    server.answer("/media/folge", {.body = Media::readFile(Media::tone(QStringLiteral("mp3"), 1.0)),
+                                   .contentType = "audio/mpeg"});
+    const QStringList args{"transcribe", server.base().resolved(QUrl("feed")).toString(), "--save", "--model",
+                           "base-q5_1", "--language", "de"};
+
+    QElapsedTimer clock;
+    clock.start();
+    ASSERT_EQ(cli(args).status, 0);
+    const int span = int(clock.elapsed()) + 50;
+    QRandomGenerator random(2637);
+    for (int i = 0; i < 20; ++i)
+        killAfter(QStringLiteral(SAGWERK_CLI), args, random.bounded(span));
+    // The history is whole, and the models folder holds its model as it was. (A download
+    // killed on its way stays in the system's temporary folder, under a name no run of
+    // ours takes again.)
+    const qsizetype saved = checkHistory();
+    EXPECT_GE(saved, 1);
+    EXPECT_EQ(entries(models), QStringList{"ggml-base-q5_1.bin"});
+    EXPECT_TRUE(Media::readFile(models + "/ggml-base-q5_1.bin") == model);
+    EXPECT_EQ(cli(args).status, 0);
+    EXPECT_EQ(checkHistory(), saved + 1);
+}
