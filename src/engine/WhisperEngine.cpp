@@ -18,17 +18,36 @@ namespace WhisperEngine {
 
 namespace {
 
-// Handed to both library callbacks as user data.
+// Handed to the library callbacks as user data.
 struct Run {
     TranscribeControlPtr control;
     std::function<void(double)> progress;
+    int percent = 0;      // the library's last progress, of the piece it was handed
+    qint64 sliceCs = 0;   // what it was handed, in its time unit (10 ms)
+    qint64 pieceCs = 0;   // where the piece ends; 0 for a run to the end
 };
 
 void onProgress(whisper_context *, whisper_state *, int progress, void *userData)
 {
     if (!userData)
         return;
-    static_cast<Run *>(userData)->progress(progress / 100.0);
+    Run *run = static_cast<Run *>(userData);
+    run->percent = progress;
+    run->progress(progress / 100.0);
+}
+
+// Called before each window: a piece ends before the first window that starts at its end.
+// The window starts where the last one's last segment ended, or, after windows without
+// speech, somewhere later, which the coarse progress then shows.
+bool onWindow(whisper_context *, whisper_state *state, void *userData)
+{
+    const Run *run = static_cast<Run *>(userData);
+    if (!run || run->pieceCs == 0)
+        return true;
+    const int segments = whisper_full_n_segments_from_state(state);
+    if (segments > 0 && whisper_full_get_segment_t1_from_state(state, segments - 1) >= run->pieceCs)
+        return false;
+    return qint64(run->percent) * run->sliceCs < 100 * run->pieceCs;
 }
 
 bool onAbort(void *userData)
@@ -249,10 +268,13 @@ TranscriptionResult transcribe(const std::vector<float> &samples, LoadedModel &m
     const QString requested = language.isEmpty() ? QStringLiteral("auto") : language;
     QByteArray languageUtf8 = requested.toUtf8();
     const size_t total = samples.size();
-    size_t start = 0, stop = total;
+    size_t start = 0, count = total;
+    double reported = -1;
     Run run{control, [&](double f) {
-                if (progress && total > 0)
-                    progress((double(start) + f * double(stop - start)) / double(total));
+                // The library counts over all it was handed, past the piece's end.
+                const double at = std::min(double(start) + f * double(count), double(total));
+                if (progress && total > 0 && at / double(total) > reported)
+                    progress(reported = at / double(total));
             }};
 
     whisper_full_params params = whisper_full_default_params(WHISPER_SAMPLING_GREEDY);
@@ -271,27 +293,32 @@ TranscriptionResult transcribe(const std::vector<float> &samples, LoadedModel &m
     params.progress_callback_user_data = &run;
     params.abort_callback = onAbort;
     params.abort_callback_user_data = &run;
+    params.encoder_begin_callback = onWindow;
+    params.encoder_begin_callback_user_data = &run;
 
     // The library keeps a padded copy of what it is handed, its log-mel spectrogram and
     // one energy value a sample: two and a half times the recording. A long recording
-    // therefore goes in pieces. Each piece is handed with half a minute more than it
-    // covers, so its last window hears real audio; the library ends the piece at a
-    // timestamp near its end, and the next piece starts at the last segment's end, where
-    // the library would have placed its next window. No context passes between windows
-    // (n_max_text_ctx 0), so nothing else carries over.
+    // therefore goes in pieces, each handed with 40 seconds more than it covers, so that
+    // every window it recognises hears real audio (30 s, plus the slack of the coarse
+    // progress). The library stops before the first window that starts past the piece,
+    // and the next piece starts where that window would have, at the last segment's end.
+    // No context passes between windows (n_max_text_ctx 0), so the windows are the ones
+    // a single run would have made.
     const size_t piece = size_t(std::max(1, pieceSeconds)) * WHISPER_SAMPLE_RATE;
-    const size_t lookahead = size_t(WHISPER_CHUNK_SIZE) * WHISPER_SAMPLE_RATE;
+    const size_t lookahead = size_t(40) * WHISPER_SAMPLE_RATE;
+    constexpr size_t samplesPerCs = WHISPER_SAMPLE_RATE / 100;
 
     TranscriptionResult result;
     QElapsedTimer clock;
     clock.start();
     while (true) {
         const bool last = total - start <= piece + lookahead;
-        stop = last ? total : start + piece;
+        count = last ? total - start : piece + lookahead;
+        run.percent = 0;
+        run.sliceCs = qint64(count / samplesPerCs);
+        run.pieceCs = last ? 0 : qint64(piece / samplesPerCs);
         params.language = languageUtf8.constData();
-        params.duration_ms = last ? 0 : int(piece / (WHISPER_SAMPLE_RATE / 1000));
-        const int count = int(last ? total - start : piece + lookahead);
-        const int rc = whisper_full(ctx, params, samples.data() + start, count);
+        const int rc = whisper_full(ctx, params, samples.data() + start, int(count));
 
         // Checked before rc: a run stopped by the abort callback always reads as cancelled.
         if (control && control->isCancelled())
@@ -312,15 +339,11 @@ TranscriptionResult transcribe(const std::vector<float> &samples, LoadedModel &m
         }
         if (last)
             break;
-        // A piece that ended in silence has no segment at its end: go on at its end.
+        // Without a segment, the piece was silence to its end.
         size_t next = start + piece;
-        if (result.segments.size() > before) {
-            const qint64 endMs = result.segments.constLast().endMs;
-            next = std::max(next - lookahead, size_t(endMs) * (WHISPER_SAMPLE_RATE / 1000));
-        }
-        if (next <= start)
-            next = start + piece;
-        start = std::min(next, total);
+        if (result.segments.size() > before)
+            next = size_t(result.segments.constLast().endMs) * (WHISPER_SAMPLE_RATE / 1000);
+        start = next > start ? std::min(next, total) : start + piece;
     }
     result.processingSeconds = clock.nsecsElapsed() / 1e9;
     run.progress(1.0);
