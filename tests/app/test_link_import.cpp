@@ -12,17 +12,11 @@
 #include <QElapsedTimer>
 #include <QSettings>
 #include <QSignalSpy>
-#include <QStandardPaths>
 #include <QThreadPool>
 
 #include <gtest/gtest.h>
 
 namespace {
-
-QString dataDir()
-{
-    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/Sagwerk");
-}
 
 class LinkImports : public ::testing::Test {
 protected:
@@ -30,14 +24,9 @@ protected:
     {
         ASSERT_TRUE(qEnvironmentVariable("SAGWERK_SESSION_DIR").size() > 0);
         QSettings(QStringLiteral("Morvane"), QStringLiteral("Sagwerk")).clear();
-        QDir(dataDir()).removeRecursively();
+        QDir(Media::dataDir()).removeRecursively();
         for (const QString &name : Media::temporaryEntries())
             QFile::remove(QDir::tempPath() + u'/' + name);
-    }
-
-    static void installBase()
-    {
-        Media::installTinyModel(dataDir() + QStringLiteral("/models"), QStringLiteral("ggml-base-q5_1.bin"));
     }
 
     static void waitLinkDone(AppModel &app)
@@ -61,7 +50,7 @@ protected:
 
 TEST_F(LinkImports, AFeedLinkBecomesAStagedJobAndThenATranscript)
 {
-    installBase();
+    Media::installBase();
     const QByteArray audio = Media::readFile(Media::tone(QStringLiteral("mp3")));
     ASSERT_GT(audio.size(), 10'000);
     server.answer("/feed", {.body = "<rss><channel><title>Sendung</title><item><title>Folge 7: Gäste</title>"
@@ -179,7 +168,7 @@ TEST_F(LinkImports, RefusedAndFailedLinks)
     QFile::remove(file->url);
 
     // While a transcription runs, a pasted link does nothing and says nothing.
-    installBase();
+    Media::installBase();
     app.setSelectedModelId(QStringLiteral("base-q5_1"));
     app.transcribe(Media::tone(QStringLiteral("opus"), 60.0));
     ASSERT_TRUE(app.isBusy());

@@ -11,12 +11,10 @@
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QSettings>
-#include <QStandardPaths>
 
 TEST(CliSaveExport, TranscribeIntoTheHistoryAndExportWithCorrections)
 {
     ASSERT_FALSE(qEnvironmentVariable("SAGWERK_SESSION_DIR").isEmpty());
-    const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + "/Sagwerk";
     const QString audio = Media::tone(QStringLiteral("mp3"));
 
     // The settings' model (Small) is not there: the job's own message.
@@ -28,7 +26,7 @@ TEST(CliSaveExport, TranscribeIntoTheHistoryAndExportWithCorrections)
     EXPECT_EQ(missingById.status, 1);
     EXPECT_EQ(missingById.err, missing.err);
 
-    Media::installTinyModel(data + "/models", QStringLiteral("ggml-base-q5_1.bin"));
+    Media::installBase();
     const CliRun byId = cli({"transcribe", audio, "--model", "base-q5_1", "--language", "de"});
     ASSERT_EQ(byId.status, 0) << byId.err.toStdString();
     EXPECT_TRUE(byId.out.contains("\"language\": \"de\"")) << byId.out.toStdString();

@@ -1,6 +1,7 @@
 // The settings sheet, the model rows, the first-run wizard, help and about, offscreen
 // against a real model store, a local HTTP server and a keyring in a throw-away session.
 #include "LocalServer.h"
+#include "Media.h"
 #include "StoredKey.h"
 
 #include "app/AppModel.h"
@@ -27,7 +28,6 @@
 #include <QProcess>
 #include <QPushButton>
 #include <QSettings>
-#include <QStandardPaths>
 #include <QTest>
 
 #include <memory>
@@ -41,7 +41,7 @@ const WhisperModel &large = WhisperModel::all().at(3);
 
 QString modelsDir()
 {
-    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/Sagwerk/models");
+    return Media::dataDir() + QStringLiteral("/models");
 }
 
 void install(const WhisperModel &model)
