@@ -100,7 +100,6 @@ TEST_F(SpeakerViewTest, ControlFollowsAudioKeyAndBusyState)
     ASSERT_TRUE(status && cancel);
     EXPECT_TRUE(status->isVisible());
     EXPECT_EQ(status->text(), QStringLiteral("Sprecher werden erkannt…"));
-    EXPECT_EQ(cancel->toolTip(), QStringLiteral("Abbrechen"));
     cancel->click(); // nothing runs: harmless
 
     // The text arrives: the speaker view comes up at once, with its entry in the picker.
