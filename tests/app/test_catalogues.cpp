@@ -34,25 +34,6 @@ std::string runLupdate(const QStringList &catalogues)
            .toStdString();
 }
 
-// The plain (not plural) entries of a catalogue: source text and translation.
-QMap<QString, QString> entriesOf(const QString &path)
-{
-    QMap<QString, QString> entries;
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return entries;
-    QXmlStreamReader xml(&file);
-    QString source;
-    while (!xml.atEnd()) {
-        xml.readNext();
-        if (xml.isStartElement() && xml.name() == QLatin1String("source"))
-            source = xml.readElementText();
-        else if (xml.isStartElement() && xml.name() == QLatin1String("translation"))
-            entries.insert(source, xml.readElementText(QXmlStreamReader::IncludeChildElements));
-    }
-    return entries;
-}
-
 // The arguments of a text; a plural form may leave out the count.
 QStringList placeholders(const QString &text, bool withCount)
 {
@@ -65,8 +46,9 @@ QStringList placeholders(const QString &text, bool withCount)
     return found;
 }
 
-// What is wrong with the entries of one catalogue, one line each.
-QStringList problemsOf(const QString &path)
+// What is wrong with the entries of one catalogue, one line each; and its entries, source
+// text and translation (plural forms joined).
+QStringList problemsOf(const QString &path, QMap<QString, QString> *entries = nullptr)
 {
     QStringList problems;
     QFile file(path);
@@ -99,6 +81,8 @@ QStringList problemsOf(const QString &path)
         } else if (xml.isStartElement() && name == QLatin1String("numerusform")) {
             translations << xml.readElementText();
         } else if (xml.isEndElement() && name == QLatin1String("message")) {
+            if (entries)
+                entries->insert(source, translations.join(u'\n'));
             if (context != QLatin1String("Sagwerk"))
                 report(QStringLiteral("context \"%1\" instead of \"Sagwerk\"").arg(context));
             if (type == QLatin1String("vanished") || type == QLatin1String("obsolete"))
@@ -141,9 +125,9 @@ TEST(Catalogues, EveryMarkedTextIsTranslatedInEveryLanguage)
 
     QStringList problems;
     for (const QString &copy : copies) {
-        problems << problemsOf(copy);
+        QMap<QString, QString> entries;
+        problems << problemsOf(copy, &entries);
         // Texts written for the original platform say what is true on Linux.
-        const QMap<QString, QString> entries = entriesOf(copy);
         for (auto it = entries.begin(); it != entries.end(); ++it)
             if (it.key().contains(platformWords) && it.value().contains(platformWords))
                 problems << QStringLiteral("%1: \"%2\": still names the other platform")
@@ -160,12 +144,11 @@ TEST(Catalogues, GermanRewordsJustTheTextsThatNameAnotherPlatform)
     const QString marked = QDir::tempPath() + QStringLiteral("/marked.ts");
     QFile::remove(marked);
     ASSERT_EQ(runLupdate({marked}), "");
-    const QMap<QString, QString> code = entriesOf(marked);
+    QMap<QString, QString> code, entries;
+    problemsOf(marked, &code);
     ASSERT_FALSE(code.isEmpty());
 
-    const QString german = QStringLiteral(SAGWERK_GERMAN_TS);
-    QStringList problems = problemsOf(german);
-    const QMap<QString, QString> entries = entriesOf(german);
+    QStringList problems = problemsOf(QStringLiteral(SAGWERK_GERMAN_TS), &entries);
     const auto report = [&](const QString &text, const char *problem) {
         problems << QStringLiteral("sagwerk_de.ts: \"%1\": %2").arg(text, QLatin1String(problem));
     };

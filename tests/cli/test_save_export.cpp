@@ -9,14 +9,11 @@
 
 #include <QDir>
 #include <QElapsedTimer>
-#include <QFileInfo>
 #include <QSettings>
-#include <QStandardPaths>
 
 TEST(CliSaveExport, TranscribeIntoTheHistoryAndExportWithCorrections)
 {
     ASSERT_FALSE(qEnvironmentVariable("SAGWERK_SESSION_DIR").isEmpty());
-    const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + "/Sagwerk";
     const QString audio = Media::tone(QStringLiteral("mp3"));
 
     // The settings' model (Small) is not there: the job's own message.
@@ -28,7 +25,7 @@ TEST(CliSaveExport, TranscribeIntoTheHistoryAndExportWithCorrections)
     EXPECT_EQ(missingById.status, 1);
     EXPECT_EQ(missingById.err, missing.err);
 
-    Media::installTinyModel(data + "/models", QStringLiteral("ggml-base-q5_1.bin"));
+    Media::installBase();
     const CliRun byId = cli({"transcribe", audio, "--model", "base-q5_1", "--language", "de"});
     ASSERT_EQ(byId.status, 0) << byId.err.toStdString();
     EXPECT_TRUE(byId.out.contains("\"language\": \"de\"")) << byId.out.toStdString();
@@ -41,11 +38,6 @@ TEST(CliSaveExport, TranscribeIntoTheHistoryAndExportWithCorrections)
     EXPECT_TRUE(folder.startsWith(BundleStore::root()));
     // Naming a model for one run leaves the user's choice alone.
     EXPECT_FALSE(QSettings(QStringLiteral("Morvane"), QStringLiteral("Sagwerk")).contains("selectedModelId"));
-
-    const CliRun listed = cli({"list"});
-    EXPECT_EQ(listed.status, 0);
-    EXPECT_TRUE(listed.out.contains(QFileInfo(audio).fileName().toUtf8()));
-    EXPECT_TRUE(listed.out.contains(folder.toUtf8()));
 
     const QList<LoadedBundle> bundles = BundleStore::list();
     ASSERT_EQ(bundles.size(), 1);

@@ -57,23 +57,15 @@ TEST(SpeakerLabels, VotesContainmentNearnessAndTies)
     EXPECT_EQ(Diarizer::speakerLabeledText({voiced(QStringLiteral("a b c d"), {0.2, 0.4, 1.5, 1.7}),
                                             voiced(QStringLiteral("e"), {0.5})},
                                            spans),
-              QStringLiteral("Sprecher 1: a b c d\nSprecher 2: e"))
-        ;
-    // A midpoint on the shared edge of two spans goes to the first in the list.
-    EXPECT_EQ(Diarizer::speakerLabeledText({voiced(QStringLiteral("a"), {1.0}), voiced(QStringLiteral("b"), {1.5})},
-                                           spans),
-              QStringLiteral("Sprecher 1: a\nSprecher 2: b"));
-    // In the gap 2..3 the nearer edge wins, at its exact centre the earlier span.
-    EXPECT_EQ(Diarizer::speakerLabeledText({voiced(QStringLiteral("a"), {2.4}), voiced(QStringLiteral("b"), {2.6})},
-                                           spans),
-              QStringLiteral("Sprecher 1: a\nSprecher 2: b"));
-    EXPECT_EQ(Diarizer::speakerLabeledText({voiced(QStringLiteral("a"), {2.5}), voiced(QStringLiteral("b"), {3.5})},
-                                           spans),
-              QStringLiteral("Sprecher 1: a\nSprecher 2: b"));
-    // Far beyond every span still the nearest speaker.
-    EXPECT_EQ(Diarizer::speakerLabeledText({voiced(QStringLiteral("a"), {0.5}), voiced(QStringLiteral("b"), {900})},
-                                           spans),
-              QStringLiteral("Sprecher 1: a\nSprecher 2: b"));
+              QStringLiteral("Sprecher 1: a b c d\nSprecher 2: e"));
+    // Two one-word segments at these midpoints (seconds) go to two speakers: on the
+    // shared edge of two spans the first in the list; in the gap 2..3 the nearer edge,
+    // at its exact centre the earlier span; far beyond every span the nearest.
+    for (const auto &[a, b] : {std::pair{1.0, 1.5}, {2.4, 2.6}, {2.5, 3.5}, {0.5, 900.0}}) {
+        EXPECT_EQ(Diarizer::speakerLabeledText({voiced(QStringLiteral("a"), {a}), voiced(QStringLiteral("b"), {b})}, spans),
+                  QStringLiteral("Sprecher 1: a\nSprecher 2: b"))
+            << a << " " << b;
+    }
     // A wordless segment goes by its midpoint.
     EXPECT_EQ(Diarizer::speakerLabeledText(
                   {segment(0, 1000, QStringLiteral("ohne")), segment(3000, 4000, QStringLiteral("Wörter"))}, spans),

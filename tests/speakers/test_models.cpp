@@ -87,8 +87,6 @@ protected:
 
 TEST_F(SpeakerModels, FetchesEachMissingModelOnce)
 {
-    EXPECT_TRUE(DiarizationModels::segArchive().toString().endsWith(segPath));
-    EXPECT_EQ(DiarizationModels::segArchive().host(), "127.0.0.1");
     EXPECT_FALSE(DiarizationModels::installed());
 
     // A stale archive of an earlier run is in the way and must not block.

@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
+#include <QStandardPaths>
 
 #include <gtest/gtest.h>
 
@@ -145,6 +146,16 @@ void installTinyModel(const QString &modelsDir, const QString &fileName)
     QDir().mkpath(modelsDir);
     QFile::remove(modelsDir + u'/' + fileName);
     EXPECT_TRUE(QFile::link(padded, modelsDir + u'/' + fileName));
+}
+
+QString dataDir()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/Sagwerk");
+}
+
+void installBase()
+{
+    installTinyModel(dataDir() + QStringLiteral("/models"), QStringLiteral("ggml-base-q5_1.bin"));
 }
 
 QStringList temporaryEntries()

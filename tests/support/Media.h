@@ -32,6 +32,9 @@ QString loudModel();
 // Puts the generated model, grown past the catalogue's size bound, into `modelsDir`
 // under `fileName`, so that the model store counts it as installed.
 void installTinyModel(const QString &modelsDir, const QString &fileName);
+// The application's data folder; and the generated model installed there as Base.
+QString dataDir();
+void installBase();
 
 // Names in the temporary folder, to check that an operation left nothing behind.
 QStringList temporaryEntries();

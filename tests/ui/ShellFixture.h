@@ -10,7 +10,6 @@
 
 #include <QDir>
 #include <QSettings>
-#include <QStandardPaths>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -25,18 +24,13 @@ protected:
         QSettings settings(QStringLiteral("Morvane"), QStringLiteral("Sagwerk"));
         settings.clear();
         settings.setValue(Settings::onboardingDone, true);
-        QDir(dataDir()).removeRecursively();
-    }
-
-    static QString dataDir()
-    {
-        return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/Sagwerk");
+        QDir(Media::dataDir()).removeRecursively();
     }
 
     // The generated model, installed as Base and chosen.
     static void installBase()
     {
-        Media::installTinyModel(dataDir() + QStringLiteral("/models"), QStringLiteral("ggml-base-q5_1.bin"));
+        Media::installBase();
         QSettings(QStringLiteral("Morvane"), QStringLiteral("Sagwerk"))
             .setValue(Settings::selectedModelId, QStringLiteral("base-q5_1"));
     }

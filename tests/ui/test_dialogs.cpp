@@ -1,6 +1,7 @@
 // The settings sheet, the model rows, the first-run wizard, help and about, offscreen
 // against a real model store, a local HTTP server and a keyring in a throw-away session.
 #include "LocalServer.h"
+#include "Media.h"
 #include "StoredKey.h"
 
 #include "app/AppModel.h"
@@ -24,10 +25,8 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QProcess>
 #include <QPushButton>
 #include <QSettings>
-#include <QStandardPaths>
 #include <QTest>
 
 #include <memory>
@@ -41,7 +40,7 @@ const WhisperModel &large = WhisperModel::all().at(3);
 
 QString modelsDir()
 {
-    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/Sagwerk/models");
+    return Media::dataDir() + QStringLiteral("/models");
 }
 
 void install(const WhisperModel &model)
@@ -50,20 +49,6 @@ void install(const WhisperModel &model)
     QFile file(modelsDir() + u'/' + model.fileName);
     QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
     QVERIFY(file.resize(qint64(model.approxSizeMB) * 900'000 + 1));
-}
-
-QByteArray packageZip(const WhisperModel &model)
-{
-    const QString path = QDir::tempPath() + QStringLiteral("/package.zip");
-    QProcess::execute(QStringLiteral("python3"),
-                      {QStringLiteral("-c"),
-                       QStringLiteral("import sys, zipfile\n"
-                                      "with zipfile.ZipFile(sys.argv[1], 'w') as z: z.writestr(sys.argv[2], 'x')\n"),
-                       path, model.coreMLName + QStringLiteral("/coremldata.bin")});
-    QFile file(path);
-    const QByteArray zip = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    file.remove();
-    return zip;
 }
 
 template <typename T = QWidget>
@@ -141,8 +126,6 @@ private slots:
         const QByteArray body = randomBytes(qint64(base.approxSizeMB) * 900'000 + 4096);
         server.answer(QLatin1Char('/') + base.fileName, {.body = body, .holdAfter = 1024});
         server.answer(QLatin1Char('/') + medium.fileName, {.body = randomBytes(100'000), .dropAfter = 1000});
-        server.answer(QLatin1Char('/') + small.coreMLName + QStringLiteral(".zip"),
-                      {.body = packageZip(small), .holdAfter = 10});
         AppModel app(nullptr, new ModelStore(server.base()));
         ModelStore &store = *app.modelStore();
         ModelList list(app);
@@ -172,16 +155,6 @@ private slots:
         QVERIFY(baseRow->state() == ModelRow::State::installed);
         clickRow(baseRow);
         QCOMPARE(app.selectedModelId(), base.id);
-
-        click(smallRow, QStringLiteral("coreMLLoad"));
-        QVERIFY(shows(smallRow, QStringLiteral("coreMLLoading")) && shows(smallRow, QStringLiteral("coreMLProgress")));
-        QVERIFY(waitFor([&] { return server.held() == 1; }));
-        server.release();
-        QVERIFY(waitFor([&] { return store.coreMLInstalled().contains(small.id); }));
-        QVERIFY(shows(smallRow, QStringLiteral("coreMLActive")) && !shows(smallRow, QStringLiteral("coreMLLoading")));
-        click(smallRow, QStringLiteral("coreMLRemove"));
-        QVERIFY(!store.coreMLInstalled().contains(small.id));
-        QVERIFY(shows(smallRow, QStringLiteral("coreMLLoad")));
 
         // A failed download (no file on the server) leaves the row as it was.
         ModelRow *largeRow = rowOf(&list, large);

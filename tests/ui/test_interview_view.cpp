@@ -13,7 +13,6 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QSettings>
-#include <QStandardPaths>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -25,8 +24,7 @@ TEST(InterviewViewTest, RecordsShowsTheTextAndStoresOnStop)
     QSettings settings(QStringLiteral("Morvane"), QStringLiteral("Sagwerk"));
     settings.clear();
     settings.setValue(QStringLiteral("selectedModelId"), QStringLiteral("base-q5_1"));
-    const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/Sagwerk");
-    Media::installTinyModel(data + QStringLiteral("/models"), QStringLiteral("ggml-base-q5_1.bin"));
+    Media::installBase();
     QString folder = qEnvironmentVariable("SAGWERK_SCREENSHOTS");
     if (folder.isEmpty())
         folder = QDir::tempPath() + QStringLiteral("/screenshots");

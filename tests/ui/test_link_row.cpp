@@ -1,7 +1,6 @@
 // The link row of the drop zone over a real application state and a local server.
 #include "ShellFixture.h"
 
-#include "engine/ModelStore.h"
 #include "ui/LinkRow.h"
 
 #include <QLabel>
@@ -68,17 +67,4 @@ TEST_F(LinkRowTest, TheFieldTheButtonAndTheProgressRow)
     EXPECT_EQ(row.findChild<QProgressBar *>()->value(), 437);
     server.release();
     ASSERT_TRUE(waitFor([&] { return !app.linkBusy(); }));
-
-    // While a transcription runs, field and button rest.
-    installBase();
-    app.modelStore()->refresh();
-    app.setSelectedModelId(QStringLiteral("base-q5_1"));
-    app.transcribe(Media::tone(QStringLiteral("opus"), 60.0));
-    ASSERT_TRUE(app.isBusy());
-    EXPECT_FALSE(field->isEnabled() || load->isEnabled());
-    app.cancelTranscription();
-    ASSERT_TRUE(waitFor([&] { return !app.isBusy(); }, 60'000));
-    EXPECT_TRUE(field->isEnabled());
-    for (const QString &name : Media::temporaryEntries())
-        QFile::remove(QDir::tempPath() + u'/' + name);
 }

@@ -7,6 +7,7 @@
 #include "app/AppModel.h"
 #include "review/AudioPlayer.h"
 #include "review/TranscriptLines.h"
+#include "speakers/Diarizer.h"
 #include "ui/CorrectionSheet.h"
 #include "ui/PlayerBar.h"
 #include "ui/ResultView.h"
@@ -45,6 +46,16 @@ public:
 QString temp(const QString &name)
 {
     return QDir::tempPath() + u'/' + name;
+}
+
+// $SAGWERK_SCREENSHOTS, or a folder in the temporary one.
+QString screenshots()
+{
+    QString folder = qEnvironmentVariable("SAGWERK_SCREENSHOTS");
+    if (folder.isEmpty())
+        folder = temp(QStringLiteral("screenshots"));
+    QDir().mkpath(folder);
+    return folder;
 }
 
 QByteArray contents(const QString &path)
@@ -296,7 +307,6 @@ TEST_F(ResultViewTest, AIControlFollowsTheKeyAndTheRunningLevel)
     expose(view);
     auto *menu = view.findChild<QToolButton *>(QStringLiteral("aiControl"));
     ASSERT_NE(menu, nullptr);
-    EXPECT_EQ(menu->text(), QStringLiteral("KI-Überarbeitung"));
     EXPECT_FALSE(menu->isEnabled());
     EXPECT_EQ(menu->toolTip(), QStringLiteral("API-Key nötig (Einstellungen)"));
 
@@ -323,10 +333,7 @@ TEST_F(ResultViewTest, AIControlFollowsTheKeyAndTheRunningLevel)
     ASSERT_NE(running, nullptr);
     EXPECT_TRUE(running->isVisible());
 
-    QString folder = qEnvironmentVariable("SAGWERK_SCREENSHOTS");
-    if (folder.isEmpty())
-        folder = temp(QStringLiteral("screenshots"));
-    QDir().mkpath(folder);
+    const QString folder = screenshots();
     QTest::qWait(20); // the row lays out with the next turn of the event loop
     EXPECT_TRUE(view.grab().save(folder + QStringLiteral("/result-ai-running.png")));
 
@@ -340,15 +347,11 @@ TEST_F(ResultViewTest, AIControlFollowsTheKeyAndTheRunningLevel)
     EXPECT_TRUE(view.grab().save(folder + QStringLiteral("/result-ai-level.png")));
 }
 
-// The screen with a long transcript, two corrections and the cursor lit, light and dark,
-// to $SAGWERK_SCREENSHOTS (or the temporary folder).
+// The screen with a long transcript, two corrections and the cursor lit, the correction
+// sheet, and the speaker view while a new separation runs; light and dark.
 TEST_F(ResultViewTest, Screenshots)
 {
-    QString folder = qEnvironmentVariable("SAGWERK_SCREENSHOTS");
-    if (folder.isEmpty())
-        folder = temp(QStringLiteral("screenshots"));
-    QDir().mkpath(folder);
-
+    const QString folder = screenshots();
     HistoryItem item = withAudio(400);
     item.fileName = QStringLiteral("Interview mit Herrn Schäfer über die alte Mühle am Fluss, Teil 2.m4a");
     item.corrections << Correction{QUuid::createUuid(), QStringLiteral("Schäfer"), QStringLiteral("Schaefer"), true, true}
@@ -381,6 +384,19 @@ TEST_F(ResultViewTest, Screenshots)
         QTest::qWait(20); // new preview lines show with the next turn of the event loop
         EXPECT_TRUE(sheet->grab().save(folder + QStringLiteral("/correction-%1.png").arg(name)));
         sheet->close();
+
+        HistoryItem speaking = item;
+        QList<SpeakerSpan> spans;
+        for (qsizetype i = 0; i < speaking.result.segments.size(); ++i) {
+            const TranscriptSegment &s = speaking.result.segments[i];
+            spans.append({s.startMs / 1000.0, s.endMs / 1000.0, int(i / 2) % 2});
+        }
+        speaking.speakerText = Diarizer::speakerLabeledText(speaking.result.segments, spans);
+        speaking.speakerBusy = true;
+        app.setCurrent(speaking);
+        view.setSelectedView(TranscriptLines::speakerView);
+        QTest::qWait(50);
+        EXPECT_TRUE(view.grab().save(folder + QStringLiteral("/result-speakers-%1.png").arg(name)));
     }
     QIcon::setThemeName(QString());
     QIcon::setThemeSearchPaths(iconPaths);
