@@ -12,6 +12,7 @@ extern "C" {
 #include <libavcodec/avcodec.h>
 #include <libavformat/avformat.h>
 #include <libavutil/channel_layout.h>
+#include <libavutil/mem.h>
 #include <libavutil/opt.h>
 #include <libswresample/swresample.h>
 }
@@ -169,8 +170,15 @@ namespace {
 
 void decodeInto(Decoder &d, const QString &input, const TranscribeControlPtr &control)
 {
-    static std::once_flag quiet;
-    std::call_once(quiet, [] { av_log_set_level(AV_LOG_QUIET); });
+    static std::once_flag setUp;
+    std::call_once(setUp, [] {
+        av_log_set_level(AV_LOG_QUIET);
+        // A size field of a broken file (a WAV's INFO tag, say) must not make FFmpeg
+        // allocate and zero gigabytes. No buffer of a demuxer or an audio decoder comes
+        // near this; a raw 8K video frame is under 100 MiB. The bound holds for the whole
+        // process, the player's FFmpeg included.
+        av_max_alloc(512u << 20);
+    });
 
     if (!d.packet || !d.frame)
         throw EngineError::convertFailed(QStringLiteral("Reader-Konfiguration"));
