@@ -2,6 +2,7 @@
 
 #include "app/AppModel.h"
 #include "app/MediaTypes.h"
+#include "app/SpeakerJob.h"
 #include "core/Tr.h"
 #include "core/UserError.h"
 #include "engine/Engine.h"
@@ -229,6 +230,7 @@ struct BatchRun::Job {
     std::optional<SourceContent> content;
     QString contentKey;
     QString bundle;
+    bool completed = false;
 };
 
 BatchRun::BatchRun(AppModel &app, QList<Batch::Source> sources, Options options)
@@ -276,7 +278,8 @@ void BatchRun::start()
     WhisperEngine::setThreadCount(Batch::threadsPerJob(m_options.jobs, QThread::idealThreadCount()));
     for (const LoadedBundle &bundle : BundleStore::listSummaries()) {
         if (const auto &c = bundle.data.sourceContent)
-            m_known.insert(QString::number(c->size) + u':' + c->sha256, bundle.url);
+            m_known.insert(QString::number(c->size) + u':' + c->sha256,
+                           Known{bundle.url, bundle.data.speakerText.has_value()});
     }
     fill();
 }
@@ -298,6 +301,8 @@ void BatchRun::cancel()
         job->downloader.reset();
         complete(job, Outcome::Failed, EngineError::cancelled().errorDescription());
     }
+    if (m_speakerJob)
+        m_speakerJob->cancel();
     fill();
 }
 
@@ -319,7 +324,8 @@ void BatchRun::fill()
         m_running.append(job);
         begin(job);
     }
-    if (m_running.isEmpty() && (m_cancelled || m_next >= m_sources.size())) {
+    if (m_running.isEmpty() && !m_speakerRunning && m_speakerQueue.isEmpty()
+        && (m_cancelled || m_next >= m_sources.size())) {
         m_next = m_sources.size();
         emit finished();
     }
@@ -381,7 +387,10 @@ void BatchRun::identify(std::shared_ptr<Job> job, const QString &file)
         job->content = content;
         job->contentKey = QString::number(content->size) + u':' + content->sha256;
         if (const auto known = m_known.constFind(job->contentKey); known != m_known.cend()) {
-            job->bundle = *known;
+            job->bundle = known->bundle;
+            // Made by a run that ended before its speakers were separated.
+            if (m_options.speakers && !known->hasSpeakers)
+                return separateSpeakers(job);
             return complete(job, Outcome::Skipped);
         }
         // The same bytes under a second name in this run: the first one makes the bundle.
@@ -441,15 +450,65 @@ void BatchRun::recognise(std::shared_ptr<Job> job, const QString &file)
         if (!made.bundle)
             return complete(job, Outcome::Failed, made.error);
         job->bundle = made.bundle->url;
-        m_known.insert(job->contentKey, job->bundle);
+        m_known.insert(job->contentKey, Known{job->bundle, false});
+        if (m_options.speakers)
+            return separateSpeakers(job);
         complete(job, Outcome::Done);
     });
 }
 
+void BatchRun::separateSpeakers(std::shared_ptr<Job> job)
+{
+    // The recognition slot is free for the next source while the speakers wait their turn.
+    m_running.removeOne(job);
+    m_speakerQueue.append(job);
+    nextSpeakers();
+    fill();
+}
+
+void BatchRun::nextSpeakers()
+{
+    if (m_speakerRunning || m_speakerQueue.isEmpty())
+        return;
+    const std::shared_ptr<Job> job = m_speakerRunning = m_speakerQueue.takeFirst();
+    const std::optional<LoadedBundle> bundle = m_cancelled ? std::nullopt : BundleStore::load(job->bundle);
+    if (!bundle) {
+        m_speakerRunning.reset();
+        complete(job, Outcome::Failed,
+                 m_cancelled ? EngineError::cancelled().errorDescription()
+                             : Tr::tr("„%1“ ist keine lesbare Transkription.").arg(QDir::toNativeSeparators(job->bundle)));
+        return nextSpeakers();
+    }
+    if (!m_speakerJob)
+        m_speakerJob = std::make_unique<SpeakerJob>(m_app);
+    SpeakerJob::Overrides overrides;
+    if (*m_options.speakers > 0)
+        overrides.speakerCount = *m_options.speakers;
+    m_speakerJob->start(BundleStore::historyItem(*bundle), overrides)
+        .then(this,
+              [this, job](const SpeakerJob::Result &) {
+                  m_known[job->contentKey].hasSpeakers = true;
+                  m_speakerRunning.reset();
+                  complete(job, Outcome::Done);
+                  nextSpeakers();
+              })
+        .onFailed(this, [this, job] {
+            m_speakerRunning.reset();
+            const QString error = m_cancelled ? EngineError::cancelled().errorDescription()
+                                              : m_app.errorMessage().value_or(Tr::tr("Sprechertrennung fehlgeschlagen"));
+            m_app.setErrorMessage(std::nullopt);
+            complete(job, Outcome::Failed, error);
+            nextSpeakers();
+        });
+}
+
 void BatchRun::complete(std::shared_ptr<Job> job, Outcome outcome, const QString &error)
 {
-    if (!m_running.removeOne(job))
+    // A job cancelled while downloading is ended by cancel(); its transfer may still report.
+    if (job->completed)
         return;
+    job->completed = true;
+    m_running.removeOne(job);
     if (job->downloaded)
         QFile::remove(*job->downloaded);
     ++m_completed;

@@ -20,6 +20,7 @@
 
 class AppModel;
 class MediaDownloader;
+class SpeakerJob;
 
 // Many sources into the history, resumably and in shares: what `sagwerk-cli batch` runs.
 namespace Batch {
@@ -79,6 +80,9 @@ public:
         QString modelPath;
         QString language;
         int jobs = 1;
+        // Separates the speakers of each bundle, also of one made before without them:
+        // that many speakers, or as many as found with 0.
+        std::optional<int> speakers;
     };
 
     enum class Outcome { Done, Skipped, Failed };
@@ -125,6 +129,8 @@ private:
     void download(std::shared_ptr<Job> job);
     void identify(std::shared_ptr<Job> job, const QString &file);
     void recognise(std::shared_ptr<Job> job, const QString &file);
+    void separateSpeakers(std::shared_ptr<Job> job);
+    void nextSpeakers();
     void complete(std::shared_ptr<Job> job, Outcome outcome, const QString &error = {});
 
     AppModel &m_app;
@@ -136,8 +142,16 @@ private:
     bool m_cancelled = false;
     bool m_started = false;
     QList<std::shared_ptr<Job>> m_running;
-    // Content keys ("size:sha256") of the history, and of what this run is making now,
-    // with the folder of the bundle that holds each.
-    QHash<QString, QString> m_known;
+    // Content keys ("size:sha256") of the history, with the bundle that holds each, and
+    // the keys of what this run is making now.
+    struct Known {
+        QString bundle;
+        bool hasSpeakers = false;
+    };
+    QHash<QString, Known> m_known;
     QSet<QString> m_making;
+    // Speaker separation runs one bundle at a time, beside the recognitions.
+    std::unique_ptr<SpeakerJob> m_speakerJob;
+    QList<std::shared_ptr<Job>> m_speakerQueue;
+    std::shared_ptr<Job> m_speakerRunning;
 };

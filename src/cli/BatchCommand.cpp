@@ -154,19 +154,30 @@ private:
 
 std::unique_ptr<QObject> batch(const QStringList &args)
 {
+    // --speakers takes its count optionally: alone it means as many as are found.
+    QStringList arguments = args;
+    for (qsizetype i = 0; i < arguments.size(); ++i) {
+        bool isCount = false;
+        arguments.value(i + 1).toInt(&isCount);
+        if (arguments[i] == QLatin1String("--speakers") && !isCount)
+            arguments[i] = QStringLiteral("--speakers=0");
+    }
     QCommandLineParser parser;
     parser.addPositionalArgument(QStringLiteral("source"), QStringLiteral("file, folder or list file"));
+    parser.addOption({QStringLiteral("speakers"), QStringLiteral("separate the speakers; N of them"), QStringLiteral("n")});
     parser.addOption({QStringLiteral("save"), QStringLiteral("store each result in the history")});
     parser.addOption({QStringLiteral("jobs"), QStringLiteral("recognitions side by side"), QStringLiteral("n")});
     parser.addOption({QStringLiteral("model"), QStringLiteral("catalogue id or model file"), QStringLiteral("model")});
     parser.addOption({QStringLiteral("language"), QStringLiteral("language code or auto"), QStringLiteral("code")});
     parser.addOption({QStringLiteral("shard"), QStringLiteral("K/N or auto"), QStringLiteral("share")});
     parser.addOption({QStringLiteral("report"), QStringLiteral("JSON lines, one per source"), QStringLiteral("file")});
-    bool jobsOk = true;
-    const bool parsed = parser.parse(args);
+    bool jobsOk = true, speakersOk = true;
+    const bool parsed = parser.parse(arguments);
     const int jobs = parser.isSet(QStringLiteral("jobs")) ? parser.value(QStringLiteral("jobs")).toInt(&jobsOk) : 1;
+    const int speakers
+        = parser.isSet(QStringLiteral("speakers")) ? parser.value(QStringLiteral("speakers")).toInt(&speakersOk) : 0;
     if (!parsed || parser.positionalArguments().isEmpty() || !parser.isSet(QStringLiteral("save")) || !jobsOk
-        || jobs < 1) {
+        || jobs < 1 || !speakersOk || speakers < 0) {
         if (!parser.errorText().isEmpty())
             printError(parser.errorText());
         std::fprintf(stderr, "%s", qPrintable(usage()));
@@ -214,6 +225,8 @@ std::unique_ptr<QObject> batch(const QStringList &args)
     options.modelPath = std::get<0>(setup).first;
     options.language = std::get<0>(setup).second;
     options.jobs = jobs;
+    if (parser.isSet(QStringLiteral("speakers")))
+        options.speakers = speakers;
     auto run = std::make_unique<BatchRunCommand>(std::move(app), Batch::select(expansion.sources, shard), options,
                                                  std::move(report), int(expansion.problems.size()));
     run->start();

@@ -6,6 +6,7 @@
 #include "Media.h"
 
 #include "app/AppModel.h"
+#include "speakers/DiarizationModels.h"
 #include "storage/BundleStore.h"
 
 #include <QCoreApplication>
@@ -214,4 +215,34 @@ TEST(CliBatch, ShardsSideBySideTakeEverySourceOnceAsSlurmAndKubernetesStartThem)
         AppModel app;
         EXPECT_EQ(app.history().size(), sources.size());
     }
+}
+
+TEST(CliBatch, SpeakersAreSeparatedAlsoForBundlesMadeBeforeWithoutThem)
+{
+    const QString home = useThrowawayHome();
+    freshData(QStringLiteral("speakers"));
+    Media::writeFile(DiarizationModels::segPath(), "seg");
+    Media::writeFile(DiarizationModels::embPath(), "emb");
+    // The diarisation child, played by a script that records its arguments.
+    const QString child = home + "/Developer/SagwerkMac/vendor/sherpa-diarize";
+    Media::writeFile(child, "#!/bin/sh\nprintf '%s\\n' \"$@\" > \"$(dirname \"$0\")/args\"\n"
+                            "printf '0.0 -- 1.0 speaker_0\\n1.0 -- 3.0 speaker_1\\n'\n");
+    QFile::setPermissions(child, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    const QString folder = archive(QStringLiteral("voices"), 2);
+    const QStringList sources = media(folder);
+    const QString model = Media::tinyModel();
+
+    // A batch without speakers stopped after the first file's bundle.
+    ASSERT_EQ(cli({"batch", sources[0], "--save", "--model", model}).status, 0);
+    ASSERT_EQ(BundleStore::list().size(), 1);
+    EXPECT_FALSE(BundleStore::list().first().data.speakerText);
+
+    const CliRun run = cli({"batch", folder, "--save", "--model", model, "--speakers", "2"});
+    ASSERT_EQ(run.status, 0) << run.err.toStdString();
+    const QList<LoadedBundle> bundles = BundleStore::list();
+    ASSERT_EQ(bundles.size(), 2);
+    for (const LoadedBundle &b : bundles)
+        EXPECT_TRUE(b.data.speakerText) << b.url.toStdString();
+    EXPECT_TRUE(Media::readFile(home + "/Developer/SagwerkMac/vendor/args").startsWith("--clustering.num-clusters=2\n"));
+    expectEachSourceOnce(sources);
 }
