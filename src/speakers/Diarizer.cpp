@@ -143,9 +143,13 @@ QString speakerLabeledText(const QList<TranscriptSegment> &segments, const QList
 
 std::optional<QString> cliURL()
 {
+    // A program named from outside wins, and only it: tests point at their stand-ins so.
+    const QString named = qEnvironmentVariable("SAGWERK_DIARIZE_PROGRAM");
+    if (!named.isEmpty())
+        return isExecutableFile(named) ? std::optional(named) : std::nullopt;
     if (QCoreApplication::instance()) {
-        // Beside the binary, then in the installed layout's private folder. The build
-        // tree has neither, so that tests find their stand-ins.
+        // Beside the binary, then in the private folder that the installed layout and the
+        // build tree share.
         const QString bin = QCoreApplication::applicationDirPath();
         for (const QString &candidate :
              {bin + QStringLiteral("/sherpa-diarize"), bin + QStringLiteral("/../lib/sagwerk/sherpa-diarize")}) {

@@ -23,9 +23,10 @@ namespace Diarizer {
 // segment texts joined with one blank.
 QString speakerLabeledText(const QList<TranscriptSegment> &segments, const QList<SpeakerSpan> &spans);
 
-// The program beside the application's binary, else in ../lib/sagwerk/ from there (the
-// installed layout), else under the developer's vendor folder in the home folder; only
-// an executable file counts.
+// The program named by SAGWERK_DIARIZE_PROGRAM when that is set; else beside the
+// application's binary, else in ../lib/sagwerk/ from there (the installed layout and the
+// build tree), else under the developer's vendor folder in the home folder; only an
+// executable file counts.
 std::optional<QString> cliURL();
 
 // Threads for the program: the performance cores of a hybrid CPU, else the online

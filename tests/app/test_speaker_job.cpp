@@ -33,6 +33,7 @@ protected:
         const QString base = server.base().toString().chopped(1);
         qputenv("ANTHROPIC_BASE_URL", base.toUtf8());
         qputenv("SAGWERK_SPEAKER_MODEL_HOST", base.toUtf8());
+        qputenv("SAGWERK_DIARIZE_PROGRAM", (home + "/Developer/SagwerkMac/vendor/sherpa-diarize").toUtf8());
         Media::writeFile(DiarizationModels::segPath(), "seg");
         Media::writeFile(DiarizationModels::embPath(), "emb");
 
