@@ -647,6 +647,13 @@
         <source>Stufe %1 · %2</source>
         <translation>Level %1 · %2</translation>
     </message>
+    <message numerus="yes">
+        <source>%n Sprecher</source>
+        <translation>
+            <numerusform>%n speaker</numerusform>
+            <numerusform>%n speakers</numerusform>
+        </translation>
+    </message>
     <message>
         <source>Neu erkennen</source>
         <translation>Detect Again</translation>
@@ -786,6 +793,10 @@
     <message>
         <source>KI ergänzt Namen und Rollen…</source>
         <translation>AI is adding names and roles…</translation>
+    </message>
+    <message>
+        <source>Nur eine Stimme erkannt. Sind es mehr, wähle ihre Anzahl und erkenne neu.</source>
+        <translation>Only one voice found. If there are more, choose how many and detect again.</translation>
     </message>
     <message>
         <source>Der Server lieferte keine Modelldatei.</source>

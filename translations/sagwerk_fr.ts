@@ -647,6 +647,13 @@
         <source>Stufe %1 · %2</source>
         <translation>Niveau %1 · %2</translation>
     </message>
+    <message numerus="yes">
+        <source>%n Sprecher</source>
+        <translation>
+            <numerusform>%n locuteur</numerusform>
+            <numerusform>%n locuteurs</numerusform>
+        </translation>
+    </message>
     <message>
         <source>Neu erkennen</source>
         <translation>Détecter à nouveau</translation>
@@ -786,6 +793,10 @@
     <message>
         <source>KI ergänzt Namen und Rollen…</source>
         <translation>L’IA ajoute les noms et les rôles…</translation>
+    </message>
+    <message>
+        <source>Nur eine Stimme erkannt. Sind es mehr, wähle ihre Anzahl und erkenne neu.</source>
+        <translation>Une seule voix détectée. S’il y en a plus, choisissez leur nombre et relancez la détection.</translation>
     </message>
     <message>
         <source>Der Server lieferte keine Modelldatei.</source>

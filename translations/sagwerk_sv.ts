@@ -647,6 +647,13 @@
         <source>Stufe %1 · %2</source>
         <translation>Nivå %1 · %2</translation>
     </message>
+    <message numerus="yes">
+        <source>%n Sprecher</source>
+        <translation>
+            <numerusform>%n talare</numerusform>
+            <numerusform>%n talare</numerusform>
+        </translation>
+    </message>
     <message>
         <source>Neu erkennen</source>
         <translation>Identifiera igen</translation>
@@ -786,6 +793,10 @@
     <message>
         <source>KI ergänzt Namen und Rollen…</source>
         <translation>AI lägger till namn och roller…</translation>
+    </message>
+    <message>
+        <source>Nur eine Stimme erkannt. Sind es mehr, wähle ihre Anzahl und erkenne neu.</source>
+        <translation>Bara en röst hittades. Finns det fler, välj antalet och identifiera igen.</translation>
     </message>
     <message>
         <source>Der Server lieferte keine Modelldatei.</source>

@@ -93,6 +93,12 @@ public:
     int speakerCount() const { return m_speakerCount; }
     QString appLanguage() const { return m_appLanguage; }
     const std::optional<QString> &speakerStatus() const { return m_speakerStatus.value(); }
+    // What the last speaker job of the item has to tell beside its text (one voice found
+    // where the count was left open); empty for none.
+    QString speakerNotice(const QString &itemId) const
+    {
+        return m_speakerNotice.value().first == itemId ? m_speakerNotice.value().second : QString();
+    }
     bool interviewActive() const { return m_interviewActive; }
     bool interviewLiveSpeakers() const { return m_interviewLiveSpeakers; }
 
@@ -165,7 +171,8 @@ public:
     // Separates the item's speakers into its `speakerText` and its bundle: by voice when
     // its audio is there, else by an AI model alone. Returns at once; does nothing while
     // a job runs for the item. Failures end in errorMessage, a cancel in silence.
-    void detectSpeakers(const HistoryItem &item);
+    // `speakerCount` (0 for automatic) replaces the setting for this job.
+    void detectSpeakers(const HistoryItem &item, std::optional<int> speakerCount = std::nullopt);
     void cancelSpeakers();
 
     // --- Corrections ---
@@ -201,6 +208,7 @@ signals:
     void speakerCountChanged();
     void appLanguageChanged();
     void speakerStatusChanged();
+    void speakerNoticeChanged();
     void interviewActiveChanged();
     void interviewLiveSpeakersChanged();
 
@@ -259,6 +267,8 @@ private:
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, int, m_speakerCount, &AppModel::speakerCountChanged)
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, QString, m_appLanguage, &AppModel::appLanguageChanged)
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, std::optional<QString>, m_speakerStatus, &AppModel::speakerStatusChanged)
+    using ItemText = std::pair<QString, QString>; // item id, text
+    Q_OBJECT_BINDABLE_PROPERTY(AppModel, ItemText, m_speakerNotice, &AppModel::speakerNoticeChanged)
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, bool, m_interviewActive, &AppModel::interviewActiveChanged)
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, bool, m_interviewLiveSpeakers, &AppModel::interviewLiveSpeakersChanged)
 

@@ -68,9 +68,11 @@ QList<TranscriptLine> speakerLines(const QList<SpeakerTurn> &turns)
 QString speakerRebuildKey(const HistoryItem &item, bool showTimestamps)
 {
     const size_t rules = qHashRange(item.corrections.cbegin(), item.corrections.cend());
+    // The segments count too: a stored item's come from disk after it is first shown.
     return QStringList{QStringLiteral("spk"), item.id,
                        showTimestamps ? QStringLiteral("true") : QStringLiteral("false"),
-                       QString::number(qHash(item.speakerText.value_or(QString()))), QString::number(rules)}
+                       QString::number(qHash(item.speakerText.value_or(QString()))), QString::number(rules),
+                       QString::number(item.result.segments.size())}
         .join(u'|');
 }
 

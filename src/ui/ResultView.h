@@ -13,6 +13,7 @@ class AudioPlayer;
 class PlayerBar;
 class QButtonGroup;
 class QCheckBox;
+class QComboBox;
 class QHBoxLayout;
 class QLabel;
 class QMenu;
@@ -76,6 +77,8 @@ protected:
 private:
     void takeCurrent();
     void startItem();
+    void buildSpeakerTurns();
+    void fillSpeakerCounts(int chosen);
     void showItem();
     void showPicker();
     void showChips();
@@ -102,6 +105,7 @@ private:
     QList<qint64> m_levels; // the sorted levels of the item's refined texts, as last seen
     std::optional<QString> m_speakerText; // the speaker text the turns were built from
     QList<SpeakerTurn> m_speakerTurns;
+    qsizetype m_speakerTurnSegments = 0; // the number of segments the turns were built over
     QString m_levelShown;   // the refined text in the plain surface
     SavePanel m_savePanel;
 
@@ -118,6 +122,8 @@ private:
     QTextBrowser *m_levelText = nullptr;
     QScrollArea *m_chips = nullptr;
     QPushButton *m_speakers = nullptr;
+    QComboBox *m_speakerCount = nullptr;
+    QLabel *m_speakerNotice = nullptr;
     QWidget *m_speakersBusy = nullptr;
     QLabel *m_speakersBusyText = nullptr;
     QToolButton *m_speakersCancel = nullptr;
