@@ -6,6 +6,7 @@
 #include "app/AppModel.h"
 #include "core/UserError.h"
 #include "engine/Engine.h"
+#include "engine/VadModel.h"
 #include "engine/ModelStore.h"
 #include "engine/WhisperEngine.h"
 #include "links/MediaDownloader.h"
@@ -226,25 +227,32 @@ private:
         const TranscribeControlPtr control = m_control;
         m_bar = std::make_unique<ProgressBar>("Transkription");
         ProgressBar *bar = m_bar.get();
-        QtConcurrent::run([file, modelPath, language, control, bar]() -> Outcome {
-            try {
-                return {Engine::transcribe(file, modelPath, language, control, [bar](double f) { bar->update(f); }),
-                        {}, false};
-            } catch (const UserError &e) {
-                return {std::nullopt, e.errorDescription(), e.isCancelled()};
-            } catch (const std::exception &e) {
-                return {std::nullopt, QString::fromLocal8Bit(e.what()), false};
-            }
-        }).then(this, [this](const Outcome &outcome) {
-            m_bar.reset();
-            if (!outcome.result) {
-                printError(outcome.error);
-                return end(outcome.cancelled ? Cancelled : Failed);
-            }
-            const QByteArray json = QJsonDocument(outcome.result->toJson()).toJson(QJsonDocument::Indented);
-            std::fwrite(json.constData(), 1, size_t(json.size()), stdout);
-            end(Ok);
-        });
+        // The voice-activity model is fetched on first use, as the application does.
+        VadModel::ensure(control)
+            .then(this, [file, modelPath, language, control, bar](const QString &) {
+                return QtConcurrent::run([file, modelPath, language, control, bar]() -> Outcome {
+                    try {
+                        return {Engine::transcribe(file, modelPath, language, control,
+                                                   [bar](double f) { bar->update(f); }),
+                                {}, false};
+                    } catch (const UserError &e) {
+                        return {std::nullopt, e.errorDescription(), e.isCancelled()};
+                    } catch (const std::exception &e) {
+                        return {std::nullopt, QString::fromLocal8Bit(e.what()), false};
+                    }
+                });
+            })
+            .unwrap()
+            .then(this, [this](const Outcome &outcome) {
+                m_bar.reset();
+                if (!outcome.result) {
+                    printError(outcome.error);
+                    return end(outcome.cancelled ? Cancelled : Failed);
+                }
+                const QByteArray json = QJsonDocument(outcome.result->toJson()).toJson(QJsonDocument::Indented);
+                std::fwrite(json.constData(), 1, size_t(json.size()), stdout);
+                end(Ok);
+            });
     }
 
     // The application's own road: staging, the settings' model and language unless named,
