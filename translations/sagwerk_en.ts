@@ -68,6 +68,22 @@
         <translation>This transcription has no level %1.</translation>
     </message>
     <message>
+        <source>Fertig: %1</source>
+        <translation>Done: %1</translation>
+    </message>
+    <message>
+        <source>Übersprungen, schon im Verlauf: %1</source>
+        <translation>Skipped, already in the history: %1</translation>
+    </message>
+    <message>
+        <source>Fehlgeschlagen: %1: %2</source>
+        <translation>Failed: %1: %2</translation>
+    </message>
+    <message>
+        <source>Fertig: %1 · übersprungen: %2 · fehlgeschlagen: %3</source>
+        <translation>Done: %1 · skipped: %2 · failed: %3</translation>
+    </message>
+    <message>
         <source>Die Datei „%1“ konnte nicht geschrieben werden: %2</source>
         <translation>The file “%1” could not be written: %2</translation>
     </message>
@@ -817,6 +833,30 @@
     <message>
         <source>Programm für die Sprechertrennung nicht gefunden (App beschädigt?).</source>
         <translation>Speaker separation program not found (is the app damaged?).</translation>
+    </message>
+    <message>
+        <source>Die Liste konnte nicht gelesen werden.</source>
+        <translation>The list could not be read.</translation>
+    </message>
+    <message>
+        <source>Datei nicht gefunden.</source>
+        <translation>File not found.</translation>
+    </message>
+    <message>
+        <source>Der Anteil muss K/N sein (0 ≤ K &lt; N) oder auto.</source>
+        <translation>The share must be K/N (0 ≤ K &lt; N) or auto.</translation>
+    </message>
+    <message>
+        <source>Die Zahl der Anteile fehlt (SAGWERK_SHARD_COUNT).</source>
+        <translation>The number of shares is missing (SAGWERK_SHARD_COUNT).</translation>
+    </message>
+    <message>
+        <source>Kein Planer gibt einen Anteil vor (SLURM_ARRAY_TASK_ID, JOB_COMPLETION_INDEX, SAGWERK_SHARD_INDEX oder PARALLEL_SEQ).</source>
+        <translation>No scheduler sets a share (SLURM_ARRAY_TASK_ID, JOB_COMPLETION_INDEX, SAGWERK_SHARD_INDEX or PARALLEL_SEQ).</translation>
+    </message>
+    <message>
+        <source>Die Datei konnte nicht gelesen werden.</source>
+        <translation>The file could not be read.</translation>
     </message>
 </context>
 </TS>

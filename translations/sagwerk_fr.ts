@@ -68,6 +68,22 @@
         <translation>Cette transcription n’a pas de niveau %1.</translation>
     </message>
     <message>
+        <source>Fertig: %1</source>
+        <translation>Terminé : %1</translation>
+    </message>
+    <message>
+        <source>Übersprungen, schon im Verlauf: %1</source>
+        <translation>Ignoré, déjà dans l’historique : %1</translation>
+    </message>
+    <message>
+        <source>Fehlgeschlagen: %1: %2</source>
+        <translation>Échec : %1 : %2</translation>
+    </message>
+    <message>
+        <source>Fertig: %1 · übersprungen: %2 · fehlgeschlagen: %3</source>
+        <translation>Terminés : %1 · ignorés : %2 · échecs : %3</translation>
+    </message>
+    <message>
         <source>Die Datei „%1“ konnte nicht geschrieben werden: %2</source>
         <translation>Impossible d’écrire le fichier « %1 » : %2</translation>
     </message>
@@ -817,6 +833,30 @@
     <message>
         <source>Programm für die Sprechertrennung nicht gefunden (App beschädigt?).</source>
         <translation>Programme de séparation des locuteurs introuvable (application endommagée ?).</translation>
+    </message>
+    <message>
+        <source>Die Liste konnte nicht gelesen werden.</source>
+        <translation>La liste n’a pas pu être lue.</translation>
+    </message>
+    <message>
+        <source>Datei nicht gefunden.</source>
+        <translation>Fichier introuvable.</translation>
+    </message>
+    <message>
+        <source>Der Anteil muss K/N sein (0 ≤ K &lt; N) oder auto.</source>
+        <translation>La part doit être K/N (0 ≤ K &lt; N) ou auto.</translation>
+    </message>
+    <message>
+        <source>Die Zahl der Anteile fehlt (SAGWERK_SHARD_COUNT).</source>
+        <translation>Le nombre de parts manque (SAGWERK_SHARD_COUNT).</translation>
+    </message>
+    <message>
+        <source>Kein Planer gibt einen Anteil vor (SLURM_ARRAY_TASK_ID, JOB_COMPLETION_INDEX, SAGWERK_SHARD_INDEX oder PARALLEL_SEQ).</source>
+        <translation>Aucun planificateur n’indique de part (SLURM_ARRAY_TASK_ID, JOB_COMPLETION_INDEX, SAGWERK_SHARD_INDEX ou PARALLEL_SEQ).</translation>
+    </message>
+    <message>
+        <source>Die Datei konnte nicht gelesen werden.</source>
+        <translation>Le fichier n’a pas pu être lu.</translation>
     </message>
 </context>
 </TS>

@@ -68,6 +68,22 @@
         <translation>Den här transkriptionen har ingen nivå %1.</translation>
     </message>
     <message>
+        <source>Fertig: %1</source>
+        <translation>Klar: %1</translation>
+    </message>
+    <message>
+        <source>Übersprungen, schon im Verlauf: %1</source>
+        <translation>Hoppades över, finns redan i historiken: %1</translation>
+    </message>
+    <message>
+        <source>Fehlgeschlagen: %1: %2</source>
+        <translation>Misslyckades: %1: %2</translation>
+    </message>
+    <message>
+        <source>Fertig: %1 · übersprungen: %2 · fehlgeschlagen: %3</source>
+        <translation>Klara: %1 · överhoppade: %2 · misslyckade: %3</translation>
+    </message>
+    <message>
         <source>Die Datei „%1“ konnte nicht geschrieben werden: %2</source>
         <translation>Filen ”%1” kunde inte skrivas: %2</translation>
     </message>
@@ -817,6 +833,30 @@
     <message>
         <source>Programm für die Sprechertrennung nicht gefunden (App beschädigt?).</source>
         <translation>Programmet för talarseparation hittades inte (är appen skadad?).</translation>
+    </message>
+    <message>
+        <source>Die Liste konnte nicht gelesen werden.</source>
+        <translation>Listan kunde inte läsas.</translation>
+    </message>
+    <message>
+        <source>Datei nicht gefunden.</source>
+        <translation>Filen hittades inte.</translation>
+    </message>
+    <message>
+        <source>Der Anteil muss K/N sein (0 ≤ K &lt; N) oder auto.</source>
+        <translation>Andelen måste vara K/N (0 ≤ K &lt; N) eller auto.</translation>
+    </message>
+    <message>
+        <source>Die Zahl der Anteile fehlt (SAGWERK_SHARD_COUNT).</source>
+        <translation>Antalet andelar saknas (SAGWERK_SHARD_COUNT).</translation>
+    </message>
+    <message>
+        <source>Kein Planer gibt einen Anteil vor (SLURM_ARRAY_TASK_ID, JOB_COMPLETION_INDEX, SAGWERK_SHARD_INDEX oder PARALLEL_SEQ).</source>
+        <translation>Ingen schemaläggare anger någon andel (SLURM_ARRAY_TASK_ID, JOB_COMPLETION_INDEX, SAGWERK_SHARD_INDEX eller PARALLEL_SEQ).</translation>
+    </message>
+    <message>
+        <source>Die Datei konnte nicht gelesen werden.</source>
+        <translation>Filen kunde inte läsas.</translation>
     </message>
 </context>
 </TS>
