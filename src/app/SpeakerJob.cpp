@@ -212,10 +212,10 @@ void SpeakerJob::fail(const TranscribeControlPtr &, const QString &id, std::exce
         }
     } catch (const DiarizerError &e) {
         if (!e.isCancelled())
-            m_app.setErrorMessage(e.errorDescription());
+            m_app.setErrorMessage(e.errorDescription(), e.details());
     } catch (const UserError &e) {
         // A cancel that another subsystem reports as its own error still shows.
-        m_app.setErrorMessage(e.errorDescription());
+        m_app.setErrorMessage(e.errorDescription(), e.details());
     } catch (const std::exception &e) {
         m_app.setErrorMessage(QString::fromLocal8Bit(e.what()));
     } catch (...) {
