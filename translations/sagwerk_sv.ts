@@ -16,12 +16,24 @@
         <translation>Nedladdningen misslyckades: %1</translation>
     </message>
     <message>
+        <source>Der Server lieferte statt des Modells eine Fehlerseite (HTTP %1).</source>
+        <translation>Servern skickade en felsida i stället för modellen (HTTP %1).</translation>
+    </message>
+    <message>
         <source>Die geladene Datei ist zu klein für dieses Modell; der Server lieferte wohl eine Fehlerseite.</source>
         <translation>Den nedladdade filen är för liten för den här modellen; servern skickade troligen en felsida.</translation>
     </message>
     <message>
         <source>Audiodatei nicht gefunden.</source>
         <translation>Ljudfilen hittades inte.</translation>
+    </message>
+    <message>
+        <source>Der Server ist nicht erreichbar. Bitte die Internetverbindung prüfen.</source>
+        <translation>Servern går inte att nå. Kontrollera internetanslutningen.</translation>
+    </message>
+    <message>
+        <source>Eine sichere Verbindung zum Server kam nicht zustande.</source>
+        <translation>Det gick inte att upprätta en säker anslutning till servern.</translation>
     </message>
     <message>
         <source>Der Server hat nicht rechtzeitig geantwortet.</source>
@@ -188,6 +200,14 @@
         <translation>Ta bort modellen</translation>
     </message>
     <message>
+        <source>Erneut versuchen</source>
+        <translation>Försök igen</translation>
+    </message>
+    <message>
+        <source>Laden fehlgeschlagen: %1</source>
+        <translation>Nedladdningen misslyckades: %1</translation>
+    </message>
+    <message>
         <source>Laden</source>
         <translation>Ladda ned</translation>
     </message>
@@ -198,26 +218,6 @@
     <message>
         <source>Podcast- oder Audio-Link (Apple Podcasts, RSS, MP3)…</source>
         <translation>Podd- eller ljudlänk (Apple Podcasts, RSS, MP3)…</translation>
-    </message>
-    <message>
-        <source>Neural Engine aktiv</source>
-        <translation>Core ML-paket installerat</translation>
-    </message>
-    <message>
-        <source>entfernen</source>
-        <translation>ta bort</translation>
-    </message>
-    <message>
-        <source>Neural Engine lädt…</source>
-        <translation>Core ML-paket laddas ned…</translation>
-    </message>
-    <message>
-        <source>Neural Engine laden (%1 MB)</source>
-        <translation>Ladda ned Core ML-paket (%1 MB)</translation>
-    </message>
-    <message>
-        <source>Beschleunigt den Encoder über die Neural Engine und spart Strom.</source>
-        <translation>Snabbar upp kodaren på Apple-datorer; under Linux påverkar paketet inte igenkänningen.</translation>
     </message>
     <message>
         <source>Willkommen bei Sagwerk</source>
@@ -308,8 +308,8 @@
         <translation>Modeller</translation>
     </message>
     <message>
-        <source>Für die Transkription – lokal, einmalig herunterladen. Größere Modelle sind genauer, aber langsamer. Optional die Neural Engine pro Modell laden.</source>
-        <translation>För transkribering – laddas ned en gång och körs lokalt. Större modeller är noggrannare men långsammare. Core ML-paketen per modell hjälper bara på Apple-datorer.</translation>
+        <source>Für die Transkription – lokal, einmalig herunterladen. Größere Modelle sind genauer, aber langsamer. Mit einer Vulkan-fähigen Grafikkarte rechnet die Erkennung dort, sonst auf dem Prozessor.</source>
+        <translation>För transkribering – laddas ned en gång och körs lokalt. Större modeller är noggrannare men långsammare. Med ett grafikkort som stöder Vulkan körs igenkänningen där, annars på processorn.</translation>
     </message>
     <message>
         <source>KI-Textüberarbeitung &amp; Sprechernamen</source>
@@ -344,12 +344,8 @@
         <translation>Separerar talare med jämna mellanrum under intervjun – talaretiketter dyker upp och kan fortfarande flytta sig. Experimentellt och kräver datorkraft. Utan det här alternativet kan du identifiera talare efter inspelningen som vanligt.</translation>
     </message>
     <message>
-        <source>Schließen</source>
-        <translation>Stäng</translation>
-    </message>
-    <message>
-        <source>Speichern</source>
-        <translation>Spara</translation>
+        <source>Änderungen gelten sofort.</source>
+        <translation>Ändringar gäller direkt.</translation>
     </message>
     <message>
         <source>Deutsch</source>
@@ -423,17 +419,12 @@
         <source>Quelle</source>
         <translation>Källa</translation>
     </message>
-    <message>
-        <source>aktiv</source>
-        <translation>aktiv</translation>
-    </message>
-    <message>
-        <source>aus</source>
-        <translation>av</translation>
-    </message>
-    <message>
-        <source>Metal</source>
-        <translation>Vulkan</translation>
+    <message numerus="yes">
+        <source>%n Threads</source>
+        <translation>
+            <numerusform>%n tråd</numerusform>
+            <numerusform>%n trådar</numerusform>
+        </translation>
     </message>
     <message>
         <source>Audio- und Videodateien</source>
@@ -607,9 +598,12 @@
         <source>Ersetzen</source>
         <translation>Ersätt</translation>
     </message>
-    <message>
-        <source>%1 Stelle(n) werden ersetzt</source>
-        <translation>%1 förekomst(er) ersätts</translation>
+    <message numerus="yes">
+        <source>%n Stelle(n) werden ersetzt</source>
+        <translation>
+            <numerusform>%n förekomst ersätts</numerusform>
+            <numerusform>%n förekomster ersätts</numerusform>
+        </translation>
     </message>
     <message>
         <source>Pause</source>
@@ -751,6 +745,10 @@
         <translation>Sagwerk kan inte avkoda den här filen direkt, och programmet ffmpeg saknas. Installera ffmpeg eller konvertera filen först till ett vanligt format som m4a eller mp3.</translation>
     </message>
     <message>
+        <source>Die Datei ist beschädigt oder enthält keine lesbare Tonspur.</source>
+        <translation>Filen är skadad eller saknar ett läsbart ljudspår.</translation>
+    </message>
+    <message>
         <source>Kein API-Key für den gewählten Anbieter hinterlegt. Bitte in den Einstellungen eintragen.</source>
         <translation>Ingen API-nyckel sparad för den valda leverantören. Ange en i Inställningar.</translation>
     </message>
@@ -819,6 +817,10 @@
         <translation>Servern levererade ingen modellfil.</translation>
     </message>
     <message>
+        <source>Sprecher-Modelle konnten nicht geladen werden: %1</source>
+        <translation>Talarmodellerna kunde inte laddas ned: %1</translation>
+    </message>
+    <message>
         <source>Lade Sprecher-Modelle (einmalig)…</source>
         <translation>Laddar talarmodeller (endast en gång)…</translation>
     </message>
@@ -857,6 +859,17 @@
     <message>
         <source>Die Datei konnte nicht gelesen werden.</source>
         <translation>Filen kunde inte läsas.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n Segmente</source>
+        <translation>
+            <numerusform>%n segment</numerusform>
+            <numerusform>%n segment</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>in %1 s</source>
+        <translation>på %1 s</translation>
     </message>
 </context>
 </TS>

@@ -85,9 +85,13 @@ bool isLink(const QString &input)
     return !QFileInfo::exists(input) && scheme.match(input).hasMatch();
 }
 
-void printError(const QString &message)
+// The user's text, then what a program said itself (ffmpeg's lines), which on a terminal
+// is worth having.
+void printError(const QString &message, const QString &details = {})
 {
     std::fprintf(stderr, "%s\n", qPrintable(message));
+    if (!details.isEmpty())
+        std::fprintf(stderr, "%s\n", qPrintable(details));
 }
 
 // One run of `transcribe`: a link is resolved and downloaded first, as the application
@@ -167,6 +171,7 @@ private:
         std::optional<TranscriptionResult> result;
         QString error;
         bool cancelled = false;
+        QString details;
     };
 
     void resolve()
@@ -245,11 +250,11 @@ private:
                     try {
                         return {Engine::transcribe(file, modelPath, language, control,
                                                    [bar](double f) { bar->update(f); }),
-                                {}, false};
+                                {}, false, {}};
                     } catch (const UserError &e) {
-                        return {std::nullopt, e.errorDescription(), e.isCancelled()};
+                        return {std::nullopt, e.errorDescription(), e.isCancelled(), e.details()};
                     } catch (const std::exception &e) {
-                        return {std::nullopt, QString::fromLocal8Bit(e.what()), false};
+                        return {std::nullopt, QString::fromLocal8Bit(e.what()), false, {}};
                     }
                 });
             })
@@ -257,7 +262,7 @@ private:
             .then(this, [this](const Outcome &outcome) {
                 m_bar.reset();
                 if (!outcome.result) {
-                    printError(outcome.error);
+                    printError(outcome.error, outcome.details);
                     return end(outcome.cancelled ? Cancelled : Failed);
                 }
                 const QByteArray json = QJsonDocument(outcome.result->toJson()).toJson(QJsonDocument::Indented);
@@ -299,7 +304,7 @@ private:
     {
         m_bar.reset();
         if (m_app->errorMessage()) {
-            printError(*m_app->errorMessage());
+            printError(*m_app->errorMessage(), m_app->errorDetails());
             return end(Failed);
         }
         if (m_interrupted || !m_app->current()) {

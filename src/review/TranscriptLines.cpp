@@ -1,6 +1,7 @@
 #include "review/TranscriptLines.h"
 
 #include "core/FileNames.h"
+#include "core/Tr.h"
 #include "export/TextForms.h"
 #include "export/Format.h"
 #include "review/Corrections.h"
@@ -110,11 +111,10 @@ QString searchBase(const HistoryItem &item)
 
 QString metaString(const HistoryItem &item)
 {
-    // Fixed forms in every interface language: the number format takes no locale.
+    // The words follow the interface language; the figures keep one form in all of them.
     QStringList parts{Format::date(item.date),
-                      QString::number(item.result.segments.size()) + QStringLiteral(" Segmente"),
-                      QStringLiteral("in ") + QString::asprintf("%.1f", item.result.processingSeconds)
-                          + QStringLiteral(" s")};
+                      Tr::tr("%n Segmente", nullptr, int(item.result.segments.size())),
+                      Tr::tr("in %1 s").arg(QString::asprintf("%.1f", item.result.processingSeconds))};
     if (!item.result.language.isEmpty())
         parts << item.result.language;
     return parts.join(QStringLiteral("  ·  "));

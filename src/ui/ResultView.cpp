@@ -387,6 +387,7 @@ void ResultView::showPicker()
                    : view == TranscriptLines::speakerView ? Tr::tr("Sprecher")
                                                           : Tr::tr("Stufe %1").arg(view));
         b->setChecked(view == m_selectedView);
+        Style::markChosen(b, view == m_selectedView);
     }
 }
 
@@ -620,6 +621,7 @@ void ResultView::changeEvent(QEvent *event)
         showActions();
     } else if (event->type() == QEvent::PaletteChange) {
         retranslate();
+        showPicker();
         showChips();
     }
 }
