@@ -35,7 +35,7 @@ QString usage()
         "      the model and language of the settings unless given. Prints the folder.\n"
         "      A LINK (http:// or https://) to a podcast page, feed, Apple Podcasts\n"
         "      episode or audio file is resolved and downloaded first.\n"
-        "  sagwerk-cli export BUNDLE --format txt|srt [--view N|speakers] [--no-timestamps] [--output FILE]\n"
+        "  sagwerk-cli export BUNDLE --format txt|srt|vtt|json [--view N|speakers] [--no-timestamps] [--output FILE]\n"
         "      Writes a stored transcription as text or subtitles, with its corrections;\n"
         "      --view N writes the AI refinement level N instead of the original,\n"
         "      --view speakers the speaker text.\n"

@@ -190,6 +190,14 @@ std::optional<QByteArray> BundleData::encode() const
             rules.append(c.toJson());
         o.insert("corrections", rules);
     }
+    if (model)
+        o.insert("model", *model);
+    if (speakerNames) {
+        QJsonObject names;
+        for (auto it = speakerNames->cbegin(); it != speakerNames->cend(); ++it)
+            names.insert(it.key(), it.value());
+        o.insert("speakerNames", names);
+    }
     return JsonCoding::encode(o);
 }
 
@@ -248,6 +256,24 @@ std::optional<BundleData> BundleData::decode(const QByteArray &bytes)
             if (!rule)
                 return std::nullopt;
             d.corrections->append(*rule);
+        }
+    }
+    const QJsonValue model = o.value("model");
+    if (!isMissing(model)) {
+        if (!model.isString())
+            return std::nullopt;
+        d.model = model.toString();
+    }
+    const QJsonValue names = o.value("speakerNames");
+    if (!isMissing(names)) {
+        if (!names.isObject())
+            return std::nullopt;
+        d.speakerNames.emplace();
+        const QJsonObject map = names.toObject();
+        for (auto it = map.constBegin(); it != map.constEnd(); ++it) {
+            if (!it.value().isString())
+                return std::nullopt;
+            d.speakerNames->insert(it.key(), it.value().toString());
         }
     }
     return d;

@@ -29,8 +29,8 @@ struct StoredSegment {
     bool operator==(const StoredSegment &) const = default;
 };
 
-// The document `sagwerk.json` of a bundle folder. Only `words`, `speakerText` and
-// `corrections` may be missing; any other missing or mistyped key rejects the whole
+// The document `sagwerk.json` of a bundle folder. Only `words`, `speakerText`,
+// `corrections`, `model` and `speakerNames` may be missing; any other missing or mistyped key rejects the whole
 // document. Keys beyond these are not kept.
 struct BundleData {
     QString displayName;
@@ -44,6 +44,9 @@ struct BundleData {
     QMap<QString, QString> smoothed;
     std::optional<QString> speakerText;
     std::optional<QList<Correction>> corrections;
+    std::optional<QString> model;
+    // The names given to speakers, by their label.
+    std::optional<QMap<QString, QString>> speakerNames;
 
     bool operator==(const BundleData &) const = default;
 

@@ -1,5 +1,6 @@
 // The batch road: transcribe into the history, then export with the bundle's corrections.
 #include "Cli.h"
+#include "JsonSchema.h"
 #include "Media.h"
 
 #include "core/HistoryItem.h"
@@ -9,6 +10,9 @@
 
 #include <QDir>
 #include <QElapsedTimer>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QSettings>
 
 TEST(CliSaveExport, TranscribeIntoTheHistoryAndExportWithCorrections)
@@ -55,11 +59,26 @@ TEST(CliSaveExport, TranscribeIntoTheHistoryAndExportWithCorrections)
     EXPECT_TRUE(txt.out.contains("ERSETZT"));
     EXPECT_EQ(QString::fromUtf8(cli({"export", folder, "--format", "txt", "--no-timestamps"}).out),
               Corrections::apply({rule}, item.result.fullText).text);
-    // Subtitles always show the raw words.
+    // Subtitles carry the correction too, like every other form.
     const QString outFile = QDir::tempPath() + "/../export.srt";
     EXPECT_EQ(cli({"export", folder, "--format", "srt", "--output", outFile}).status, 0);
-    EXPECT_EQ(QString::fromUtf8(Media::readFile(outFile)), TextForms::srt(item.result));
+    const QString srt = QString::fromUtf8(Media::readFile(outFile));
+    EXPECT_EQ(srt.count(QStringLiteral(" --> ")), item.result.segments.size());
+    EXPECT_TRUE(srt.contains(QStringLiteral("ERSETZT"))) << srt.toStdString();
     QFile::remove(outFile);
+    const CliRun vtt = cli({"export", folder, "--format", "vtt"});
+    ASSERT_EQ(vtt.status, 0) << vtt.err.toStdString();
+    EXPECT_TRUE(vtt.out.startsWith("WEBVTT\n")) << vtt.out.toStdString();
+    EXPECT_TRUE(vtt.out.contains("ERSETZT"));
+    // The whole transcript as JSON, in the documented form, naming the model that heard it.
+    const CliRun json = cli({"export", folder, "--format", "json"});
+    ASSERT_EQ(json.status, 0) << json.err.toStdString();
+    QFile schemaFile(QStringLiteral(SAGWERK_TRANSCRIPT_SCHEMA));
+    ASSERT_TRUE(schemaFile.open(QIODevice::ReadOnly));
+    const QJsonObject doc = QJsonDocument::fromJson(json.out).object();
+    EXPECT_EQ(JsonSchema::violations(QJsonDocument::fromJson(schemaFile.readAll()).object(), doc), QStringList());
+    EXPECT_EQ(doc["model"], QStringLiteral("ggml-base-q5_1.bin"));
+    EXPECT_EQ(doc["segments"].toArray().size(), item.result.segments.size());
 
     const CliRun notABundle = cli({"export", QDir::tempPath(), "--format", "txt"});
     EXPECT_EQ(notABundle.status, 1);
