@@ -424,6 +424,18 @@
         <translation>Audio and video files</translation>
     </message>
     <message>
+        <source>Umbenennen…</source>
+        <translation>Rename…</translation>
+    </message>
+    <message>
+        <source>Umbenennen</source>
+        <translation>Rename</translation>
+    </message>
+    <message>
+        <source>Name im Verlauf:</source>
+        <translation>Name in the history:</translation>
+    </message>
+    <message>
         <source>Modelle &amp; Einstellungen</source>
         <translation>Models &amp; Settings</translation>
     </message>
@@ -680,6 +692,14 @@
         <translation>Subtitles (.srt)</translation>
     </message>
     <message>
+        <source>Untertitel (.vtt)</source>
+        <translation>Subtitles (.vtt)</translation>
+    </message>
+    <message>
+        <source>JSON (.json)</source>
+        <translation>JSON (.json)</translation>
+    </message>
+    <message>
         <source>Im Finder zeigen</source>
         <translation>Show in file manager</translation>
     </message>
@@ -720,8 +740,20 @@
         <translation>Export</translation>
     </message>
     <message>
+        <source>Sprecher umbenennen</source>
+        <translation>Rename speaker</translation>
+    </message>
+    <message>
+        <source>Neuer Name für „%1“:</source>
+        <translation>New name for “%1”:</translation>
+    </message>
+    <message>
         <source>Korrektur erstellen…</source>
         <translation>Create correction…</translation>
+    </message>
+    <message>
+        <source>Sprecher umbenennen…</source>
+        <translation>Rename speaker…</translation>
     </message>
     <message>
         <source>Dieses Format kann macOS nicht direkt dekodieren (z. B. Opus aus WhatsApp/Telegram). Bitte die Datei vorher in ein gängiges Format wie m4a oder mp3 umwandeln.</source>

@@ -424,6 +424,18 @@
         <translation>Fichiers audio et vidéo</translation>
     </message>
     <message>
+        <source>Umbenennen…</source>
+        <translation>Renommer…</translation>
+    </message>
+    <message>
+        <source>Umbenennen</source>
+        <translation>Renommer</translation>
+    </message>
+    <message>
+        <source>Name im Verlauf:</source>
+        <translation>Nom dans l’historique :</translation>
+    </message>
+    <message>
         <source>Modelle &amp; Einstellungen</source>
         <translation>Modèles et réglages</translation>
     </message>
@@ -680,6 +692,14 @@
         <translation>Sous-titres (.srt)</translation>
     </message>
     <message>
+        <source>Untertitel (.vtt)</source>
+        <translation>Sous-titres (.vtt)</translation>
+    </message>
+    <message>
+        <source>JSON (.json)</source>
+        <translation>JSON (.json)</translation>
+    </message>
+    <message>
         <source>Im Finder zeigen</source>
         <translation>Afficher dans le gestionnaire de fichiers</translation>
     </message>
@@ -720,8 +740,20 @@
         <translation>Exporter</translation>
     </message>
     <message>
+        <source>Sprecher umbenennen</source>
+        <translation>Renommer l’intervenant</translation>
+    </message>
+    <message>
+        <source>Neuer Name für „%1“:</source>
+        <translation>Nouveau nom pour « %1 » :</translation>
+    </message>
+    <message>
         <source>Korrektur erstellen…</source>
         <translation>Créer une correction…</translation>
+    </message>
+    <message>
+        <source>Sprecher umbenennen…</source>
+        <translation>Renommer l’intervenant…</translation>
     </message>
     <message>
         <source>Dieses Format kann macOS nicht direkt dekodieren (z. B. Opus aus WhatsApp/Telegram). Bitte die Datei vorher in ein gängiges Format wie m4a oder mp3 umwandeln.</source>

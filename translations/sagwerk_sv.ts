@@ -424,6 +424,18 @@
         <translation>Ljud- och videofiler</translation>
     </message>
     <message>
+        <source>Umbenennen…</source>
+        <translation>Byt namn…</translation>
+    </message>
+    <message>
+        <source>Umbenennen</source>
+        <translation>Byt namn</translation>
+    </message>
+    <message>
+        <source>Name im Verlauf:</source>
+        <translation>Namn i historiken:</translation>
+    </message>
+    <message>
         <source>Modelle &amp; Einstellungen</source>
         <translation>Modeller och inställningar</translation>
     </message>
@@ -680,6 +692,14 @@
         <translation>Undertexter (.srt)</translation>
     </message>
     <message>
+        <source>Untertitel (.vtt)</source>
+        <translation>Undertexter (.vtt)</translation>
+    </message>
+    <message>
+        <source>JSON (.json)</source>
+        <translation>JSON (.json)</translation>
+    </message>
+    <message>
         <source>Im Finder zeigen</source>
         <translation>Visa i filhanteraren</translation>
     </message>
@@ -720,8 +740,20 @@
         <translation>Exportera</translation>
     </message>
     <message>
+        <source>Sprecher umbenennen</source>
+        <translation>Byt namn på talare</translation>
+    </message>
+    <message>
+        <source>Neuer Name für „%1“:</source>
+        <translation>Nytt namn för ”%1”:</translation>
+    </message>
+    <message>
         <source>Korrektur erstellen…</source>
         <translation>Skapa korrigering…</translation>
+    </message>
+    <message>
+        <source>Sprecher umbenennen…</source>
+        <translation>Byt namn på talare…</translation>
     </message>
     <message>
         <source>Dieses Format kann macOS nicht direkt dekodieren (z. B. Opus aus WhatsApp/Telegram). Bitte die Datei vorher in ein gängiges Format wie m4a oder mp3 umwandeln.</source>

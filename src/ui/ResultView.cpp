@@ -10,6 +10,7 @@
 #include "ui/CorrectionSheet.h"
 #include "ui/FileManager.h"
 #include "ui/Icons.h"
+#include "ui/NameDialog.h"
 #include "ui/PlayerBar.h"
 #include "ui/Spinner.h"
 #include "ui/Style.h"
@@ -35,6 +36,7 @@
 #include <QTextBrowser>
 #include <QTimer>
 #include <QToolButton>
+#include <QUndoStack>
 #include <QVBoxLayout>
 
 namespace {
@@ -199,6 +201,16 @@ ResultView::ResultView(AppModel &app, QWidget *parent) : QWidget(parent), m_app(
     actions->addStretch(1);
     m_column->addLayout(actions);
 
+    m_undo = new QUndoStack(this);
+    QAction *undo = m_undo->createUndoAction(this);
+    undo->setShortcut(QKeySequence::Undo);
+    QAction *redo = m_undo->createRedoAction(this);
+    redo->setShortcut(QKeySequence::Redo);
+    for (QAction *a : {undo, redo}) {
+        a->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        addAction(a);
+    }
+
     connect(&m_app, &AppModel::currentChanged, this, &ResultView::takeCurrent);
     // The menu's state follows the key of the active model.
     for (auto signal : {&AppModel::anthropicKeyChanged, &AppModel::openaiKeyChanged, &AppModel::activeModelIdChanged}) {
@@ -256,6 +268,7 @@ void ResultView::startItem()
     m_playerBar = new PlayerBar(*m_player, m_playerSlot);
     m_playerSlot->layout()->addWidget(m_playerBar);
 
+    m_undo->clear();
     m_showTimestamps = true;
     m_selectedView = TranscriptLines::originalView;
     m_selectedText.clear();
@@ -483,7 +496,12 @@ void ResultView::showActions()
                             &ResultView::exportDocx);
     QAction *srt = m_exportMenu->addAction(Icons::themed(QStringLiteral("media-view-subtitles")),
                                            Tr::tr("Untertitel (.srt)"), this, &ResultView::exportSubtitles);
-    srt->setEnabled(!m_item.result.segments.isEmpty());
+    QAction *vtt = m_exportMenu->addAction(Icons::themed(QStringLiteral("media-view-subtitles")),
+                                           Tr::tr("Untertitel (.vtt)"), this, &ResultView::exportVtt);
+    for (QAction *subtitles : {srt, vtt})
+        subtitles->setEnabled(!m_item.result.segments.isEmpty());
+    m_exportMenu->addAction(Icons::themed(QStringLiteral("text-x-script")), Tr::tr("JSON (.json)"), this,
+                            &ResultView::exportJson);
     if (m_item.bundleURL) {
         m_exportMenu->addSeparator();
         m_exportMenu->addAction(Icons::themed(QStringLiteral("folder")), Tr::tr("Im Finder zeigen"), this,
@@ -531,8 +549,9 @@ void ResultView::refreshText()
     m_textArea->setCurrentWidget(m_textView);
     Coordinator::View view;
     if (TranscriptLines::surface(m_item, m_selectedView) == TranscriptLines::Surface::Speaker) {
-        view.lines = [this] { return TranscriptLines::speakerLines(m_speakerTurns); };
+        view.lines = [this] { return TranscriptLines::speakerLines(m_speakerTurns, m_item.speakerNames); };
         view.rebuildKey = TranscriptLines::speakerRebuildKey(m_item, m_showTimestamps);
+        view.onRenameHeader = [this](const QString &shown) { askSpeakerName(shown); };
     } else {
         view.lines = [this] { return TranscriptLines::originalLines(m_item.result); };
         view.rebuildKey = TranscriptLines::rebuildKey(m_item, m_showTimestamps);
@@ -630,10 +649,65 @@ void ResultView::exportDocx()
 
 void ResultView::exportSubtitles()
 {
-    // Subtitles always come from the raw segments, whatever view is on show.
+    // Subtitles come from the timed segments whatever view is on show; the speaker view's
+    // carry the names.
     const QString path = savePath(FileNames::deletingPathExtension(m_item.fileName) + QStringLiteral(".srt"), QString());
     if (!path.isEmpty())
-        writeText(path, AppModel::srt(m_item));
+        writeText(path, AppModel::srt(m_item, m_selectedView == TranscriptLines::speakerView));
+}
+
+void ResultView::exportVtt()
+{
+    const QString path = savePath(FileNames::deletingPathExtension(m_item.fileName) + QStringLiteral(".vtt"),
+                                  QStringLiteral("WebVTT (*.vtt)"));
+    if (!path.isEmpty())
+        writeText(path, AppModel::vtt(m_item));
+}
+
+void ResultView::exportJson()
+{
+    const QString path = savePath(FileNames::deletingPathExtension(m_item.fileName) + QStringLiteral(".json"),
+                                  QStringLiteral("JSON (*.json)"));
+    if (!path.isEmpty())
+        writeText(path, QString::fromUtf8(AppModel::transcriptJson(m_item)));
+}
+
+namespace {
+
+// One rename of speakers, and its way back.
+class SpeakerNamesChange : public QUndoCommand {
+public:
+    SpeakerNamesChange(AppModel &app, QString itemId, QMap<QString, QString> before, QMap<QString, QString> after)
+        : m_app(app), m_itemId(std::move(itemId)), m_before(std::move(before)), m_after(std::move(after))
+    {
+        setText(Tr::tr("Sprecher umbenennen"));
+    }
+    void undo() override { m_app.setSpeakerNames(m_itemId, m_before); }
+    void redo() override { m_app.setSpeakerNames(m_itemId, m_after); }
+
+private:
+    AppModel &m_app;
+    QString m_itemId;
+    QMap<QString, QString> m_before, m_after;
+};
+
+} // namespace
+
+void ResultView::askSpeakerName(const QString &shown)
+{
+    NameDialog::ask(this, Tr::tr("Sprecher umbenennen"), Tr::tr("Neuer Name für „%1“:").arg(shown), shown,
+                    [this, shown, itemId = m_item.id](const QString &name) {
+                        if (m_item.id == itemId)
+                            renameSpeaker(shown, name);
+                    });
+}
+
+void ResultView::renameSpeaker(const QString &shown, const QString &name)
+{
+    const QMap<QString, QString> before = m_item.speakerNames;
+    m_app.renameSpeaker(m_item.id, shown, name);
+    if (m_item.speakerNames != before)
+        m_undo->push(new SpeakerNamesChange(m_app, m_item.id, before, m_item.speakerNames));
 }
 
 void ResultView::revealBundle()

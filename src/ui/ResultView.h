@@ -21,6 +21,7 @@ class QScrollArea;
 class QStackedWidget;
 class QTextBrowser;
 class QToolButton;
+class QUndoStack;
 class QVBoxLayout;
 class TranscriptTextView;
 
@@ -61,8 +62,15 @@ public:
     void exportPDF();
     void exportDocx();
     void exportSubtitles();
+    void exportVtt();
+    void exportJson();
     void revealBundle();
     void openCorrectionSheet(const QString &from);
+    // Asks for a new name of the speaker shown as `shown`; undoable.
+    void askSpeakerName(const QString &shown);
+    // Renames at once, as a confirmed question does; undoable with Ctrl+Z.
+    void renameSpeaker(const QString &shown, const QString &name);
+    QUndoStack *undoStack() const { return m_undo; }
 
 signals:
     void copiedChanged();
@@ -104,6 +112,7 @@ private:
     QList<SpeakerTurn> m_speakerTurns;
     QString m_levelShown;   // the refined text in the plain surface
     SavePanel m_savePanel;
+    QUndoStack *m_undo = nullptr; // the renames of the item on show
 
     QVBoxLayout *m_column = nullptr;
     QLabel *m_title = nullptr;

@@ -134,6 +134,12 @@ void TranscriptTextView::mousePressEvent(QMouseEvent *event)
 
 void TranscriptTextView::mouseDoubleClickEvent(QMouseEvent *event)
 {
+    // A double click on a speaker's heading renames the speaker.
+    if (event->button() == Qt::LeftButton) {
+        const std::optional<QString> header = m_coordinator.headerAt(cursorForPosition(event->pos()).position());
+        if (header && m_coordinator.renameHeader(*header))
+            return;
+    }
     underMouse(event, event->button() == Qt::LeftButton, false,
                [this](QMouseEvent *e) { QTextEdit::mouseDoubleClickEvent(e); });
 }
@@ -161,6 +167,14 @@ void TranscriptTextView::contextMenuEvent(QContextMenuEvent *event)
             m_coordinator.makeCorrection(std::min(now.anchor(), now.position()),
                                          std::abs(now.position() - now.anchor()));
         });
+        menu->insertAction(first, entry);
+        menu->insertSeparator(first);
+    }
+    if (const std::optional<QString> header = m_coordinator.headerAt(cursorForPosition(event->pos()).position());
+        header && m_lastView.onRenameHeader) {
+        QAction *first = menu->actions().value(0);
+        auto *entry = new QAction(Tr::tr("Sprecher umbenennen…"), menu);
+        connect(entry, &QAction::triggered, this, [this, name = *header] { m_coordinator.renameHeader(name); });
         menu->insertAction(first, entry);
         menu->insertSeparator(first);
     }

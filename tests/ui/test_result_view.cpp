@@ -168,8 +168,13 @@ TEST_F(ResultViewTest, ExportNamesFollowTheViewAndFilesHoldTheText)
     save("a.srt", &ResultView::exportSubtitles);
     save("a.pdf", &ResultView::exportPDF);
     save("a.docx", &ResultView::exportDocx);
+    save("a.vtt", &ResultView::exportVtt);
+    save("a.json", &ResultView::exportJson);
     EXPECT_EQ(asked, (QStringList{"Mühle am Fluss.txt|", "Mühle am Fluss.srt|", "Mühle am Fluss.pdf|PDF (*.pdf)",
-                                  "Mühle am Fluss.docx|Word (*.docx)"}));
+                                  "Mühle am Fluss.docx|Word (*.docx)", "Mühle am Fluss.vtt|WebVTT (*.vtt)",
+                                  "Mühle am Fluss.json|JSON (*.json)"}));
+    EXPECT_EQ(contents(temp(QStringLiteral("a.vtt"))), AppModel::vtt(item).toUtf8());
+    EXPECT_EQ(contents(temp(QStringLiteral("a.json"))), AppModel::transcriptJson(item));
     EXPECT_EQ(contents(temp(QStringLiteral("a.txt"))), AppModel::plainText(item, true).toUtf8());
     EXPECT_EQ(contents(temp(QStringLiteral("a.srt"))), AppModel::srt(item).toUtf8());
     EXPECT_TRUE(contents(temp(QStringLiteral("a.pdf"))).startsWith("%PDF"));
@@ -199,12 +204,14 @@ TEST_F(ResultViewTest, ExportNamesFollowTheViewAndFilesHoldTheText)
             texts << (a->isSeparator() ? QStringLiteral("-") : a->text() + (a->isEnabled() ? "" : " (aus)"));
         return texts;
     };
-    EXPECT_EQ(menuTexts(), (QStringList{"Textdatei (.txt)", "PDF", "Word (.docx)", "Untertitel (.srt)"}));
+    EXPECT_EQ(menuTexts(), (QStringList{"Textdatei (.txt)", "PDF", "Word (.docx)", "Untertitel (.srt)",
+                                        "Untertitel (.vtt)", "JSON (.json)"}));
     item.result.segments.clear();
     item.bundleURL = temp(QStringLiteral("bundle"));
     app.setCurrent(item);
     EXPECT_EQ(menuTexts(),
-              (QStringList{"Textdatei (.txt)", "PDF", "Word (.docx)", "Untertitel (.srt) (aus)", "-", "Im Dateimanager zeigen"}));
+              (QStringList{"Textdatei (.txt)", "PDF", "Word (.docx)", "Untertitel (.srt) (aus)",
+                           "Untertitel (.vtt) (aus)", "JSON (.json)", "-", "Im Dateimanager zeigen"}));
 }
 
 
