@@ -839,5 +839,36 @@
         <source>Programm für die Sprechertrennung nicht gefunden (App beschädigt?).</source>
         <translation>Speaker separation program not found (is the app damaged?).</translation>
     </message>
+    <message>
+        <source>Keine Treffer</source>
+        <translation>No matches</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 von %n</source>
+        <translation>
+            <numerusform>%1 of %n</numerusform>
+            <numerusform>%1 of %n</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Im Text suchen</source>
+        <translation>Find in text</translation>
+    </message>
+    <message>
+        <source>Vorheriger Treffer (Umschalt+Eingabe)</source>
+        <translation>Previous match (Shift+Enter)</translation>
+    </message>
+    <message>
+        <source>Nächster Treffer (Eingabe, F3)</source>
+        <translation>Next match (Enter, F3)</translation>
+    </message>
+    <message>
+        <source>Ab diesem Treffer abspielen (Alt+Eingabe)</source>
+        <translation>Play from this match (Alt+Enter)</translation>
+    </message>
+    <message>
+        <source>Suche schließen (Esc)</source>
+        <translation>Close search (Esc)</translation>
+    </message>
 </context>
 </TS>

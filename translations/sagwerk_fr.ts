@@ -839,5 +839,36 @@
         <source>Programm für die Sprechertrennung nicht gefunden (App beschädigt?).</source>
         <translation>Programme de séparation des locuteurs introuvable (application endommagée ?).</translation>
     </message>
+    <message>
+        <source>Keine Treffer</source>
+        <translation>Aucun résultat</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 von %n</source>
+        <translation>
+            <numerusform>%1 sur %n</numerusform>
+            <numerusform>%1 sur %n</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Im Text suchen</source>
+        <translation>Rechercher dans le texte</translation>
+    </message>
+    <message>
+        <source>Vorheriger Treffer (Umschalt+Eingabe)</source>
+        <translation>Résultat précédent (Maj+Entrée)</translation>
+    </message>
+    <message>
+        <source>Nächster Treffer (Eingabe, F3)</source>
+        <translation>Résultat suivant (Entrée, F3)</translation>
+    </message>
+    <message>
+        <source>Ab diesem Treffer abspielen (Alt+Eingabe)</source>
+        <translation>Lire à partir de ce résultat (Alt+Entrée)</translation>
+    </message>
+    <message>
+        <source>Suche schließen (Esc)</source>
+        <translation>Fermer la recherche (Échap)</translation>
+    </message>
 </context>
 </TS>

@@ -839,5 +839,36 @@
         <source>Programm für die Sprechertrennung nicht gefunden (App beschädigt?).</source>
         <translation>Programmet för talarseparation hittades inte (är appen skadad?).</translation>
     </message>
+    <message>
+        <source>Keine Treffer</source>
+        <translation>Inga träffar</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 von %n</source>
+        <translation>
+            <numerusform>%1 av %n</numerusform>
+            <numerusform>%1 av %n</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Im Text suchen</source>
+        <translation>Sök i texten</translation>
+    </message>
+    <message>
+        <source>Vorheriger Treffer (Umschalt+Eingabe)</source>
+        <translation>Föregående träff (Skift+Retur)</translation>
+    </message>
+    <message>
+        <source>Nächster Treffer (Eingabe, F3)</source>
+        <translation>Nästa träff (Retur, F3)</translation>
+    </message>
+    <message>
+        <source>Ab diesem Treffer abspielen (Alt+Eingabe)</source>
+        <translation>Spela upp från den här träffen (Alt+Retur)</translation>
+    </message>
+    <message>
+        <source>Suche schließen (Esc)</source>
+        <translation>Stäng sökningen (Esc)</translation>
+    </message>
 </context>
 </TS>
