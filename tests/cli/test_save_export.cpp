@@ -91,6 +91,22 @@ TEST(CliSaveExport, TranscribeIntoTheHistoryAndExportWithCorrections)
     ASSERT_EQ(byPath.status, 0) << byPath.err.toStdString();
     EXPECT_EQ(BundleStore::list().size(), 2);
     EXPECT_EQ(BundleStore::list().first().url.toUtf8(), byPath.out.trimmed());
+    // Several files go one after the other, each printed as it is stored; a broken one is
+    // named with its reason and does not stop the rest, and the run reports the failure.
+    const QString broken = Media::textFileNamedMp3();
+    const CliRun batch = cli({"transcribe", audio, broken, Media::tone(QStringLiteral("wav")), "--save", "--model",
+                              Media::tinyModel(), "--language", "de"});
+    EXPECT_EQ(batch.status, 1);
+    const QStringList folders = QString::fromUtf8(batch.out).split(u'\n', Qt::SkipEmptyParts);
+    EXPECT_EQ(folders.size(), 2) << batch.out.toStdString();
+    EXPECT_TRUE(batch.err.startsWith((broken + ": Audio konnte nicht").toUtf8())) << batch.err.toStdString();
+    EXPECT_EQ(BundleStore::list().size(), 4);
+    for (const QString &f : folders)
+        EXPECT_TRUE(QFile::exists(f + "/sagwerk.json"));
+    BundleStore::remove(folders[0]);
+    BundleStore::remove(folders[1]);
+    EXPECT_EQ(cli({"transcribe", audio, audio, "--model", Media::tinyModel()}).status, 2) << "JSON is for one file";
+
     const CliRun noFile = cli({"transcribe", audio, "--save", "--model", "/nonexistent/model.bin"});
     EXPECT_EQ(noFile.status, 1);
     EXPECT_EQ(noFile.err, "Kein Modell ausgewählt/installiert.\n");
