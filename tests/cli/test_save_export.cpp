@@ -84,6 +84,14 @@ TEST(CliSaveExport, TranscribeIntoTheHistoryAndExportWithCorrections)
     EXPECT_EQ(notABundle.status, 1);
     EXPECT_TRUE(notABundle.err.contains("keine lesbare Transkription"));
     EXPECT_EQ(cli({"export", folder, "--format", "pdf"}).status, 2);
+    // The command line speaks the user's locale, not the application's setting.
+    QSettings(QStringLiteral("Morvane"), QStringLiteral("Sagwerk")).setValue("appLanguage", "sv");
+    QProcessEnvironment french = QProcessEnvironment::systemEnvironment();
+    french.insert("LC_ALL", "fr_FR.UTF-8");
+    french.insert("LANGUAGE", "fr");
+    const CliRun inFrench = cli({"export", QDir::tempPath(), "--format", "txt"}, {}, french);
+    EXPECT_TRUE(inFrench.err.contains("n’est pas une transcription lisible")) << inFrench.err.toStdString();
+    QSettings(QStringLiteral("Morvane"), QStringLiteral("Sagwerk")).remove("appLanguage");
 
     // With --save, a model file outside the catalogue runs as given and is stored like any
     // other job; a file that is not there gets the job's own message.
