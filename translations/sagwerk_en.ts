@@ -431,6 +431,18 @@
         <translation>Audio and video files</translation>
     </message>
     <message>
+        <source>Umbenennen…</source>
+        <translation>Rename…</translation>
+    </message>
+    <message>
+        <source>Umbenennen</source>
+        <translation>Rename</translation>
+    </message>
+    <message>
+        <source>Name im Verlauf:</source>
+        <translation>Name in the history:</translation>
+    </message>
+    <message>
         <source>Modelle &amp; Einstellungen</source>
         <translation>Models &amp; Settings</translation>
     </message>
@@ -697,6 +709,14 @@
         <translation>Subtitles (.srt)</translation>
     </message>
     <message>
+        <source>Untertitel (.vtt)</source>
+        <translation>Subtitles (.vtt)</translation>
+    </message>
+    <message>
+        <source>JSON (.json)</source>
+        <translation>JSON (.json)</translation>
+    </message>
+    <message>
         <source>Im Finder zeigen</source>
         <translation>Show in file manager</translation>
     </message>
@@ -737,8 +757,20 @@
         <translation>Export</translation>
     </message>
     <message>
+        <source>Sprecher umbenennen</source>
+        <translation>Rename speaker</translation>
+    </message>
+    <message>
+        <source>Neuer Name für „%1“:</source>
+        <translation>New name for “%1”:</translation>
+    </message>
+    <message>
         <source>Korrektur erstellen…</source>
         <translation>Create correction…</translation>
+    </message>
+    <message>
+        <source>Sprecher umbenennen…</source>
+        <translation>Rename speaker…</translation>
     </message>
     <message>
         <source>Dieses Format kann macOS nicht direkt dekodieren (z. B. Opus aus WhatsApp/Telegram). Bitte die Datei vorher in ein gängiges Format wie m4a oder mp3 umwandeln.</source>
@@ -870,6 +902,35 @@
     <message>
         <source>in %1 s</source>
         <translation>in %1 s</translation>
+        <source>Keine Treffer</source>
+        <translation>No matches</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 von %n</source>
+        <translation>
+            <numerusform>%1 of %n</numerusform>
+            <numerusform>%1 of %n</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Im Text suchen</source>
+        <translation>Find in text</translation>
+    </message>
+    <message>
+        <source>Vorheriger Treffer (Umschalt+Eingabe)</source>
+        <translation>Previous match (Shift+Enter)</translation>
+    </message>
+    <message>
+        <source>Nächster Treffer (Eingabe, F3)</source>
+        <translation>Next match (Enter, F3)</translation>
+    </message>
+    <message>
+        <source>Ab diesem Treffer abspielen (Alt+Eingabe)</source>
+        <translation>Play from this match (Alt+Enter)</translation>
+    </message>
+    <message>
+        <source>Suche schließen (Esc)</source>
+        <translation>Close search (Esc)</translation>
     </message>
 </context>
 </TS>

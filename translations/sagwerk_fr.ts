@@ -431,6 +431,18 @@
         <translation>Fichiers audio et vidéo</translation>
     </message>
     <message>
+        <source>Umbenennen…</source>
+        <translation>Renommer…</translation>
+    </message>
+    <message>
+        <source>Umbenennen</source>
+        <translation>Renommer</translation>
+    </message>
+    <message>
+        <source>Name im Verlauf:</source>
+        <translation>Nom dans l’historique :</translation>
+    </message>
+    <message>
         <source>Modelle &amp; Einstellungen</source>
         <translation>Modèles et réglages</translation>
     </message>
@@ -697,6 +709,14 @@
         <translation>Sous-titres (.srt)</translation>
     </message>
     <message>
+        <source>Untertitel (.vtt)</source>
+        <translation>Sous-titres (.vtt)</translation>
+    </message>
+    <message>
+        <source>JSON (.json)</source>
+        <translation>JSON (.json)</translation>
+    </message>
+    <message>
         <source>Im Finder zeigen</source>
         <translation>Afficher dans le gestionnaire de fichiers</translation>
     </message>
@@ -737,8 +757,20 @@
         <translation>Exporter</translation>
     </message>
     <message>
+        <source>Sprecher umbenennen</source>
+        <translation>Renommer l’intervenant</translation>
+    </message>
+    <message>
+        <source>Neuer Name für „%1“:</source>
+        <translation>Nouveau nom pour « %1 » :</translation>
+    </message>
+    <message>
         <source>Korrektur erstellen…</source>
         <translation>Créer une correction…</translation>
+    </message>
+    <message>
+        <source>Sprecher umbenennen…</source>
+        <translation>Renommer l’intervenant…</translation>
     </message>
     <message>
         <source>Dieses Format kann macOS nicht direkt dekodieren (z. B. Opus aus WhatsApp/Telegram). Bitte die Datei vorher in ein gängiges Format wie m4a oder mp3 umwandeln.</source>
@@ -870,6 +902,35 @@
     <message>
         <source>in %1 s</source>
         <translation>en %1 s</translation>
+        <source>Keine Treffer</source>
+        <translation>Aucun résultat</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 von %n</source>
+        <translation>
+            <numerusform>%1 sur %n</numerusform>
+            <numerusform>%1 sur %n</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Im Text suchen</source>
+        <translation>Rechercher dans le texte</translation>
+    </message>
+    <message>
+        <source>Vorheriger Treffer (Umschalt+Eingabe)</source>
+        <translation>Résultat précédent (Maj+Entrée)</translation>
+    </message>
+    <message>
+        <source>Nächster Treffer (Eingabe, F3)</source>
+        <translation>Résultat suivant (Entrée, F3)</translation>
+    </message>
+    <message>
+        <source>Ab diesem Treffer abspielen (Alt+Eingabe)</source>
+        <translation>Lire à partir de ce résultat (Alt+Entrée)</translation>
+    </message>
+    <message>
+        <source>Suche schließen (Esc)</source>
+        <translation>Fermer la recherche (Échap)</translation>
     </message>
 </context>
 </TS>

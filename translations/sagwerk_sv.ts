@@ -431,6 +431,18 @@
         <translation>Ljud- och videofiler</translation>
     </message>
     <message>
+        <source>Umbenennen…</source>
+        <translation>Byt namn…</translation>
+    </message>
+    <message>
+        <source>Umbenennen</source>
+        <translation>Byt namn</translation>
+    </message>
+    <message>
+        <source>Name im Verlauf:</source>
+        <translation>Namn i historiken:</translation>
+    </message>
+    <message>
         <source>Modelle &amp; Einstellungen</source>
         <translation>Modeller och inställningar</translation>
     </message>
@@ -697,6 +709,14 @@
         <translation>Undertexter (.srt)</translation>
     </message>
     <message>
+        <source>Untertitel (.vtt)</source>
+        <translation>Undertexter (.vtt)</translation>
+    </message>
+    <message>
+        <source>JSON (.json)</source>
+        <translation>JSON (.json)</translation>
+    </message>
+    <message>
         <source>Im Finder zeigen</source>
         <translation>Visa i filhanteraren</translation>
     </message>
@@ -737,8 +757,20 @@
         <translation>Exportera</translation>
     </message>
     <message>
+        <source>Sprecher umbenennen</source>
+        <translation>Byt namn på talare</translation>
+    </message>
+    <message>
+        <source>Neuer Name für „%1“:</source>
+        <translation>Nytt namn för ”%1”:</translation>
+    </message>
+    <message>
         <source>Korrektur erstellen…</source>
         <translation>Skapa korrigering…</translation>
+    </message>
+    <message>
+        <source>Sprecher umbenennen…</source>
+        <translation>Byt namn på talare…</translation>
     </message>
     <message>
         <source>Dieses Format kann macOS nicht direkt dekodieren (z. B. Opus aus WhatsApp/Telegram). Bitte die Datei vorher in ein gängiges Format wie m4a oder mp3 umwandeln.</source>
@@ -870,6 +902,35 @@
     <message>
         <source>in %1 s</source>
         <translation>på %1 s</translation>
+        <source>Keine Treffer</source>
+        <translation>Inga träffar</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 von %n</source>
+        <translation>
+            <numerusform>%1 av %n</numerusform>
+            <numerusform>%1 av %n</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Im Text suchen</source>
+        <translation>Sök i texten</translation>
+    </message>
+    <message>
+        <source>Vorheriger Treffer (Umschalt+Eingabe)</source>
+        <translation>Föregående träff (Skift+Retur)</translation>
+    </message>
+    <message>
+        <source>Nächster Treffer (Eingabe, F3)</source>
+        <translation>Nästa träff (Retur, F3)</translation>
+    </message>
+    <message>
+        <source>Ab diesem Treffer abspielen (Alt+Eingabe)</source>
+        <translation>Spela upp från den här träffen (Alt+Retur)</translation>
+    </message>
+    <message>
+        <source>Suche schließen (Esc)</source>
+        <translation>Stäng sökningen (Esc)</translation>
     </message>
 </context>
 </TS>

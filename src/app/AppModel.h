@@ -191,9 +191,19 @@ public:
                        bool wholeWord);
     void removeCorrection(const QString &itemId, const QUuid &correctionId);
 
+    // --- Names ---
+    void setSpeakerNames(const QString &itemId, const QMap<QString, QString> &names);
+    void renameSpeaker(const QString &itemId, const QString &shown, const QString &name);
+    void renameItem(const QString &itemId, const QString &name);
+
     // --- Text forms ---
     static QString plainText(const HistoryItem &item, bool withTimestamps);
-    static QString srt(const HistoryItem &item);
+    // Subtitles carry the corrections; with `withSpeakers` SubRip puts the speaker's name in
+    // front of each line, and WebVTT tags its voices whenever the speakers are known.
+    static QString srt(const HistoryItem &item, bool withSpeakers = false);
+    static QString vtt(const HistoryItem &item);
+    // The whole transcript for other tools (docs/transcript-json.md).
+    static QByteArray transcriptJson(const HistoryItem &item);
 
 signals:
     void selectedModelIdChanged();
@@ -229,6 +239,7 @@ private:
     friend class TranscriptionJob;
     friend class LinkImport;
     friend class ItemCorrections;
+    friend class ItemNames;
     friend class Refinement;
     friend class SpeakerJob;
     friend class InterviewCompletion;
