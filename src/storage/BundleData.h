@@ -39,10 +39,10 @@ struct StoredSegment {
 };
 
 // The document `sagwerk.json` of a bundle folder. Only `words`, `speakerText`,
-// `corrections` and `sourceContent` may be missing; any other missing or mistyped key
-// rejects the whole document. `sourceContent` is read leniently: older documents lack it,
-// and one that cannot be read only means the source is not recognised again. Keys beyond
-// these are not kept.
+// `corrections`, `sourceContent`, `model` and `speakerNames` may be missing; any other
+// missing or mistyped key rejects the whole document. `sourceContent` is read leniently:
+// older documents lack it, and one that cannot be read only means the source is not
+// recognised again. Keys beyond these are not kept.
 struct BundleData {
     QString displayName;
     QDateTime createdAt;
@@ -56,6 +56,9 @@ struct BundleData {
     std::optional<QString> speakerText;
     std::optional<QList<Correction>> corrections;
     std::optional<SourceContent> sourceContent;
+    std::optional<QString> model;
+    // The names given to speakers, by their label.
+    std::optional<QMap<QString, QString>> speakerNames;
 
     bool operator==(const BundleData &) const = default;
 

@@ -232,6 +232,8 @@ LoadedBundle create(const QString &displayName, const QDateTime &createdAt, cons
     data.audioFileName = audioFileName;
     data.fullText = result.fullText;
     data.sourceContent = content;
+    if (!result.model.isEmpty())
+        data.model = result.model;
     for (const TranscriptSegment &s : result.segments) {
         QList<StoredWord> words;
         for (const TranscriptWord &w : s.words)
@@ -312,6 +314,16 @@ void saveCorrections(const QString &bundle, const QList<Correction> &corrections
 void saveSpeakerText(const QString &bundle, const QString &text)
 {
     patch(bundle, [&](BundleData &d) { d.speakerText = text; });
+}
+
+void saveSpeakerNames(const QString &bundle, const QMap<QString, QString> &names)
+{
+    patch(bundle, [&](BundleData &d) { d.speakerNames = names.isEmpty() ? std::nullopt : std::optional(names); });
+}
+
+void saveDisplayName(const QString &bundle, const QString &name)
+{
+    patch(bundle, [&](BundleData &d) { d.displayName = name; });
 }
 
 void remove(const QString &bundle)

@@ -56,6 +56,10 @@ void saveSmoothed(const QString &bundle, qint64 level, const QString &text);
 // An empty list removes the key.
 void saveCorrections(const QString &bundle, const QList<Correction> &corrections);
 void saveSpeakerText(const QString &bundle, const QString &text);
+// An empty map removes the key.
+void saveSpeakerNames(const QString &bundle, const QMap<QString, QString> &names);
+// The name the history shows; the folder keeps its name.
+void saveDisplayName(const QString &bundle, const QString &name);
 
 // The only way from disk to memory. Segments get fresh ids; the audio path is not
 // checked; `smoothed` keeps only the keys that are decimal integers (no blank, no line
