@@ -80,6 +80,22 @@
         <translation>This transcription has no level %1.</translation>
     </message>
     <message>
+        <source>Fertig: %1</source>
+        <translation>Done: %1</translation>
+    </message>
+    <message>
+        <source>Übersprungen, schon im Verlauf: %1</source>
+        <translation>Skipped, already in the history: %1</translation>
+    </message>
+    <message>
+        <source>Fehlgeschlagen: %1: %2</source>
+        <translation>Failed: %1: %2</translation>
+    </message>
+    <message>
+        <source>Fertig: %1 · übersprungen: %2 · fehlgeschlagen: %3</source>
+        <translation>Done: %1 · skipped: %2 · failed: %3</translation>
+    </message>
+    <message>
         <source>Die Datei „%1“ konnte nicht geschrieben werden: %2</source>
         <translation>The file “%1” could not be written: %2</translation>
     </message>
@@ -415,6 +431,18 @@
         <translation>Audio and video files</translation>
     </message>
     <message>
+        <source>Umbenennen…</source>
+        <translation>Rename…</translation>
+    </message>
+    <message>
+        <source>Umbenennen</source>
+        <translation>Rename</translation>
+    </message>
+    <message>
+        <source>Name im Verlauf:</source>
+        <translation>Name in the history:</translation>
+    </message>
+    <message>
         <source>Modelle &amp; Einstellungen</source>
         <translation>Models &amp; Settings</translation>
     </message>
@@ -641,6 +669,13 @@
         <source>Stufe %1 · %2</source>
         <translation>Level %1 · %2</translation>
     </message>
+    <message numerus="yes">
+        <source>%n Sprecher</source>
+        <translation>
+            <numerusform>%n speaker</numerusform>
+            <numerusform>%n speakers</numerusform>
+        </translation>
+    </message>
     <message>
         <source>Neu erkennen</source>
         <translation>Detect Again</translation>
@@ -672,6 +707,14 @@
     <message>
         <source>Untertitel (.srt)</source>
         <translation>Subtitles (.srt)</translation>
+    </message>
+    <message>
+        <source>Untertitel (.vtt)</source>
+        <translation>Subtitles (.vtt)</translation>
+    </message>
+    <message>
+        <source>JSON (.json)</source>
+        <translation>JSON (.json)</translation>
     </message>
     <message>
         <source>Im Finder zeigen</source>
@@ -714,8 +757,20 @@
         <translation>Export</translation>
     </message>
     <message>
+        <source>Sprecher umbenennen</source>
+        <translation>Rename speaker</translation>
+    </message>
+    <message>
+        <source>Neuer Name für „%1“:</source>
+        <translation>New name for “%1”:</translation>
+    </message>
+    <message>
         <source>Korrektur erstellen…</source>
         <translation>Create correction…</translation>
+    </message>
+    <message>
+        <source>Sprecher umbenennen…</source>
+        <translation>Rename speaker…</translation>
     </message>
     <message>
         <source>Dieses Format kann macOS nicht direkt dekodieren (z. B. Opus aus WhatsApp/Telegram). Bitte die Datei vorher in ein gängiges Format wie m4a oder mp3 umwandeln.</source>
@@ -786,6 +841,10 @@
         <translation>AI is adding names and roles…</translation>
     </message>
     <message>
+        <source>Nur eine Stimme erkannt. Sind es mehr, wähle ihre Anzahl und erkenne neu.</source>
+        <translation>Only one voice found. If there are more, choose how many and detect again.</translation>
+    </message>
+    <message>
         <source>Der Server lieferte keine Modelldatei.</source>
         <translation>The server did not deliver a model file.</translation>
     </message>
@@ -809,6 +868,30 @@
         <source>Programm für die Sprechertrennung nicht gefunden (App beschädigt?).</source>
         <translation>Speaker separation program not found (is the app damaged?).</translation>
     </message>
+    <message>
+        <source>Die Liste konnte nicht gelesen werden.</source>
+        <translation>The list could not be read.</translation>
+    </message>
+    <message>
+        <source>Datei nicht gefunden.</source>
+        <translation>File not found.</translation>
+    </message>
+    <message>
+        <source>Der Anteil muss K/N sein (0 ≤ K &lt; N) oder auto.</source>
+        <translation>The share must be K/N (0 ≤ K &lt; N) or auto.</translation>
+    </message>
+    <message>
+        <source>Die Zahl der Anteile fehlt (SAGWERK_SHARD_COUNT).</source>
+        <translation>The number of shares is missing (SAGWERK_SHARD_COUNT).</translation>
+    </message>
+    <message>
+        <source>Kein Planer gibt einen Anteil vor (SLURM_ARRAY_TASK_ID, JOB_COMPLETION_INDEX, SAGWERK_SHARD_INDEX oder PARALLEL_SEQ).</source>
+        <translation>No scheduler sets a share (SLURM_ARRAY_TASK_ID, JOB_COMPLETION_INDEX, SAGWERK_SHARD_INDEX or PARALLEL_SEQ).</translation>
+    </message>
+    <message>
+        <source>Die Datei konnte nicht gelesen werden.</source>
+        <translation>The file could not be read.</translation>
+    </message>
     <message numerus="yes">
         <source>%n Segmente</source>
         <translation>
@@ -819,6 +902,35 @@
     <message>
         <source>in %1 s</source>
         <translation>in %1 s</translation>
+        <source>Keine Treffer</source>
+        <translation>No matches</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 von %n</source>
+        <translation>
+            <numerusform>%1 of %n</numerusform>
+            <numerusform>%1 of %n</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Im Text suchen</source>
+        <translation>Find in text</translation>
+    </message>
+    <message>
+        <source>Vorheriger Treffer (Umschalt+Eingabe)</source>
+        <translation>Previous match (Shift+Enter)</translation>
+    </message>
+    <message>
+        <source>Nächster Treffer (Eingabe, F3)</source>
+        <translation>Next match (Enter, F3)</translation>
+    </message>
+    <message>
+        <source>Ab diesem Treffer abspielen (Alt+Eingabe)</source>
+        <translation>Play from this match (Alt+Enter)</translation>
+    </message>
+    <message>
+        <source>Suche schließen (Esc)</source>
+        <translation>Close search (Esc)</translation>
     </message>
 </context>
 </TS>

@@ -80,6 +80,22 @@
         <translation>Cette transcription n’a pas de niveau %1.</translation>
     </message>
     <message>
+        <source>Fertig: %1</source>
+        <translation>Terminé : %1</translation>
+    </message>
+    <message>
+        <source>Übersprungen, schon im Verlauf: %1</source>
+        <translation>Ignoré, déjà dans l’historique : %1</translation>
+    </message>
+    <message>
+        <source>Fehlgeschlagen: %1: %2</source>
+        <translation>Échec : %1 : %2</translation>
+    </message>
+    <message>
+        <source>Fertig: %1 · übersprungen: %2 · fehlgeschlagen: %3</source>
+        <translation>Terminés : %1 · ignorés : %2 · échecs : %3</translation>
+    </message>
+    <message>
         <source>Die Datei „%1“ konnte nicht geschrieben werden: %2</source>
         <translation>Impossible d’écrire le fichier « %1 » : %2</translation>
     </message>
@@ -415,6 +431,18 @@
         <translation>Fichiers audio et vidéo</translation>
     </message>
     <message>
+        <source>Umbenennen…</source>
+        <translation>Renommer…</translation>
+    </message>
+    <message>
+        <source>Umbenennen</source>
+        <translation>Renommer</translation>
+    </message>
+    <message>
+        <source>Name im Verlauf:</source>
+        <translation>Nom dans l’historique :</translation>
+    </message>
+    <message>
         <source>Modelle &amp; Einstellungen</source>
         <translation>Modèles et réglages</translation>
     </message>
@@ -641,6 +669,13 @@
         <source>Stufe %1 · %2</source>
         <translation>Niveau %1 · %2</translation>
     </message>
+    <message numerus="yes">
+        <source>%n Sprecher</source>
+        <translation>
+            <numerusform>%n locuteur</numerusform>
+            <numerusform>%n locuteurs</numerusform>
+        </translation>
+    </message>
     <message>
         <source>Neu erkennen</source>
         <translation>Détecter à nouveau</translation>
@@ -672,6 +707,14 @@
     <message>
         <source>Untertitel (.srt)</source>
         <translation>Sous-titres (.srt)</translation>
+    </message>
+    <message>
+        <source>Untertitel (.vtt)</source>
+        <translation>Sous-titres (.vtt)</translation>
+    </message>
+    <message>
+        <source>JSON (.json)</source>
+        <translation>JSON (.json)</translation>
     </message>
     <message>
         <source>Im Finder zeigen</source>
@@ -714,8 +757,20 @@
         <translation>Exporter</translation>
     </message>
     <message>
+        <source>Sprecher umbenennen</source>
+        <translation>Renommer l’intervenant</translation>
+    </message>
+    <message>
+        <source>Neuer Name für „%1“:</source>
+        <translation>Nouveau nom pour « %1 » :</translation>
+    </message>
+    <message>
         <source>Korrektur erstellen…</source>
         <translation>Créer une correction…</translation>
+    </message>
+    <message>
+        <source>Sprecher umbenennen…</source>
+        <translation>Renommer l’intervenant…</translation>
     </message>
     <message>
         <source>Dieses Format kann macOS nicht direkt dekodieren (z. B. Opus aus WhatsApp/Telegram). Bitte die Datei vorher in ein gängiges Format wie m4a oder mp3 umwandeln.</source>
@@ -786,6 +841,10 @@
         <translation>L’IA ajoute les noms et les rôles…</translation>
     </message>
     <message>
+        <source>Nur eine Stimme erkannt. Sind es mehr, wähle ihre Anzahl und erkenne neu.</source>
+        <translation>Une seule voix détectée. S’il y en a plus, choisissez leur nombre et relancez la détection.</translation>
+    </message>
+    <message>
         <source>Der Server lieferte keine Modelldatei.</source>
         <translation>Le serveur n’a pas fourni de fichier de modèle.</translation>
     </message>
@@ -809,6 +868,30 @@
         <source>Programm für die Sprechertrennung nicht gefunden (App beschädigt?).</source>
         <translation>Programme de séparation des locuteurs introuvable (application endommagée ?).</translation>
     </message>
+    <message>
+        <source>Die Liste konnte nicht gelesen werden.</source>
+        <translation>La liste n’a pas pu être lue.</translation>
+    </message>
+    <message>
+        <source>Datei nicht gefunden.</source>
+        <translation>Fichier introuvable.</translation>
+    </message>
+    <message>
+        <source>Der Anteil muss K/N sein (0 ≤ K &lt; N) oder auto.</source>
+        <translation>La part doit être K/N (0 ≤ K &lt; N) ou auto.</translation>
+    </message>
+    <message>
+        <source>Die Zahl der Anteile fehlt (SAGWERK_SHARD_COUNT).</source>
+        <translation>Le nombre de parts manque (SAGWERK_SHARD_COUNT).</translation>
+    </message>
+    <message>
+        <source>Kein Planer gibt einen Anteil vor (SLURM_ARRAY_TASK_ID, JOB_COMPLETION_INDEX, SAGWERK_SHARD_INDEX oder PARALLEL_SEQ).</source>
+        <translation>Aucun planificateur n’indique de part (SLURM_ARRAY_TASK_ID, JOB_COMPLETION_INDEX, SAGWERK_SHARD_INDEX ou PARALLEL_SEQ).</translation>
+    </message>
+    <message>
+        <source>Die Datei konnte nicht gelesen werden.</source>
+        <translation>Le fichier n’a pas pu être lu.</translation>
+    </message>
     <message numerus="yes">
         <source>%n Segmente</source>
         <translation>
@@ -819,6 +902,35 @@
     <message>
         <source>in %1 s</source>
         <translation>en %1 s</translation>
+        <source>Keine Treffer</source>
+        <translation>Aucun résultat</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 von %n</source>
+        <translation>
+            <numerusform>%1 sur %n</numerusform>
+            <numerusform>%1 sur %n</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Im Text suchen</source>
+        <translation>Rechercher dans le texte</translation>
+    </message>
+    <message>
+        <source>Vorheriger Treffer (Umschalt+Eingabe)</source>
+        <translation>Résultat précédent (Maj+Entrée)</translation>
+    </message>
+    <message>
+        <source>Nächster Treffer (Eingabe, F3)</source>
+        <translation>Résultat suivant (Entrée, F3)</translation>
+    </message>
+    <message>
+        <source>Ab diesem Treffer abspielen (Alt+Eingabe)</source>
+        <translation>Lire à partir de ce résultat (Alt+Entrée)</translation>
+    </message>
+    <message>
+        <source>Suche schließen (Esc)</source>
+        <translation>Fermer la recherche (Échap)</translation>
     </message>
 </context>
 </TS>

@@ -80,6 +80,22 @@
         <translation>Den här transkriptionen har ingen nivå %1.</translation>
     </message>
     <message>
+        <source>Fertig: %1</source>
+        <translation>Klar: %1</translation>
+    </message>
+    <message>
+        <source>Übersprungen, schon im Verlauf: %1</source>
+        <translation>Hoppades över, finns redan i historiken: %1</translation>
+    </message>
+    <message>
+        <source>Fehlgeschlagen: %1: %2</source>
+        <translation>Misslyckades: %1: %2</translation>
+    </message>
+    <message>
+        <source>Fertig: %1 · übersprungen: %2 · fehlgeschlagen: %3</source>
+        <translation>Klara: %1 · överhoppade: %2 · misslyckade: %3</translation>
+    </message>
+    <message>
         <source>Die Datei „%1“ konnte nicht geschrieben werden: %2</source>
         <translation>Filen ”%1” kunde inte skrivas: %2</translation>
     </message>
@@ -415,6 +431,18 @@
         <translation>Ljud- och videofiler</translation>
     </message>
     <message>
+        <source>Umbenennen…</source>
+        <translation>Byt namn…</translation>
+    </message>
+    <message>
+        <source>Umbenennen</source>
+        <translation>Byt namn</translation>
+    </message>
+    <message>
+        <source>Name im Verlauf:</source>
+        <translation>Namn i historiken:</translation>
+    </message>
+    <message>
         <source>Modelle &amp; Einstellungen</source>
         <translation>Modeller och inställningar</translation>
     </message>
@@ -641,6 +669,13 @@
         <source>Stufe %1 · %2</source>
         <translation>Nivå %1 · %2</translation>
     </message>
+    <message numerus="yes">
+        <source>%n Sprecher</source>
+        <translation>
+            <numerusform>%n talare</numerusform>
+            <numerusform>%n talare</numerusform>
+        </translation>
+    </message>
     <message>
         <source>Neu erkennen</source>
         <translation>Identifiera igen</translation>
@@ -672,6 +707,14 @@
     <message>
         <source>Untertitel (.srt)</source>
         <translation>Undertexter (.srt)</translation>
+    </message>
+    <message>
+        <source>Untertitel (.vtt)</source>
+        <translation>Undertexter (.vtt)</translation>
+    </message>
+    <message>
+        <source>JSON (.json)</source>
+        <translation>JSON (.json)</translation>
     </message>
     <message>
         <source>Im Finder zeigen</source>
@@ -714,8 +757,20 @@
         <translation>Exportera</translation>
     </message>
     <message>
+        <source>Sprecher umbenennen</source>
+        <translation>Byt namn på talare</translation>
+    </message>
+    <message>
+        <source>Neuer Name für „%1“:</source>
+        <translation>Nytt namn för ”%1”:</translation>
+    </message>
+    <message>
         <source>Korrektur erstellen…</source>
         <translation>Skapa korrigering…</translation>
+    </message>
+    <message>
+        <source>Sprecher umbenennen…</source>
+        <translation>Byt namn på talare…</translation>
     </message>
     <message>
         <source>Dieses Format kann macOS nicht direkt dekodieren (z. B. Opus aus WhatsApp/Telegram). Bitte die Datei vorher in ein gängiges Format wie m4a oder mp3 umwandeln.</source>
@@ -786,6 +841,10 @@
         <translation>AI lägger till namn och roller…</translation>
     </message>
     <message>
+        <source>Nur eine Stimme erkannt. Sind es mehr, wähle ihre Anzahl und erkenne neu.</source>
+        <translation>Bara en röst hittades. Finns det fler, välj antalet och identifiera igen.</translation>
+    </message>
+    <message>
         <source>Der Server lieferte keine Modelldatei.</source>
         <translation>Servern levererade ingen modellfil.</translation>
     </message>
@@ -809,6 +868,30 @@
         <source>Programm für die Sprechertrennung nicht gefunden (App beschädigt?).</source>
         <translation>Programmet för talarseparation hittades inte (är appen skadad?).</translation>
     </message>
+    <message>
+        <source>Die Liste konnte nicht gelesen werden.</source>
+        <translation>Listan kunde inte läsas.</translation>
+    </message>
+    <message>
+        <source>Datei nicht gefunden.</source>
+        <translation>Filen hittades inte.</translation>
+    </message>
+    <message>
+        <source>Der Anteil muss K/N sein (0 ≤ K &lt; N) oder auto.</source>
+        <translation>Andelen måste vara K/N (0 ≤ K &lt; N) eller auto.</translation>
+    </message>
+    <message>
+        <source>Die Zahl der Anteile fehlt (SAGWERK_SHARD_COUNT).</source>
+        <translation>Antalet andelar saknas (SAGWERK_SHARD_COUNT).</translation>
+    </message>
+    <message>
+        <source>Kein Planer gibt einen Anteil vor (SLURM_ARRAY_TASK_ID, JOB_COMPLETION_INDEX, SAGWERK_SHARD_INDEX oder PARALLEL_SEQ).</source>
+        <translation>Ingen schemaläggare anger någon andel (SLURM_ARRAY_TASK_ID, JOB_COMPLETION_INDEX, SAGWERK_SHARD_INDEX eller PARALLEL_SEQ).</translation>
+    </message>
+    <message>
+        <source>Die Datei konnte nicht gelesen werden.</source>
+        <translation>Filen kunde inte läsas.</translation>
+    </message>
     <message numerus="yes">
         <source>%n Segmente</source>
         <translation>
@@ -819,6 +902,35 @@
     <message>
         <source>in %1 s</source>
         <translation>på %1 s</translation>
+        <source>Keine Treffer</source>
+        <translation>Inga träffar</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 von %n</source>
+        <translation>
+            <numerusform>%1 av %n</numerusform>
+            <numerusform>%1 av %n</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Im Text suchen</source>
+        <translation>Sök i texten</translation>
+    </message>
+    <message>
+        <source>Vorheriger Treffer (Umschalt+Eingabe)</source>
+        <translation>Föregående träff (Skift+Retur)</translation>
+    </message>
+    <message>
+        <source>Nächster Treffer (Eingabe, F3)</source>
+        <translation>Nästa träff (Retur, F3)</translation>
+    </message>
+    <message>
+        <source>Ab diesem Treffer abspielen (Alt+Eingabe)</source>
+        <translation>Spela upp från den här träffen (Alt+Retur)</translation>
+    </message>
+    <message>
+        <source>Suche schließen (Esc)</source>
+        <translation>Stäng sökningen (Esc)</translation>
     </message>
 </context>
 </TS>

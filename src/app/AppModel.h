@@ -101,6 +101,12 @@ public:
     int speakerCount() const { return m_speakerCount; }
     QString appLanguage() const { return m_appLanguage; }
     const std::optional<QString> &speakerStatus() const { return m_speakerStatus.value(); }
+    // What the last speaker job of the item has to tell beside its text (one voice found
+    // where the count was left open); empty for none.
+    QString speakerNotice(const QString &itemId) const
+    {
+        return m_speakerNotice.value().first == itemId ? m_speakerNotice.value().second : QString();
+    }
     bool interviewActive() const { return m_interviewActive; }
     bool interviewLiveSpeakers() const { return m_interviewLiveSpeakers; }
 
@@ -181,7 +187,8 @@ public:
     // Separates the item's speakers into its `speakerText` and its bundle: by voice when
     // its audio is there, else by an AI model alone. Returns at once; does nothing while
     // a job runs for the item. Failures end in errorMessage, a cancel in silence.
-    void detectSpeakers(const HistoryItem &item);
+    // `speakerCount` (0 for automatic) replaces the setting for this job.
+    void detectSpeakers(const HistoryItem &item, std::optional<int> speakerCount = std::nullopt);
     void cancelSpeakers();
 
     // --- Corrections ---
@@ -189,9 +196,19 @@ public:
                        bool wholeWord);
     void removeCorrection(const QString &itemId, const QUuid &correctionId);
 
+    // --- Names ---
+    void setSpeakerNames(const QString &itemId, const QMap<QString, QString> &names);
+    void renameSpeaker(const QString &itemId, const QString &shown, const QString &name);
+    void renameItem(const QString &itemId, const QString &name);
+
     // --- Text forms ---
     static QString plainText(const HistoryItem &item, bool withTimestamps);
-    static QString srt(const HistoryItem &item);
+    // Subtitles carry the corrections; with `withSpeakers` SubRip puts the speaker's name in
+    // front of each line, and WebVTT tags its voices whenever the speakers are known.
+    static QString srt(const HistoryItem &item, bool withSpeakers = false);
+    static QString vtt(const HistoryItem &item);
+    // The whole transcript for other tools (docs/transcript-json.md).
+    static QByteArray transcriptJson(const HistoryItem &item);
 
 signals:
     void selectedModelIdChanged();
@@ -218,6 +235,7 @@ signals:
     void speakerCountChanged();
     void appLanguageChanged();
     void speakerStatusChanged();
+    void speakerNoticeChanged();
     void interviewActiveChanged();
     void interviewLiveSpeakersChanged();
 
@@ -226,6 +244,7 @@ private:
     friend class TranscriptionJob;
     friend class LinkImport;
     friend class ItemCorrections;
+    friend class ItemNames;
     friend class Refinement;
     friend class SpeakerJob;
     friend class InterviewCompletion;
@@ -279,6 +298,8 @@ private:
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, int, m_speakerCount, &AppModel::speakerCountChanged)
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, QString, m_appLanguage, &AppModel::appLanguageChanged)
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, std::optional<QString>, m_speakerStatus, &AppModel::speakerStatusChanged)
+    using ItemText = std::pair<QString, QString>; // item id, text
+    Q_OBJECT_BINDABLE_PROPERTY(AppModel, ItemText, m_speakerNotice, &AppModel::speakerNoticeChanged)
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, bool, m_interviewActive, &AppModel::interviewActiveChanged)
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, bool, m_interviewLiveSpeakers, &AppModel::interviewLiveSpeakersChanged)
 

@@ -4,6 +4,7 @@
 #include "core/UserError.h"
 #include "engine/Engine.h"
 #include "engine/EngineError.h"
+#include "engine/VadModel.h"
 #include "engine/WhisperEngine.h"
 #include "storage/BundleStore.h"
 
@@ -59,6 +60,22 @@ void TranscriptionJob::start(const QString &url, const QString &displayName, con
             Qt::QueuedConnection);
     };
 
+    // The voice-activity model comes first, fetched on first use; without it recognition
+    // runs all the same.
+    VadModel::ensure(control).then(this, [=, this](const QString &) {
+        if (control->isCancelled()) {
+            finish(Outcome{{}, {}, {}, true}, displayName, createdAt);
+            return;
+        }
+        run(url, displayName, createdAt, modelPath, language, control, progress);
+    });
+}
+
+void TranscriptionJob::run(const QString &url, const QString &displayName, const QDateTime &createdAt,
+                           const QString &modelPath, const QString &language, const TranscribeControlPtr &control,
+                           const std::function<void(double)> &progress)
+{
+    QPointer<TranscriptionJob> self(this);
     QFuture<Outcome> task = QtConcurrent::run([=]() -> Outcome {
         Outcome outcome;
         // Finding the device loads the library's backends: here, not on the GUI thread.

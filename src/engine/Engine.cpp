@@ -230,7 +230,10 @@ TranscriptionResult transcribe(const QString &input, const QString &model, const
     const std::vector<float> samples = decodeTo16kMonoFloats(input, control);
     if (control && control->isCancelled())
         throw EngineError::cancelled();
-    return WhisperEngine::transcribe(samples, model, language, control, progress ? progress : [](double) {});
+    TranscriptionResult result =
+        WhisperEngine::transcribe(samples, model, language, control, progress ? progress : [](double) {});
+    result.model = QFileInfo(model).fileName();
+    return result;
 }
 
 } // namespace Engine

@@ -101,8 +101,11 @@ const QList<HelpSection> &HelpContent::english()
                         "**Play and pause** with the player bar.",
                         "**Jump**: clicking a word moves playback to that spot.",
                         "**Select**: when you drag across a passage, playback jumps to its start.",
-                        "**Copy**: copy selected text with Ctrl+C, the whole text with **Copy**.",
+                        "**Copy**: copy selected text with Ctrl+C, the whole text with **Copy** or Ctrl+Shift+C.",
                         "**Timestamps**: the switch shows or hides the time column to the left of the text.",
+                        "**Space** plays and pauses, unless a text field has the focus.",
+                        "**Find** with Ctrl+F: case and accents do not count. Enter or F3 goes to the next match, "
+                        "Shift+Enter to the previous one, Alt+Enter plays from the match, Esc closes the search.",
                     }),
                     p("**Correct** turns a selection into a find-and-replace rule. Corrections never change the "
                       "original: they apply when the text is shown, copied and exported, and you can remove them "
@@ -118,6 +121,9 @@ const QList<HelpSection> &HelpContent::english()
                         "or roles – but only when the conversation makes them clear, for instance when someone "
                         "introduces themselves.",
                     }),
+                    p("To rename a speaker, double-click its heading in the speaker view or use the context menu, "
+                      "turning „Sprecher 1“ into “Diane Miller”, say. The name holds in every view, in copies and in "
+                      "every export; Ctrl+Z takes it back."),
                     p("Without an API key, separation by voice works just the same; the speakers are then called "
                       "„Sprecher 1“, „Sprecher 2“ and so on, a label that stays German in every language. A "
                       "transcript without audio can only be split into speakers with AI."),
@@ -150,7 +156,10 @@ const QList<HelpSection> &HelpContent::english()
                         "**Copy** puts the text on the clipboard, with your corrections and, when switched on, with "
                         "timestamps.",
                         "**Text file (.txt)** saves the same text as a UTF-8 file.",
-                        "**Subtitles (.srt)** saves the timed stretches as subtitles, whichever view is chosen.",
+                        "**Subtitles (.srt)** and **(.vtt)** save the timed stretches as subtitles, with your "
+                        "corrections; WebVTT names the speakers, and so does SubRip from the speaker view.",
+                        "**JSON (.json)** saves the whole transcript for other programs: stretches, words with their "
+                        "times, speakers, language, model and corrections.",
                         "**PDF** and **Word (.docx)** save the text with the file name as its title.",
                         "The last entry of the **Export** menu shows the transcript's folder in the file manager.",
                     }),
@@ -164,6 +173,7 @@ const QList<HelpSection> &HelpContent::english()
                     p("All bundles live in `~/.local/share/Sagwerk/Aufnahmen`, the models in "
                       "`~/.local/share/Sagwerk/models`. When `XDG_DATA_HOME` is set, the `Sagwerk` folder is there "
                       "instead."),
+                    p("To rename an entry in the **History**, press F2 or use its context menu."),
                     p("To delete an entry, right-click it in the **History** and choose **Delete** – this happens "
                       "without asking. Or open the entry and click **Delete** in the toolbar; then Sagwerk asks "
                       "first. The whole bundle goes, audio included."),

@@ -104,8 +104,13 @@ const QList<HelpSection> &HelpContent::german()
                         "**Abspielen und Pause** über die Wiedergabeleiste.",
                         "**Springen**: Ein Klick auf ein Wort setzt die Wiedergabe an diese Stelle.",
                         "**Markieren**: Ziehst du über eine Passage, springt die Wiedergabe an ihren Anfang.",
-                        "**Kopieren**: Markierten Text kopierst du mit Strg+C, den ganzen Text mit **Kopieren**.",
+                        "**Kopieren**: Markierten Text kopierst du mit Strg+C, den ganzen Text mit **Kopieren** "
+                        "oder Strg+Umschalt+C.",
                         "**Zeitmarken**: Der Schalter blendet die Zeitspalte links neben dem Text ein und aus.",
+                        "**Leertaste** spielt ab und hält an, solange kein Eingabefeld den Fokus hat.",
+                        "**Suchen** mit Strg+F: Groß- und Kleinschreibung und Akzente zählen nicht. Eingabe oder F3 "
+                        "springt zum nächsten Treffer, Umschalt+Eingabe zum vorigen, Alt+Eingabe spielt ab dem "
+                        "Treffer ab, Esc schließt die Suche.",
                     }),
                     p("Mit **Korrigieren** machst du aus einer Markierung eine Regel zum Suchen und Ersetzen. "
                       "Korrekturen ändern das Original nie: Sie gelten beim Anzeigen, Kopieren und Exportieren und "
@@ -121,6 +126,9 @@ const QList<HelpSection> &HelpContent::german()
                         "oder Rollen – aber nur, wenn sie aus dem Gespräch eindeutig hervorgehen, etwa weil sich "
                         "jemand vorstellt.",
                     }),
+                    p("Einen Sprecher benennst du in der Sprecheransicht mit einem Doppelklick auf seine Überschrift "
+                      "oder über das Kontextmenü um, etwa „Sprecher 1“ in „Diane Miller“. Der Name gilt in jeder "
+                      "Ansicht, beim Kopieren und in jedem Export; Strg+Z nimmt ihn zurück."),
                     p("Ohne API-Key funktioniert die Trennung nach Stimmen genauso; die Sprecher heißen dann "
                       "„Sprecher 1“, „Sprecher 2“ und so weiter. Ein Transkript ohne Audiodatei lässt sich nur mit KI "
                       "in Sprecher gliedern."),
@@ -155,8 +163,10 @@ const QList<HelpSection> &HelpContent::german()
                         "**Kopieren** legt den Text in die Zwischenablage, mit deinen Korrekturen und, wenn "
                         "eingeschaltet, mit Zeitmarken.",
                         "**Textdatei (.txt)** speichert denselben Text als UTF-8-Datei.",
-                        "**Untertitel (.srt)** speichert die Zeitabschnitte als Untertitel, gleich welche Ansicht "
-                        "gewählt ist.",
+                        "**Untertitel (.srt)** und **(.vtt)** speichern die Zeitabschnitte als Untertitel, mit deinen "
+                        "Korrekturen; WebVTT nennt die Sprecher, SubRip aus der Sprecheransicht auch.",
+                        "**JSON (.json)** speichert das ganze Transkript für andere Programme: Abschnitte, Wörter mit "
+                        "Zeiten, Sprecher, Sprache, Modell und Korrekturen.",
                         "**PDF** und **Word (.docx)** speichern den Text mit dem Dateinamen als Titel.",
                         "Der letzte Eintrag im Menü **Exportieren** zeigt den Ordner des Transkripts im "
                         "Dateimanager.",
@@ -171,6 +181,7 @@ const QList<HelpSection> &HelpContent::german()
                       "der Audiodatei."),
                     p("Alle Bündel liegen in `~/.local/share/Sagwerk/Aufnahmen`, die Modelle in "
                       "`~/.local/share/Sagwerk/models`. Ist `XDG_DATA_HOME` gesetzt, steht der Ordner `Sagwerk` dort."),
+                    p("Umbenennen kannst du einen Eintrag im **Verlauf** mit F2 oder über sein Kontextmenü."),
                     p("Zum Löschen klickst du einen Eintrag im **Verlauf** mit der rechten Maustaste an und wählst "
                       "**Löschen** – das geschieht ohne Rückfrage. Oder du öffnest den Eintrag und klickst in der "
                       "Werkzeugleiste auf **Löschen**; dann fragt Sagwerk nach. Entfernt wird das ganze Bündel "

@@ -24,6 +24,7 @@
 #include <QStyle>
 #include <QStyleOptionFrame>
 #include <QLabel>
+#include <QInputDialog>
 #include <QListWidget>
 #include <QMenu>
 #include <QMessageBox>
@@ -203,12 +204,22 @@ TEST_F(ShellTest, ToolbarDeleteAsksFirstAndTheRowMenuDoesNot)
     EXPECT_FALSE(QDir(newer).exists());
     EXPECT_EQ(pane.screen(), Screen::drop);
 
-    // From the row's context menu it goes at once.
+    // The row's context menu renames it, into its bundle, ...
     QListWidget *list = view.sidebar()->historyList();
     ASSERT_EQ(list->count(), 1);
     QMenu *menu = view.sidebar()->contextMenu(0);
-    ASSERT_EQ(menu->actions().size(), 1);
+    ASSERT_EQ(menu->actions().size(), 2);
     menu->actions().first()->trigger();
+    menu->close();
+    auto *ask = view.sidebar()->findChild<QInputDialog *>(QStringLiteral("nameDialog"));
+    ASSERT_NE(ask, nullptr);
+    ask->setTextValue(QStringLiteral("Gespräch mit Diane"));
+    ask->accept();
+    EXPECT_EQ(list->item(0)->toolTip(), QStringLiteral("Gespräch mit Diane"));
+    EXPECT_EQ(BundleStore::historyItem(*BundleStore::load(older)).fileName, QStringLiteral("Gespräch mit Diane"));
+    // ... and deletes it at once.
+    menu = view.sidebar()->contextMenu(0);
+    menu->actions().last()->trigger();
     menu->close();
     EXPECT_TRUE(app.history().isEmpty());
     EXPECT_FALSE(QDir(older).exists());
