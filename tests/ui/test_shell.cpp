@@ -256,6 +256,36 @@ TEST_F(ShellTest, OpenPanelAndDropStageTheFirstFile)
 }
 
 
+// An error shows the user's text, a program's own lines behind "Details", and a retry
+// where the failed work can be tried again.
+TEST_F(ShellTest, TheErrorAlertKeepsDetailsBackAndOffersARetry)
+{
+    AppModel app;
+    ContentView view(app);
+    view.show();
+    int retried = 0;
+    app.setErrorMessage(QStringLiteral("Die Datei ist beschädigt."), QStringLiteral("[mov] moov atom not found"),
+                        [&] { ++retried; });
+    auto *alert = view.findChild<QMessageBox *>();
+    ASSERT_TRUE(alert);
+    EXPECT_EQ(alert->informativeText(), QStringLiteral("Die Datei ist beschädigt."));
+    EXPECT_EQ(alert->detailedText(), QStringLiteral("[mov] moov atom not found"));
+    QAbstractButton *retry = buttonLabelled(alert, QStringLiteral("Erneut versuchen"));
+    ASSERT_TRUE(retry);
+    retry->click();
+    EXPECT_EQ(retried, 1);
+    EXPECT_FALSE(app.errorMessage().has_value());
+
+    // Without a retry there is only OK.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    ASSERT_FALSE(view.findChild<QMessageBox *>()) << "the first alert is gone";
+    app.setErrorMessage(QStringLiteral("Kein Modell ausgewählt/installiert."));
+    alert = view.findChild<QMessageBox *>();
+    ASSERT_TRUE(alert);
+    EXPECT_FALSE(buttonLabelled(alert, QStringLiteral("Erneut versuchen")));
+    EXPECT_TRUE(alert->detailedText().isEmpty());
+}
+
 // The link field's hint shows whole in the window at its first size, in every language.
 TEST_F(ShellTest, TheLinkHintShowsWholeInEveryLanguage)
 {
