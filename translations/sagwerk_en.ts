@@ -444,6 +444,10 @@
         <translation>History</translation>
     </message>
     <message>
+        <source>Verlauf durchsuchen</source>
+        <translation>Search the history</translation>
+    </message>
+    <message>
         <source>Modell</source>
         <translation>Model</translation>
     </message>

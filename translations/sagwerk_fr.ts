@@ -444,6 +444,10 @@
         <translation>Historique</translation>
     </message>
     <message>
+        <source>Verlauf durchsuchen</source>
+        <translation>Rechercher dans l’historique</translation>
+    </message>
+    <message>
         <source>Modell</source>
         <translation>Modèle</translation>
     </message>

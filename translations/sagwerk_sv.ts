@@ -444,6 +444,10 @@
         <translation>Historik</translation>
     </message>
     <message>
+        <source>Verlauf durchsuchen</source>
+        <translation>Sök i historiken</translation>
+    </message>
+    <message>
         <source>Modell</source>
         <translation>Modell</translation>
     </message>
