@@ -352,9 +352,9 @@ QFuture<void> AppModel::finishInterview(const InterviewResult &interview)
     return InterviewCompletion::finish(*this, interview);
 }
 
-void AppModel::detectSpeakers(const HistoryItem &item)
+void AppModel::detectSpeakers(const HistoryItem &item, std::optional<int> speakerCount)
 {
-    m_speakerJob->start(item);
+    m_speakerJob->start(item, {.speakerCount = speakerCount});
 }
 
 void AppModel::cancelSpeakers()

@@ -6,6 +6,7 @@
 #include "app/AppModel.h"
 #include "core/UserError.h"
 #include "engine/Engine.h"
+#include "engine/VadModel.h"
 #include "engine/ModelStore.h"
 #include "engine/WhisperEngine.h"
 #include "links/MediaDownloader.h"
@@ -37,6 +38,17 @@ QString usage()
         "      stop the rest.\n"
         "      A LINK (http:// or https://) to a podcast page, feed, Apple Podcasts\n"
         "      episode or audio file is resolved and downloaded first.\n"
+        "  sagwerk-cli batch SOURCE... --save [--jobs N] [--model ID|PATH] [--language CODE]\n"
+        "                  [--speakers [N]] [--shard K/N|auto] [--report FILE]\n"
+        "      Transcribes every SOURCE into the history: a file, a folder (its audio and\n"
+        "      video files, recursively) or a list file (one path or link a line). A source\n"
+        "      whose content is in the history already is skipped, so an interrupted batch\n"
+        "      resumes where it stopped. --speakers separates the speakers of each (N of\n"
+        "      them, or as many as found). --jobs runs N recognitions side by side; --shard\n"
+        "      takes the K-th of N shares (K from 0), auto from a Slurm array, a Kubernetes\n"
+        "      Indexed Job, HTCondor or GNU parallel (see docs/CLUSTER.md). --report\n"
+        "      appends a JSON line per source. Prints each new folder; the exit status is 1\n"
+        "      when any source failed.\n"
         "  sagwerk-cli export BUNDLE --format txt|srt|vtt|json [--view N|speakers] [--no-timestamps] [--output FILE]\n"
         "      Writes a stored transcription as text or subtitles, with its corrections;\n"
         "      --view N writes the AI refinement level N instead of the original,\n"
@@ -75,9 +87,13 @@ bool isLink(const QString &input)
     return !QFileInfo::exists(input) && scheme.match(input).hasMatch();
 }
 
-void printError(const QString &message)
+// The user's text, then what a program said itself (ffmpeg's lines), which on a terminal
+// is worth having.
+void printError(const QString &message, const QString &details = {})
 {
     std::fprintf(stderr, "%s\n", qPrintable(message));
+    if (!details.isEmpty())
+        std::fprintf(stderr, "%s\n", qPrintable(details));
 }
 
 // One run of `transcribe`: a link is resolved and downloaded first, as the application
@@ -149,9 +165,9 @@ private:
     }
 
     // Of several files, each failure names its file.
-    void fail(const QString &message)
+    void fail(const QString &message, const QString &details = {})
     {
-        printError(m_options.inputs.size() > 1 ? input() + QStringLiteral(": ") + message : message);
+        printError(m_options.inputs.size() > 1 ? input() + QStringLiteral(": ") + message : message, details);
     }
 
     // One file is done: the next one starts, unless the user stopped the run.
@@ -186,6 +202,7 @@ private:
         std::optional<TranscriptionResult> result;
         QString error;
         bool cancelled = false;
+        QString details;
     };
 
     void resolve()
@@ -257,25 +274,32 @@ private:
         const TranscribeControlPtr control = m_control;
         m_bar = std::make_unique<ProgressBar>("Transkription");
         ProgressBar *bar = m_bar.get();
-        QtConcurrent::run([file, modelPath, language, control, bar]() -> Outcome {
-            try {
-                return {Engine::transcribe(file, modelPath, language, control, [bar](double f) { bar->update(f); }),
-                        {}, false};
-            } catch (const UserError &e) {
-                return {std::nullopt, e.errorDescription(), e.isCancelled()};
-            } catch (const std::exception &e) {
-                return {std::nullopt, QString::fromLocal8Bit(e.what()), false};
-            }
-        }).then(this, [this](const Outcome &outcome) {
-            m_bar.reset();
-            if (!outcome.result) {
-                printError(outcome.error);
-                return end(outcome.cancelled ? Cancelled : Failed);
-            }
-            const QByteArray json = QJsonDocument(outcome.result->toJson()).toJson(QJsonDocument::Indented);
-            std::fwrite(json.constData(), 1, size_t(json.size()), stdout);
-            end(Ok);
-        });
+        // The voice-activity model is fetched on first use, as the application does.
+        VadModel::ensure(control)
+            .then(this, [file, modelPath, language, control, bar](const QString &) {
+                return QtConcurrent::run([file, modelPath, language, control, bar]() -> Outcome {
+                    try {
+                        return {Engine::transcribe(file, modelPath, language, control,
+                                                   [bar](double f) { bar->update(f); }),
+                                {}, false, {}};
+                    } catch (const UserError &e) {
+                        return {std::nullopt, e.errorDescription(), e.isCancelled(), e.details()};
+                    } catch (const std::exception &e) {
+                        return {std::nullopt, QString::fromLocal8Bit(e.what()), false, {}};
+                    }
+                });
+            })
+            .unwrap()
+            .then(this, [this](const Outcome &outcome) {
+                m_bar.reset();
+                if (!outcome.result) {
+                    printError(outcome.error, outcome.details);
+                    return end(outcome.cancelled ? Cancelled : Failed);
+                }
+                const QByteArray json = QJsonDocument(outcome.result->toJson()).toJson(QJsonDocument::Indented);
+                std::fwrite(json.constData(), 1, size_t(json.size()), stdout);
+                end(Ok);
+            });
     }
 
     // The application's own road: staging, the settings' model and language unless named,
@@ -313,7 +337,7 @@ private:
     {
         m_bar.reset();
         if (m_app->errorMessage()) {
-            fail(*m_app->errorMessage());
+            fail(*m_app->errorMessage(), m_app->errorDetails());
             return fileDone(Failed);
         }
         if (m_interrupted || !m_app->current()) {

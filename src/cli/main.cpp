@@ -53,6 +53,8 @@ int main(int argc, char **argv)
     QTimer::singleShot(0, &app, [&] {
         if (command == QLatin1String("transcribe"))
             running = Cli::transcribe(args);
+        else if (command == QLatin1String("batch"))
+            running = Cli::batch(args);
         else if (command == QLatin1String("download"))
             running = Cli::download(args);
         else if (command == QLatin1String("smooth"))

@@ -159,7 +159,11 @@ void convertWithFFmpeg(const QString &input, const QString &output, const Transc
     if (!ffmpeg)
         throw EngineError::convertFailed(Tr::tr(formatMessage));
     removeQuietly(output);
-    runProcess(*ffmpeg, ffmpegArguments(input, output), control, &EngineError::convertFailed);
+    // ffmpeg's own lines are English and technical: they go to the details.
+    runProcess(*ffmpeg, ffmpegArguments(input, output), control, [](const QString &said) {
+        return EngineError::convertFailed(Tr::tr("Die Datei ist beschädigt oder enthält keine lesbare Tonspur."),
+                                          said);
+    });
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "review/TranscriptLines.h"
 
 #include "core/FileNames.h"
+#include "core/Tr.h"
 #include "export/TextForms.h"
 #include "export/Format.h"
 #include "review/Corrections.h"
@@ -99,10 +100,11 @@ QString speakerRebuildKey(const HistoryItem &item, bool showTimestamps)
     QStringList names;
     for (auto it = item.speakerNames.cbegin(); it != item.speakerNames.cend(); ++it)
         names << it.key() << it.value();
+    // The segments count too: a stored item's come from disk after it is first shown.
     return QStringList{QStringLiteral("spk"), item.id,
                        showTimestamps ? QStringLiteral("true") : QStringLiteral("false"),
                        QString::number(qHash(item.speakerText.value_or(QString()))), QString::number(rules),
-                       QString::number(qHash(names))}
+                       QString::number(item.result.segments.size()), QString::number(qHash(names))}
         .join(u'|');
 }
 
@@ -216,11 +218,10 @@ QString searchBase(const HistoryItem &item)
 
 QString metaString(const HistoryItem &item)
 {
-    // Fixed forms in every interface language: the number format takes no locale.
+    // The words follow the interface language; the figures keep one form in all of them.
     QStringList parts{Format::date(item.date),
-                      QString::number(item.result.segments.size()) + QStringLiteral(" Segmente"),
-                      QStringLiteral("in ") + QString::asprintf("%.1f", item.result.processingSeconds)
-                          + QStringLiteral(" s")};
+                      Tr::tr("%n Segmente", nullptr, int(item.result.segments.size())),
+                      Tr::tr("in %1 s").arg(QString::asprintf("%.1f", item.result.processingSeconds))};
     if (!item.result.language.isEmpty())
         parts << item.result.language;
     return parts.join(QStringLiteral("  ·  "));

@@ -77,7 +77,7 @@ TranscriptJson::Document transcriptDocument(const HistoryItem &item);
 // The raw segment texts joined with one blank: what the correction sheet searches.
 QString searchBase(const HistoryItem &item);
 
-// "date  ·  n Segmente  ·  in x.y s  ·  language"
+// "date  ·  n Segmente  ·  in x.y s  ·  language", in the interface language
 QString metaString(const HistoryItem &item);
 
 // The item's audio file if it exists now.

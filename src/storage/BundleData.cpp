@@ -190,6 +190,8 @@ std::optional<QByteArray> BundleData::encode() const
             rules.append(c.toJson());
         o.insert("corrections", rules);
     }
+    if (sourceContent)
+        o.insert("sourceContent", QJsonObject{{"size", sourceContent->size}, {"sha256", sourceContent->sha256}});
     if (model)
         o.insert("model", *model);
     if (speakerNames) {
@@ -258,6 +260,11 @@ std::optional<BundleData> BundleData::decode(const QByteArray &bytes)
             d.corrections->append(*rule);
         }
     }
+    const QJsonObject content = o.value("sourceContent").toObject();
+    const auto size = integer(content.value("size"));
+    const auto sha256 = string(content.value("sha256"));
+    if (size && *size >= 0 && sha256 && sha256->size() == 64)
+        d.sourceContent = SourceContent{*size, sha256->toLower()};
     const QJsonValue model = o.value("model");
     if (!isMissing(model)) {
         if (!model.isString())

@@ -43,7 +43,7 @@ const QList<HelpSection> &HelpContent::english()
                         "microphone is selected and not muted. If Sagwerk runs in a sandbox such as Flatpak, the "
                         "sandbox must allow microphone access."),
                 }),
-        section("models", "cpu", "Models & Neural Engine",
+        section("models", "cpu", "Models & graphics card",
                 {
                     p("Sagwerk recognises speech with Whisper models. Each is downloaded once from the public "
                       "whisper.cpp model repository and then lives in `~/.local/share/Sagwerk/models`."),
@@ -58,12 +58,13 @@ const QList<HelpSection> &HelpContent::english()
                     p("The chosen model has a filled circle. Clicking an installed row chooses it; the trash can "
                       "deletes the model. If you delete the chosen one, the choice moves to the first installed "
                       "model."),
-                    h("Neural Engine (Core ML)"),
-                    p("Each model has an optional Neural Engine package. On Apple computers it speeds up the encoder; "
-                      "Linux has no Neural Engine. Sagwerk still downloads and manages the packages – for a models "
-                      "folder you share with a Mac, say – but here they change nothing in recognition."),
-                    tip("Without a package everything runs as usual: whisper.cpp computes on the processor and, when "
-                        "the library was built with a GPU backend such as Vulkan or CUDA, on the graphics card."),
+                    h("Graphics card (Vulkan)"),
+                    p("Wherever Vulkan finds a graphics card, whisper.cpp recognises on it, which is several times "
+                      "faster than on the processor. Without one, the processor does the work, with as many threads "
+                      "as it has performance cores (two to eight). Nothing needs setting up: the driver of your "
+                      "distribution (Mesa, or the vendor's own) is enough."),
+                    tip("While a job runs, the badge between the two jars shows which one works: **GPU** with the "
+                        "card's name, or **CPU** with the number of threads. Point at it for the full name."),
                 }),
         section("languages", "globe", "Languages",
                 {

@@ -42,7 +42,7 @@ const QList<HelpSection> &HelpContent::german()
                         "`pavucontrol`, ob das richtige Mikrofon gewählt und nicht stummgeschaltet ist. Läuft Sagwerk "
                         "in einer Sandbox wie Flatpak, muss sie den Zugriff auf das Mikrofon erlauben."),
                 }),
-        section("models", "cpu", "Modelle & Neural Engine",
+        section("models", "cpu", "Modelle & Grafikkarte",
                 {
                     p("Sagwerk erkennt Sprache mit Whisper-Modellen. Jedes wird einmal aus dem öffentlichen "
                       "Modellverzeichnis von whisper.cpp geladen und liegt dann in `~/.local/share/Sagwerk/models`."),
@@ -57,13 +57,14 @@ const QList<HelpSection> &HelpContent::german()
                     p("Das gewählte Modell hat einen gefüllten Kreis. Ein Klick auf eine installierte Zeile wählt "
                       "sie, der Papierkorb löscht das Modell. Löschst du das gewählte, geht die Wahl auf das erste "
                       "installierte Modell über."),
-                    h("Neural Engine (Core ML)"),
-                    p("Zu jedem Modell gibt es ein optionales Neural-Engine-Paket. Auf Apple-Rechnern beschleunigt "
-                      "es den Encoder; unter Linux gibt es keine Neural Engine. Sagwerk lädt und verwaltet die Pakete "
-                      "trotzdem – etwa für einen Modellordner, den du mit einem Mac teilst –, an der Erkennung ändern "
-                      "sie hier aber nichts."),
-                    tip("Ohne Paket läuft alles wie gewohnt: whisper.cpp rechnet auf dem Prozessor und, wenn die "
-                        "Bibliothek mit einem GPU-Backend wie Vulkan oder CUDA gebaut ist, auf der Grafikkarte."),
+                    h("Grafikkarte (Vulkan)"),
+                    p("Wo Vulkan eine Grafikkarte findet, erkennt whisper.cpp die Sprache darauf – um ein Mehrfaches "
+                      "schneller als auf dem Prozessor. Ohne Grafikkarte rechnet der Prozessor, mit so vielen "
+                      "Threads, wie er Leistungskerne hat (zwei bis acht). Einzurichten ist nichts: Der Treiber deiner "
+                      "Distribution (Mesa oder der des Herstellers) genügt."),
+                    tip("Während einer Transkription zeigt das Schild zwischen den beiden Gefäßen, was rechnet: "
+                        "**GPU** mit dem Namen der Karte oder **CPU** mit der Zahl der Threads. Zeigst du darauf, "
+                        "erscheint der volle Name."),
                 }),
         section("languages", "globe", "Sprachen",
                 {

@@ -21,6 +21,7 @@
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QClipboard>
+#include <QComboBox>
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileDialog>
@@ -153,7 +154,12 @@ ResultView::ResultView(AppModel &app, QWidget *parent) : QWidget(parent), m_app(
     actions->setSpacing(12);
     m_speakers = new QPushButton(this);
     m_speakers->setObjectName(QStringLiteral("speakerControl"));
-    connect(m_speakers, &QPushButton::clicked, this, [this] { m_app.detectSpeakers(m_item); });
+    connect(m_speakers, &QPushButton::clicked, this,
+            [this] { m_app.detectSpeakers(m_item, m_speakerCount->currentData().toInt()); });
+    // The count for this item's next run, without going through the settings or a new
+    // transcription; it starts at the setting.
+    m_speakerCount = new QComboBox(this);
+    m_speakerCount->setObjectName(QStringLiteral("speakerCount"));
     // While the item's speakers are separated: a spinner, the status and a way to stop.
     m_speakersBusy = new QWidget(this);
     auto *speakersBusy = new QHBoxLayout(m_speakersBusy);
@@ -172,6 +178,7 @@ ResultView::ResultView(AppModel &app, QWidget *parent) : QWidget(parent), m_app(
     connect(m_speakersCancel, &QToolButton::clicked, &m_app, &AppModel::cancelSpeakers);
     speakersBusy->addWidget(m_speakersCancel);
     actions->addWidget(m_speakers);
+    actions->addWidget(m_speakerCount);
     actions->addWidget(m_speakersBusy);
     m_ai = new QToolButton(this);
     m_ai->setObjectName(QStringLiteral("aiControl"));
@@ -211,6 +218,12 @@ ResultView::ResultView(AppModel &app, QWidget *parent) : QWidget(parent), m_app(
     actions->addWidget(m_export);
     actions->addStretch(1);
     m_column->addLayout(actions);
+    m_speakerNotice = new QLabel(this);
+    m_speakerNotice->setObjectName(QStringLiteral("speakerNotice"));
+    m_speakerNotice->setWordWrap(true);
+    m_speakerNotice->setFont(Style::font(Style::TextSize::caption));
+    m_speakerNotice->setForegroundRole(QPalette::PlaceholderText);
+    m_column->addWidget(m_speakerNotice);
 
     m_undo = new QUndoStack(this);
     QAction *undo = m_undo->createUndoAction(this);
@@ -240,6 +253,7 @@ ResultView::ResultView(AppModel &app, QWidget *parent) : QWidget(parent), m_app(
         connect(&m_app, signal, this, &ResultView::showSpeakerControl);
     }
     connect(&m_app, &AppModel::speakerStatusChanged, this, &ResultView::showSpeakerControl);
+    connect(&m_app, &AppModel::speakerNoticeChanged, this, &ResultView::showSpeakerControl);
 
     retranslate();
     m_item = m_app.current().value_or(HistoryItem());
@@ -268,13 +282,23 @@ void ResultView::takeCurrent()
             setSelectedView(levels.constLast());
     }
     if (m_item.speakerText != m_speakerText) {
-        m_speakerText = m_item.speakerText;
-        m_speakerTurns = SpeakerTurn::build(m_speakerText.value_or(QString()), m_item.result.segments);
+        buildSpeakerTurns();
         // A finished speaker job is shown at once.
         if (m_speakerText)
             setSelectedView(TranscriptLines::speakerView);
+    } else if (m_item.result.segments.size() != m_speakerTurnSegments) {
+        // A stored item's segments come from disk after it is shown; the turns need them
+        // for their times and the word cursor.
+        buildSpeakerTurns();
     }
     showItem();
+}
+
+void ResultView::buildSpeakerTurns()
+{
+    m_speakerText = m_item.speakerText;
+    m_speakerTurnSegments = m_item.result.segments.size();
+    m_speakerTurns = SpeakerTurn::build(m_speakerText.value_or(QString()), m_item.result.segments);
 }
 
 void ResultView::startItem()
@@ -296,8 +320,8 @@ void ResultView::startItem()
     m_selectedText.clear();
     setCopied(false);
     m_levels = m_item.smoothed.keys();
-    m_speakerText = m_item.speakerText;
-    m_speakerTurns = SpeakerTurn::build(m_speakerText.value_or(QString()), m_item.result.segments);
+    buildSpeakerTurns();
+    fillSpeakerCounts(m_app.speakerCount());
     {
         const QSignalBlocker quiet(m_timestamps);
         m_timestamps->setChecked(true);
@@ -398,6 +422,7 @@ void ResultView::showPicker()
                    : view == TranscriptLines::speakerView ? Tr::tr("Sprecher")
                                                           : Tr::tr("Stufe %1").arg(view));
         b->setChecked(view == m_selectedView);
+        Style::markChosen(b, view == m_selectedView);
     }
 }
 
@@ -475,10 +500,25 @@ void ResultView::showAIControl()
     }
 }
 
+void ResultView::fillSpeakerCounts(int chosen)
+{
+    const QSignalBlocker quiet(m_speakerCount);
+    m_speakerCount->clear();
+    m_speakerCount->addItem(Tr::tr("Automatisch"), 0);
+    for (int n = 2; n <= 8; ++n)
+        m_speakerCount->addItem(Tr::tr("%n Sprecher", nullptr, n), n);
+    m_speakerCount->setCurrentIndex(std::max(0, m_speakerCount->findData(chosen)));
+    m_speakerCount->setToolTip(Tr::tr("Anzahl Sprecher"));
+}
+
 void ResultView::showSpeakerControl()
 {
     const bool busy = m_item.speakerBusy;
     m_speakers->setVisible(!busy);
+    m_speakerCount->setVisible(!busy && m_item.audioURL.has_value());
+    const QString notice = busy ? QString() : m_app.speakerNotice(m_item.id);
+    m_speakerNotice->setText(notice);
+    m_speakerNotice->setVisible(!notice.isEmpty());
     m_speakersBusy->setVisible(busy);
     m_speakersBusyText->setText(m_app.speakerStatus().value_or(Tr::tr("Sprecher werden erkannt…")));
     m_speakersCancel->setIcon(Icons::xmarkCircle(palette().color(QPalette::PlaceholderText)));
@@ -545,6 +585,7 @@ void ResultView::retranslate()
     m_reTranscribe->setText(Tr::tr("Neu transkribieren"));
     m_reTranscribe->setToolTip(Tr::tr("Mit anderen Einstellungen (Modell/Sprache/Sprecher) erneut transkribieren"));
     m_correct->setText(Tr::tr("Korrigieren"));
+    fillSpeakerCounts(m_speakerCount->count() ? m_speakerCount->currentData().toInt() : m_app.speakerCount());
     showCorrectButton();
     if (m_copied) {
         m_copy->setText(Tr::tr("Kopiert"));
@@ -749,6 +790,7 @@ void ResultView::changeEvent(QEvent *event)
         showActions();
     } else if (event->type() == QEvent::PaletteChange) {
         retranslate();
+        showPicker();
         showChips();
     }
 }

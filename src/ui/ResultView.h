@@ -15,6 +15,7 @@ class AudioPlayer;
 class PlayerBar;
 class QButtonGroup;
 class QCheckBox;
+class QComboBox;
 class QHBoxLayout;
 class QLabel;
 class QMenu;
@@ -97,6 +98,8 @@ protected:
 private:
     void takeCurrent();
     void startItem();
+    void buildSpeakerTurns();
+    void fillSpeakerCounts(int chosen);
     void showItem();
     void showPicker();
     void showChips();
@@ -129,6 +132,7 @@ private:
     QList<qint64> m_levels; // the sorted levels of the item's refined texts, as last seen
     std::optional<QString> m_speakerText; // the speaker text the turns were built from
     QList<SpeakerTurn> m_speakerTurns;
+    qsizetype m_speakerTurnSegments = 0; // the number of segments the turns were built over
     QString m_levelShown;   // the refined text in the plain surface
     SavePanel m_savePanel;
     QUndoStack *m_undo = nullptr; // the renames of the item on show
@@ -151,6 +155,8 @@ private:
     QTextBrowser *m_levelText = nullptr;
     QScrollArea *m_chips = nullptr;
     QPushButton *m_speakers = nullptr;
+    QComboBox *m_speakerCount = nullptr;
+    QLabel *m_speakerNotice = nullptr;
     QWidget *m_speakersBusy = nullptr;
     QLabel *m_speakersBusyText = nullptr;
     QToolButton *m_speakersCancel = nullptr;

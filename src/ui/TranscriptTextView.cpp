@@ -79,9 +79,10 @@ void TranscriptTextView::applyStyles()
     s.header = font();
     s.header.setPointSizeF(font().pointSizeF() + 1);
     s.header.setWeight(QFont::DemiBold);
-    s.accent = p.color(QPalette::Accent);
-    s.label = p.color(QPalette::WindowText);
-    s.secondary = p.color(QPalette::PlaceholderText);
+    // Through the shared tones: a desktop theme's raw accent may not read on its window.
+    s.accent = Style::color(p, Style::Tone::accent);
+    s.label = Style::color(p, Style::Tone::text);
+    s.secondary = Style::color(p, Style::Tone::secondary);
     s.green = Style::color(p, Style::Tone::green);
     m_coordinator.setStyles(s);
 }

@@ -80,6 +80,17 @@ TEST(CliSaveExport, TranscribeIntoTheHistoryAndExportWithCorrections)
     EXPECT_EQ(doc["model"], QStringLiteral("ggml-base-q5_1.bin"));
     EXPECT_EQ(doc["segments"].toArray().size(), item.result.segments.size());
 
+    // The folder as shell completion writes it, and through a symbolic link.
+    const QString link = QDir::tempPath() + "/../bundle-link";
+    QFile::remove(link);
+    ASSERT_TRUE(QFile::link(folder, link));
+    for (const QString &named : {folder + u'/', link, link + u'/'}) {
+        const CliRun again = cli({"export", named, "--format", "txt"});
+        EXPECT_EQ(again.status, 0) << named.toStdString() << ": " << again.err.toStdString();
+        EXPECT_EQ(again.out, txt.out) << named.toStdString();
+    }
+    QFile::remove(link);
+
     const CliRun notABundle = cli({"export", QDir::tempPath(), "--format", "txt"});
     EXPECT_EQ(notABundle.status, 1);
     EXPECT_TRUE(notABundle.err.contains("keine lesbare Transkription"));

@@ -18,6 +18,7 @@
 #include <QCheckBox>
 #include <QClipboard>
 #include <QDBusConnection>
+#include <QDesktopServices>
 #include <QDir>
 #include <QFile>
 #include <QLabel>
@@ -42,6 +43,17 @@ public slots:
 
 public:
     QStringList shown;
+};
+
+// Takes what would go to the desktop's default handler of file addresses.
+class OpenedUrls : public QObject {
+    Q_OBJECT
+
+public slots:
+    void open(const QUrl &url) { opened << url; }
+
+public:
+    QList<QUrl> opened;
 };
 
 QString temp(const QString &name)
@@ -306,7 +318,7 @@ TEST_F(ResultViewTest, CorrectionSheetCountsPreviewsAndSavesAChip)
     view.openCorrectionSheet(QStringLiteral("Mühle"));
     auto *sheet = view.findChild<CorrectionSheet *>();
     ASSERT_NE(sheet, nullptr);
-    EXPECT_EQ(sheet->matchCountText(), QStringLiteral("4 Stelle(n) werden ersetzt"));
+    EXPECT_EQ(sheet->matchCountText(), QStringLiteral("4 Stellen werden ersetzt"));
     ASSERT_EQ(sheet->previews().size(), 4);
     EXPECT_EQ(sheet->previews()[0], QStringLiteral("…Die ⟦Mühle⟧ steht am Fluss, die Müh…"));
     EXPECT_EQ(sheet->previews()[2], QStringLiteral("…uss, die Mühle ist alt. ⟦Mühle⟧n und MÜHLE gibt es viel…"));
@@ -320,7 +332,7 @@ TEST_F(ResultViewTest, CorrectionSheetCountsPreviewsAndSavesAChip)
     checks[0]->click(); // and case
     EXPECT_EQ(sheet->ranges().size(), 2);
     fields[0]->setText(QStringLiteral("Windrad"));
-    EXPECT_EQ(sheet->matchCountText(), QStringLiteral("0 Stelle(n) werden ersetzt"));
+    EXPECT_EQ(sheet->matchCountText(), QStringLiteral("0 Stellen werden ersetzt"));
     EXPECT_TRUE(sheet->previews().isEmpty());
     EXPECT_FALSE(sheet->canSave()) << "nothing matches";
     fields[0]->setText(QStringLiteral("Mühle"));
@@ -363,15 +375,27 @@ TEST_F(ResultViewTest, RevealsTheBundleThroughTheFileManager)
                                    QDBusConnection::ExportAllSlots));
     ASSERT_TRUE(bus.registerService(QStringLiteral("org.freedesktop.FileManager1")));
 
+    // The item's own folder, even as a path with a trailing slash, is what gets selected.
+    const QString folder = temp(QStringLiteral("Aufnahmen/2025-03-14 Mühle"));
+    ASSERT_TRUE(QDir().mkpath(folder));
     HistoryItem item = withAudio(2);
-    item.bundleURL = temp(QStringLiteral("Aufnahmen/2025-03-14 Mühle"));
+    item.bundleURL = folder + u'/';
     app.setCurrent(item);
     ResultView view(app, nullptr);
     view.revealBundle();
     ASSERT_TRUE(QTest::qWaitFor([&] { return !fileManager.shown.isEmpty(); }, 5000));
-    EXPECT_EQ(fileManager.shown, QStringList{QUrl::fromLocalFile(*item.bundleURL).toString()});
+    EXPECT_EQ(fileManager.shown, QStringList{QUrl::fromLocalFile(folder).toString()});
     bus.unregisterService(QStringLiteral("org.freedesktop.FileManager1"));
     QDBusConnection::disconnectFromBus(QStringLiteral("file-manager"));
+
+    // Without a file manager on the bus the item's folder opens, not the one of all items.
+    OpenedUrls handler;
+    QDesktopServices::setUrlHandler(QStringLiteral("file"), &handler, "open");
+    view.revealBundle();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !handler.opened.isEmpty(); }, 5000));
+    QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
+    EXPECT_EQ(handler.opened, QList<QUrl>{QUrl::fromLocalFile(folder)});
+    QDir(folder).removeRecursively();
 }
 
 

@@ -2,7 +2,9 @@
 // file on a real display server (Xvfb).
 #include "ShellFixture.h"
 
+#include "app/LanguageManager.h"
 #include "engine/ModelStore.h"
+#include "engine/WhisperEngine.h"
 #include "ui/BusyView.h"
 #include "ui/ContentView.h"
 #include "ui/DetailPane.h"
@@ -17,6 +19,10 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGuiApplication>
+#include <QLineEdit>
+#include <QScopeGuard>
+#include <QStyle>
+#include <QStyleOptionFrame>
 #include <QLabel>
 #include <QInputDialog>
 #include <QLineEdit>
@@ -284,6 +290,32 @@ TEST_F(ShellTest, OpenPanelAndDropStageTheFirstFile)
 }
 
 
+// The link field's hint shows whole in the window at its first size, in every language.
+TEST_F(ShellTest, TheLinkHintShowsWholeInEveryLanguage)
+{
+    SagwerkApp sagwerk;
+    MainWindow *window = sagwerk.mainWindow();
+    window->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(window));
+    const auto restore = qScopeGuard([] { LanguageManager::instance().setLanguage(QStringLiteral("de")); });
+    for (const QString code : {"de", "en", "fr", "sv"}) {
+        LanguageManager::instance().setLanguage(code);
+        QCoreApplication::processEvents();
+        auto *field = window->findChild<QLineEdit *>(QStringLiteral("linkField"));
+        ASSERT_TRUE(field && field->isVisible());
+        // Where the field draws its text, as the line edit itself works it out.
+        QStyleOptionFrame option;
+        option.initFrom(field);
+        option.rect = field->rect();
+        option.lineWidth = field->style()->pixelMetric(QStyle::PM_DefaultFrameWidth, &option, field);
+        const QRect contents = field->style()->subElementRect(QStyle::SE_LineEditContents, &option, field);
+        const int room = contents.width() - field->textMargins().left() - field->textMargins().right() - 4;
+        EXPECT_GE(room, field->fontMetrics().horizontalAdvance(field->placeholderText()))
+            << code.toStdString() << ": " << field->placeholderText().toStdString();
+    }
+}
+
+
 // The desktop's standard keys: Ctrl+O opens the chooser, F1 the help, Escape closes help
 // and about, Ctrl+Q quits.
 TEST_F(ShellTest, StandardShortcuts)
@@ -301,12 +333,18 @@ TEST_F(ShellTest, StandardShortcuts)
     QTest::keyClick(window, Qt::Key_O, Qt::ControlModifier);
     EXPECT_EQ(asked, 1);
 
-    QTest::keyClick(window, Qt::Key_F1);
-    QWidget *help = sagwerk.window(QStringLiteral("help"));
-    ASSERT_TRUE(help && help->isVisible());
-    ASSERT_TRUE(QTest::qWaitForWindowActive(help));
-    QTest::keyClick(help, Qt::Key_Escape);
-    EXPECT_FALSE(help->isVisible());
+    // The menu shows F1, and F1 and Ctrl+? both open the help.
+    EXPECT_EQ(window->helpAction()->shortcut(), QKeySequence(Qt::Key_F1));
+    for (const QKeyCombination key : {QKeyCombination(Qt::Key_F1), Qt::CTRL | Qt::Key_Question}) {
+        window->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+        QTest::keyClick(window, key.key(), key.keyboardModifiers());
+        QWidget *help = sagwerk.window(QStringLiteral("help"));
+        ASSERT_TRUE(help && help->isVisible()) << QKeySequence(key).toString().toStdString();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(help));
+        QTest::keyClick(help, Qt::Key_Escape);
+        EXPECT_FALSE(help->isVisible());
+    }
 
     sagwerk.openWindow(QStringLiteral("about"));
     QWidget *about = sagwerk.window(QStringLiteral("about"));
@@ -352,6 +390,12 @@ TEST_F(ShellTest, RoadFromDropAndOpenToHistory)
     EXPECT_FALSE(pane.newAction()->isEnabled() || pane.openAction()->isEnabled());
     EXPECT_TRUE(pane.settingsAction()->isEnabled());
     EXPECT_TRUE(busy->statusText().startsWith(QStringLiteral("Transkribiere… ")));
+    // The badge's device is the one the engine recognises on, as sagwerk-cli --verbose
+    // names it: here no GPU is visible, so the processor.
+    ASSERT_TRUE(waitFor([&] { return !app.gpuDevice().isEmpty() || !app.cpuDevice().isEmpty(); }));
+    const std::optional<WhisperEngine::Device> gpu = WhisperEngine::gpuDevice();
+    EXPECT_EQ(app.gpuDevice(), gpu ? gpu->name : QString());
+    EXPECT_EQ(app.cpuDevice(), gpu ? QString() : WhisperEngine::cpuDevice().name);
 
     ASSERT_TRUE(waitFor([&] { return !app.isBusy(); }, 120000));
     ASSERT_FALSE(app.errorMessage().has_value()) << app.errorMessage()->toStdString();

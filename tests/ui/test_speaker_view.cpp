@@ -10,6 +10,7 @@
 #include "ui/ResultView.h"
 #include "ui/TranscriptTextView.h"
 
+#include <QComboBox>
 #include <QDir>
 #include <QFile>
 #include <QInputDialog>
@@ -86,11 +87,19 @@ TEST_F(SpeakerViewTest, ControlFollowsAudioKeyAndBusyState)
     EXPECT_TRUE(control->isEnabled()) << "audio can always be separated by voice";
     EXPECT_EQ(control->toolTip(), QStringLiteral("Trennt Sprecher über die Stimme. Ein API-Key ergänzt Namen/Rollen."));
     EXPECT_EQ(pickerTexts(view), QStringList{QStringLiteral("Original")});
+    // The count for the next run, at the setting to begin with.
+    auto *count = view.findChild<QComboBox *>(QStringLiteral("speakerCount"));
+    ASSERT_NE(count, nullptr);
+    EXPECT_TRUE(count->isVisible());
+    EXPECT_EQ(count->count(), 8);
+    EXPECT_EQ(count->currentText(), QStringLiteral("Automatisch"));
+    EXPECT_EQ(count->itemText(1), QStringLiteral("2 Sprecher"));
 
     // Without audio only the AI can divide the text, and that needs a key.
     item.audioURL.reset();
     app.setCurrent(item);
     EXPECT_FALSE(control->isEnabled());
+    EXPECT_FALSE(count->isVisible()) << "the AI is told no count";
     app.saveAnthropicKey(QStringLiteral("sk-ant"));
     EXPECT_TRUE(control->isEnabled());
     EXPECT_EQ(control->toolTip(), QStringLiteral("Trennt Sprecher über die Stimme; KI ergänzt Namen/Rollen."));
@@ -121,11 +130,16 @@ TEST_F(SpeakerViewTest, ControlFollowsAudioKeyAndBusyState)
 
 TEST_F(SpeakerViewTest, SpeakerLinesCarryHeadersAndTheWordCursor)
 {
+    // A stored item is shown before its segments come from disk.
     const HistoryItem item = interview();
-    app.setCurrent(item);
+    HistoryItem listed = item;
+    listed.result.segments.clear();
+    listed.segmentsPending = true;
+    app.setCurrent(listed);
     ResultView view(app, nullptr);
     expose(view);
     view.setSelectedView(TranscriptLines::speakerView);
+    app.setCurrent(item);
     const QString shown = view.textView()->document()->toPlainText();
     // Four turns: a header each, then its two segments with their own times.
     EXPECT_EQ(shown.count(QStringLiteral("Sprecher 1")), 2) << qPrintable(shown);
