@@ -906,6 +906,8 @@
     <message>
         <source>in %1 s</source>
         <translation>in %1 s</translation>
+    </message>
+    <message>
         <source>Keine Treffer</source>
         <translation>No matches</translation>
     </message>

@@ -906,6 +906,8 @@
     <message>
         <source>in %1 s</source>
         <translation>en %1 s</translation>
+    </message>
+    <message>
         <source>Keine Treffer</source>
         <translation>Aucun résultat</translation>
     </message>
