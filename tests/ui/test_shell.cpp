@@ -25,6 +25,7 @@
 #include <QStyleOptionFrame>
 #include <QLabel>
 #include <QInputDialog>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
 #include <QMessageBox>
@@ -178,6 +179,39 @@ TEST_F(ShellTest, ToolbarAndSetupFollowTheirEnabledRules)
     EXPECT_FALSE(setup->rowShown(QStringLiteral("Sprechererkennung")));
     setup->cancelButton()->click();
     EXPECT_FALSE(app.pending().has_value());
+}
+
+TEST_F(ShellTest, HistorySearchNarrowsByNameAndByTheTextsInside)
+{
+    addBundle(QStringLiteral("Gespräch mit Frau Müller.m4a"), QDateTime::currentDateTime().addDays(-2));
+    const QString spoken = addBundle(QStringLiteral("Notiz.m4a"), QDateTime::currentDateTime().addDays(-1));
+    BundleStore::saveSpeakerText(spoken, QStringLiteral("Sprecher 1: Frau MULLER kommt morgen."));
+    addBundle(QStringLiteral("Einkauf.m4a"), QDateTime::currentDateTime());
+    AppModel app;
+    ContentView view(app);
+    view.show();
+    QListWidget *list = view.sidebar()->historyList();
+    ASSERT_EQ(list->count(), 3);
+    const auto shown = [&] {
+        QStringList names;
+        for (int row = 0; row < list->count(); ++row)
+            if (!list->item(row)->isHidden())
+                names << list->item(row)->toolTip();
+        return names;
+    };
+    // The name matches at once, blind to case and accents; the speaker text a moment later.
+    view.sidebar()->historySearch()->setText(QStringLiteral("muller"));
+    EXPECT_TRUE(shown().contains(QStringLiteral("Gespräch mit Frau Müller.m4a")));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return shown().size() == 2; }, 5000)) << shown().join(", ").toStdString();
+    EXPECT_EQ(shown(), (QStringList{"Notiz.m4a", "Gespräch mit Frau Müller.m4a"}));
+    // Text of every item is searched, the full text too.
+    view.sidebar()->historySearch()->setText(QStringLiteral("hallo"));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return shown().size() == 3; }, 5000));
+    view.sidebar()->historySearch()->setText(QStringLiteral("nirgends"));
+    QTest::qWait(200);
+    EXPECT_TRUE(shown().isEmpty());
+    view.sidebar()->historySearch()->clear();
+    EXPECT_EQ(shown().size(), 3);
 }
 
 TEST_F(ShellTest, ToolbarDeleteAsksFirstAndTheRowMenuDoesNot)
