@@ -28,7 +28,7 @@ QUrl endpoint(const char *variable, const QString &fallback, const QString &path
 using Reader = QString (*)(int, const QByteArray &);
 
 QFuture<QString> post(const QUrl &url, const QList<std::pair<QByteArray, QByteArray>> &headers,
-                      const QJsonObject &body, Reader read)
+                      const QJsonObject &body, Reader read, const TranscribeControlPtr &control)
 {
     Network::Request request;
     request.url = url;
@@ -36,6 +36,7 @@ QFuture<QString> post(const QUrl &url, const QList<std::pair<QByteArray, QByteAr
     request.body = QJsonDocument(body).toJson(QJsonDocument::Compact);
     // The request's timeout counts silence, as the providers' own clients do.
     request.stallTimeoutMs = requestTimeoutMs;
+    request.control = control;
     return Network::fetch(request)
         .then([read](const Network::Response &response) {
             if (!response.status)
@@ -116,7 +117,7 @@ QString readOpenAIAnswer(int status, const QByteArray &body)
 }
 
 QFuture<QString> callAnthropic(const QString &system, const QString &user, const QString &apiKey,
-                               const QString &modelId, int maxTokens)
+                               const QString &modelId, int maxTokens, const TranscribeControlPtr &control)
 {
     const QJsonObject body{
         {QStringLiteral("model"), modelId},
@@ -129,11 +130,11 @@ QFuture<QString> callAnthropic(const QString &system, const QString &user, const
                 {{"x-api-key", apiKey.toUtf8()},
                  {"anthropic-version", "2023-06-01"},
                  {"content-type", "application/json"}},
-                body, readAnthropicAnswer);
+                body, readAnthropicAnswer, control);
 }
 
 QFuture<QString> callOpenAI(const QString &system, const QString &user, const QString &apiKey,
-                            const QString &modelId, int maxTokens)
+                            const QString &modelId, int maxTokens, const TranscribeControlPtr &control)
 {
     const QJsonObject body{
         {QStringLiteral("model"), modelId},
@@ -144,7 +145,7 @@ QFuture<QString> callOpenAI(const QString &system, const QString &user, const QS
     };
     return post(endpoint("OPENAI_BASE_URL", QStringLiteral("https://api.openai.com/v1"), QStringLiteral("/chat/completions")),
                 {{"Authorization", "Bearer " + apiKey.toUtf8()}, {"content-type", "application/json"}}, body,
-                readOpenAIAnswer);
+                readOpenAIAnswer, control);
 }
 
 } // namespace Smoother

@@ -30,12 +30,12 @@ QFuture<T> failed(const SmoothingError &error)
 
 // One request by the model's provider; an empty key sends nothing.
 QFuture<QString> call(const AIModel &model, const QString &apiKey, const QString &system, const QString &user,
-                      int maxTokens)
+                      int maxTokens, const TranscribeControlPtr &control = {})
 {
     if (apiKey.isEmpty())
         return failed<QString>(SmoothingError::noKey());
-    return model.provider == AIProvider::openai ? callOpenAI(system, user, apiKey, model.id, maxTokens)
-                                                : callAnthropic(system, user, apiKey, model.id, maxTokens);
+    return model.provider == AIProvider::openai ? callOpenAI(system, user, apiKey, model.id, maxTokens, control)
+                                                : callAnthropic(system, user, apiKey, model.id, maxTokens, control);
 }
 
 // The chunks one after the other, each message made from the answers so far; the answers
@@ -43,7 +43,8 @@ QFuture<QString> call(const AIModel &model, const QString &apiKey, const QString
 using MessageFor = std::function<QString(const QStringList &answers, const QString &chunk)>;
 
 QFuture<QStringList> callEach(const AIModel &model, const QString &apiKey, const QString &system,
-                              const QStringList &chunks, MessageFor messageFor)
+                              const QStringList &chunks, MessageFor messageFor,
+                              const TranscribeControlPtr &control = {})
 {
     struct Run {
         QPromise<QStringList> promise;
@@ -53,7 +54,7 @@ QFuture<QStringList> callEach(const AIModel &model, const QString &apiKey, const
     auto run = std::make_shared<Run>();
     run->promise.start();
     // The step holds the run only weakly: the pending request's continuation keeps it alive.
-    run->next = [weak = std::weak_ptr<Run>(run), model, apiKey, system, chunks, messageFor] {
+    run->next = [weak = std::weak_ptr<Run>(run), model, apiKey, system, chunks, messageFor, control] {
         const std::shared_ptr<Run> self = weak.lock();
         const qsizetype index = self->answers.size();
         if (index == chunks.size()) {
@@ -61,13 +62,13 @@ QFuture<QStringList> callEach(const AIModel &model, const QString &apiKey, const
             self->promise.finish();
             return;
         }
-        call(model, apiKey, system, messageFor(self->answers, chunks[index]), chunkTokens)
+        call(model, apiKey, system, messageFor(self->answers, chunks[index]), chunkTokens, control)
             .then([self](const QString &answer) {
                 self->answers.append(answer);
                 self->next();
             })
-            .onFailed([self](const SmoothingError &error) {
-                self->promise.setException(std::make_exception_ptr(error));
+            .onFailed([self] { // a SmoothingError, or Cancelled
+                self->promise.setException(std::current_exception());
                 self->promise.finish();
             });
     };
@@ -92,15 +93,16 @@ QStringList labelsOf(const QStringList &answers)
 // A speaker flow: one request with the text as given, or the chunks with the labels
 // found so far carried ahead of each; the answers joined by a line feed.
 QFuture<QString> speakerFlow(const QString &text, const QString &apiKey, const AIModel &model, const QString &system,
-                             QString (*message)(const QStringList &, const QString &))
+                             QString (*message)(const QStringList &, const QString &),
+                             const TranscribeControlPtr &control)
 {
     const QStringList chunks = chunk(text, maxChars);
     if (chunks.size() <= 1)
-        return call(model, apiKey, system, text, chunkTokens);
-    return callEach(model, apiKey, system, chunks,
-                    [message](const QStringList &answers, const QString &piece) {
-                        return message(labelsOf(answers), piece);
-                    })
+        return call(model, apiKey, system, text, chunkTokens, control);
+    return callEach(
+               model, apiKey, system, chunks,
+               [message](const QStringList &answers, const QString &piece) { return message(labelsOf(answers), piece); },
+               control)
         .then([](const QStringList &answers) { return answers.join(u'\n'); });
 }
 
@@ -141,15 +143,17 @@ QFuture<QString> smooth(const QString &text, const QString &apiKey, const AIMode
         .then([](const QStringList &answers) { return answers.join(QStringLiteral("\n\n")); });
 }
 
-QFuture<QString> refineSpeakers(const QString &text, const QString &apiKey, const AIModel &model)
+QFuture<QString> refineSpeakers(const QString &text, const QString &apiKey, const AIModel &model,
+                                const TranscribeControlPtr &control)
 {
-    return speakerFlow(text, apiKey, model, Prompts::naming(), Prompts::namingMessage)
+    return speakerFlow(text, apiKey, model, Prompts::naming(), Prompts::namingMessage, control)
         .then([text](const QString &answer) { return plausibleRefinement(text, answer) ? answer : text; });
 }
 
-QFuture<QString> detectSpeakers(const QString &text, const QString &apiKey, const AIModel &model)
+QFuture<QString> detectSpeakers(const QString &text, const QString &apiKey, const AIModel &model,
+                                const TranscribeControlPtr &control)
 {
-    return speakerFlow(text, apiKey, model, Prompts::detection(), Prompts::detectionMessage);
+    return speakerFlow(text, apiKey, model, Prompts::detection(), Prompts::detectionMessage, control);
 }
 
 QStringList speakerLabels(const QString &text)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ai/AIModel.h"
+#include "core/TranscribeControl.h"
 
 #include <QByteArray>
 #include <QFuture>
@@ -21,16 +22,19 @@ namespace Smoother {
 QFuture<QString> smooth(const QString &text, const QString &apiKey, const AIModel &model, qint64 level,
                         bool speakerAware);
 // Replaces "Sprecher N" labels by names or roles the text reveals. Returns the input
-// unchanged when the answer's word count strays too far from it.
-QFuture<QString> refineSpeakers(const QString &text, const QString &apiKey, const AIModel &model);
-// Divides an unlabelled text into speakers from its content.
-QFuture<QString> detectSpeakers(const QString &text, const QString &apiKey, const AIModel &model);
+// unchanged when the answer's word count strays too far from it. A cancel through
+// `control` ends the request under way and fails the flow with Cancelled.
+QFuture<QString> refineSpeakers(const QString &text, const QString &apiKey, const AIModel &model,
+                                const TranscribeControlPtr &control = {});
+// Divides an unlabelled text into speakers from its content; `control` as above.
+QFuture<QString> detectSpeakers(const QString &text, const QString &apiKey, const AIModel &model,
+                                const TranscribeControlPtr &control = {});
 
 // --- Provider clients: one request each, the answer trimmed and never empty ---
 QFuture<QString> callAnthropic(const QString &system, const QString &user, const QString &apiKey,
-                               const QString &modelId, int maxTokens);
+                               const QString &modelId, int maxTokens, const TranscribeControlPtr &control = {});
 QFuture<QString> callOpenAI(const QString &system, const QString &user, const QString &apiKey,
-                            const QString &modelId, int maxTokens);
+                            const QString &modelId, int maxTokens, const TranscribeControlPtr &control = {});
 // The answer's text, or a SmoothingError for a status outside 2xx, a refusal or an
 // answer of another shape.
 QString readAnthropicAnswer(int status, const QByteArray &body);

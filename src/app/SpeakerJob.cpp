@@ -77,6 +77,7 @@ QFuture<SpeakerJob::Result> SpeakerJob::acoustic(const HistoryItem &item, const 
         = item.segmentsPending ? std::nullopt : std::optional(item.result.segments);
     m_app.updateItem(id, [](HistoryItem &h) { h.speakerBusy = true; });
     m_app.m_speakerStatus = Tr::tr("Sprecher werden erkannt…");
+    m_app.m_speakerNotice = AppModel::ItemText();
 
     QPointer<SpeakerJob> self(this);
     auto status = [self, control](const QString &text) {
@@ -113,7 +114,7 @@ QFuture<SpeakerJob::Result> SpeakerJob::acoustic(const HistoryItem &item, const 
               })
         .unwrap()
         .then(this,
-              [this, hasKey, key, modelId](const Voices &voices) {
+              [this, control, hasKey, key, modelId](const Voices &voices) {
                   const QList<SpeakerSpan> &spans = voices.spans;
                   const QString labelled = Diarizer::speakerLabeledText(voices.segments, spans);
                   // Counted over the spans, so the naming step may see a text without labels.
@@ -123,15 +124,22 @@ QFuture<SpeakerJob::Result> SpeakerJob::acoustic(const HistoryItem &item, const 
                   if (!hasKey || speakers.size() < 2)
                       return QtFuture::makeReadyValueFuture(Result{spans, labelled});
                   m_app.m_speakerStatus = Tr::tr("KI ergänzt Namen und Rollen…");
-                  return Smoother::refineSpeakers(labelled, key, AIModel::by(modelId))
+                  return Smoother::refineSpeakers(labelled, key, AIModel::by(modelId), control)
                       .then([spans](const QString &named) { return Result{spans, named}; });
               })
         .unwrap()
         .then(this,
-              [this, control, id, bundle](const Result &result) {
-                  // An AI request cannot be stopped; a cancel drops its answer instead.
+              [this, control, id, bundle, speakerCount](const Result &result) {
+                  // A cancel that came after the answer still drops it.
                   throwIfCancelled(control);
                   finish(control, id, result.text, bundle);
+                  // Else the speaker view looks like the original and nobody knows why.
+                  QSet<int> speakers;
+                  for (const SpeakerSpan &s : result.spans)
+                      speakers.insert(s.speaker);
+                  if (speakerCount < 1 && speakers.size() < 2)
+                      m_app.m_speakerNotice = AppModel::ItemText{id, Tr::tr("Nur eine Stimme erkannt. Sind es mehr, wähle ihre "
+                                                          "Anzahl und erkenne neu.")};
                   return result;
               })
         .onFailed(this, [this, control, id]() -> Result {
@@ -157,7 +165,7 @@ QFuture<SpeakerJob::Result> SpeakerJob::textOnly(const HistoryItem &item, const 
     const std::optional<QString> bundle = item.bundleURL;
     m_app.updateItem(id, [](HistoryItem &h) { h.speakerBusy = true; });
     m_app.m_speakerStatus = Tr::tr("Sprecher werden erkannt…");
-    return Smoother::detectSpeakers(item.result.fullText, key, AIModel::by(modelId))
+    return Smoother::detectSpeakers(item.result.fullText, key, AIModel::by(modelId), control)
         .then(this,
               [this, control, id, bundle](const QString &text) {
                   throwIfCancelled(control);
@@ -210,12 +218,10 @@ void SpeakerJob::fail(const TranscribeControlPtr &, const QString &id, std::exce
                 throw;
             std::rethrow_exception(wrapped.exception());
         }
-    } catch (const DiarizerError &e) {
-        if (!e.isCancelled())
-            m_app.setErrorMessage(e.errorDescription());
     } catch (const UserError &e) {
-        // A cancel that another subsystem reports as its own error still shows.
-        m_app.setErrorMessage(e.errorDescription());
+        // The user's own cancel, wherever it stopped the job, shows nothing.
+        if (!e.isCancelled())
+            m_app.setErrorMessage(e.errorDescription(), e.details());
     } catch (const std::exception &e) {
         m_app.setErrorMessage(QString::fromLocal8Bit(e.what()));
     } catch (...) {

@@ -71,8 +71,8 @@ std::optional<QList<TranscriptSegment>> recognise(const QString &wav, qint64 fro
     }
 }
 
-// The speaker text of the recording up to `toMs` over `segments`; none when the
-// separation failed or found no second speaker. Runs on the pool.
+// The speaker text of the recording up to `toMs` over `segments`; empty when the
+// separation found no second speaker, none when it failed. Runs on the pool.
 std::optional<QString> separate(const QString &wav, qint64 toMs, const QList<TranscriptSegment> &segments,
                                 const DiarizationModels::Paths &models, const TranscribeControlPtr &control)
 {
@@ -82,7 +82,7 @@ std::optional<QString> separate(const QString &wav, qint64 toMs, const QList<Tra
         const QList<SpeakerSpan> spans = Diarizer::diarize(chunk, models.seg, models.emb, 0.9, 0, control);
         QFile::remove(chunk);
         const QString text = Diarizer::speakerLabeledText(segments, spans);
-        return text.contains(u':') ? std::optional(text) : std::nullopt;
+        return text.contains(u':') ? text : QString();
     } catch (...) {
         if (!chunk.isEmpty())
             QFile::remove(chunk);
@@ -238,11 +238,13 @@ void InterviewSession::diarizeAll(qint64 upToMs)
     m_diarization = QtConcurrent::run([=] { return separate(wav, upToMs, segments, models, control); })
                         .then(this, [this, upToMs](const std::optional<QString> &text) {
                             m_diarization.reset();
-                            // A failed separation is tried again at the next free tick.
+                            // A failed separation is tried again at the next free tick; one
+                            // that found a single voice waits for the next interval.
                             if (!text)
                                 return;
                             m_lastDiarMs = upToMs;
-                            m_speakerText = *text;
+                            if (!text->isEmpty())
+                                m_speakerText = *text;
                         });
 }
 
@@ -342,7 +344,7 @@ QFuture<std::optional<InterviewResult>> InterviewSession::finish()
                 last = QtConcurrent::run([=] { return separate(wav, d, all, models, control); });
             }
             return last.then(this, [this, value](const std::optional<QString> &text) mutable {
-                if (text)
+                if (text && !text->isEmpty())
                     value.speakerText = text;
                 m_isFinalizing = false;
                 return std::optional<InterviewResult>(value);

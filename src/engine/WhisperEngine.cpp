@@ -13,6 +13,7 @@
 #include <ggml-backend.h>
 #include <whisper.h>
 
+#include <atomic>
 #include <mutex>
 
 namespace WhisperEngine {
@@ -158,8 +159,19 @@ int threadCount(const QString &performanceCpuList, int onlineCores)
     return std::clamp(onlineCores - 2, 2, 8);
 }
 
+namespace {
+std::atomic<int> threadsSet{0};
+}
+
+void setThreadCount(std::optional<int> threads)
+{
+    threadsSet = threads ? std::max(1, *threads) : 0;
+}
+
 int threadCount()
 {
+    if (const int set = threadsSet.load())
+        return set;
     QFile list(QStringLiteral("/sys/devices/cpu_core/cpus"));
     const QString cpus = list.open(QIODevice::ReadOnly) ? QString::fromLatin1(list.readAll()) : QString();
     return threadCount(cpus, QThread::idealThreadCount());

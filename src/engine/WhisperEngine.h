@@ -89,9 +89,12 @@ std::optional<Device> gpuDevice();
 // The processor device, for reports.
 Device cpuDevice();
 
-// Worker threads: the performance cores of a hybrid CPU, else the online cores minus
+// Worker threads, unless set: the performance cores of a hybrid CPU, else the online cores minus
 // two, always within 2 to 8.
 int threadCount();
+// Replaces what threadCount() gives for every run of this process (at least 1), so that
+// runs side by side share the cores; none restores it.
+void setThreadCount(std::optional<int> threads);
 int threadCount(const QString &performanceCpuList, int onlineCores);
 
 // Words are runs of tokens that begin at a token with a leading blank.

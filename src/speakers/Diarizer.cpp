@@ -99,14 +99,52 @@ bool isExecutableFile(const QString &path)
 
 } // namespace
 
-QString speakerLabeledText(const QList<TranscriptSegment> &segments, const QList<SpeakerSpan> &spans)
+QList<TranscriptSegment> splitAtSpeakerChanges(const QList<TranscriptSegment> &segments,
+                                               const QList<SpeakerSpan> &spans)
+{
+    if (spans.isEmpty())
+        return segments;
+    QList<TranscriptSegment> out;
+    out.reserve(segments.size());
+    for (const TranscriptSegment &segment : segments) {
+        const QList<TranscriptWord> &words = segment.words;
+        QList<std::optional<int>> speakers;
+        speakers.reserve(words.size());
+        for (const TranscriptWord &w : words)
+            speakers << speakerAt(double(w.startMs + w.endMs) / 2000.0, spans);
+        if (words.isEmpty() || std::ranges::all_of(speakers, [&](auto s) { return s == speakers.first(); })) {
+            out << segment;
+            continue;
+        }
+        // One piece per run of words with one speaker; the outer pieces keep the
+        // segment's own edges.
+        for (qsizetype from = 0; from < words.size();) {
+            qsizetype to = from + 1;
+            while (to < words.size() && speakers[to] == speakers[from])
+                ++to;
+            TranscriptSegment piece;
+            piece.startMs = from == 0 ? segment.startMs : words[from].startMs;
+            piece.endMs = to == words.size() ? segment.endMs : words[to - 1].endMs;
+            piece.words = words.mid(from, to - from);
+            QStringList texts;
+            for (const TranscriptWord &w : std::as_const(piece.words))
+                texts << w.text;
+            piece.text = texts.join(u' ');
+            out << piece;
+            from = to;
+        }
+    }
+    return out;
+}
+
+QString speakerLabeledText(const QList<TranscriptSegment> &whole, const QList<SpeakerSpan> &spans)
 {
     QStringList texts;
-    texts.reserve(segments.size());
-    for (const TranscriptSegment &s : segments)
+    texts.reserve(whole.size());
+    for (const TranscriptSegment &s : whole)
         texts << s.text;
     const QString plain = texts.join(u' ');
-    if (segments.isEmpty() || spans.isEmpty())
+    if (whole.isEmpty() || spans.isEmpty())
         return plain;
 
     struct Group {
@@ -114,7 +152,8 @@ QString speakerLabeledText(const QList<TranscriptSegment> &segments, const QList
         QString text;
     };
     QList<Group> groups;
-    for (const TranscriptSegment &s : segments) {
+    // Each word goes to its own speaker: a segment that holds a change is cut there.
+    for (const TranscriptSegment &s : splitAtSpeakerChanges(whole, spans)) {
         const std::optional<int> speaker = speakerFor(s, spans);
         if (!groups.isEmpty() && groups.last().speaker == speaker)
             groups.last().text += u' ' + s.text;
@@ -143,9 +182,13 @@ QString speakerLabeledText(const QList<TranscriptSegment> &segments, const QList
 
 std::optional<QString> cliURL()
 {
+    // A program named from outside wins, and only it: tests point at their stand-ins so.
+    const QString named = qEnvironmentVariable("SAGWERK_DIARIZE_PROGRAM");
+    if (!named.isEmpty())
+        return isExecutableFile(named) ? std::optional(named) : std::nullopt;
     if (QCoreApplication::instance()) {
-        // Beside the binary, then in the installed layout's private folder. The build
-        // tree has neither, so that tests find their stand-ins.
+        // Beside the binary, then in the private folder that the installed layout and the
+        // build tree share.
         const QString bin = QCoreApplication::applicationDirPath();
         for (const QString &candidate :
              {bin + QStringLiteral("/sherpa-diarize"), bin + QStringLiteral("/../lib/sagwerk/sherpa-diarize")}) {

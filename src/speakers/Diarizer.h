@@ -18,14 +18,22 @@
 namespace Diarizer {
 
 // One line per speaker turn, each opened by "Sprecher N: ", numbered by first
-// appearance. A segment belongs to one speaker as a whole, by the votes of its words.
-// With fewer than two speakers, or without segments or spans, the plain text: the
-// segment texts joined with one blank.
+// appearance. Each word goes to the speaker at its midpoint: a segment that holds a
+// change of speaker is cut there (splitAtSpeakerChanges); a segment without words goes
+// by its midpoint. With fewer than two speakers, or without segments or spans, the plain
+// text: the segment texts joined with one blank.
 QString speakerLabeledText(const QList<TranscriptSegment> &segments, const QList<SpeakerSpan> &spans);
 
-// The program beside the application's binary, else in ../lib/sagwerk/ from there (the
-// installed layout), else under the developer's vendor folder in the home folder; only
-// an executable file counts.
+// The segments with each one whose words belong to more than one speaker cut into runs
+// of one speaker; a cut piece's text is its words joined by blanks, its times those of its
+// words (the outer pieces keep the segment's edges). Unchanged without spans.
+QList<TranscriptSegment> splitAtSpeakerChanges(const QList<TranscriptSegment> &segments,
+                                               const QList<SpeakerSpan> &spans);
+
+// The program named by SAGWERK_DIARIZE_PROGRAM when that is set; else beside the
+// application's binary, else in ../lib/sagwerk/ from there (the installed layout and the
+// build tree), else under the developer's vendor folder in the home folder; only an
+// executable file counts.
 std::optional<QString> cliURL();
 
 // Threads for the program: the performance cores of a hybrid CPU, else the online

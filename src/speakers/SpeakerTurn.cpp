@@ -18,6 +18,22 @@ std::pair<std::optional<QString>, QString> SpeakerTurn::splitLabel(const QString
     return {Text::trimBlanks(front), Text::trimBlanks(line.mid(colon + 1))};
 }
 
+QString SpeakerTurn::renamed(const QString &text, const QMap<QString, QString> &names)
+{
+    if (names.isEmpty())
+        return text;
+    QStringList lines = text.split(u'\n');
+    for (QString &line : lines) {
+        const std::optional<QString> label = splitLabel(line).first;
+        if (!label || !names.contains(*label))
+            continue;
+        // Keep the blanks in front and everything from the colon on.
+        const qsizetype lead = line.indexOf(*label);
+        line = line.left(lead) + names.value(*label) + line.mid(line.indexOf(u':'));
+    }
+    return lines.join(u'\n');
+}
+
 QStringList SpeakerTurn::normalisedWords(const QString &text)
 {
     QStringList words;
@@ -35,15 +51,62 @@ QStringList SpeakerTurn::normalisedWords(const QString &text)
     return words;
 }
 
+namespace {
+
+// A place where a line may begin: a segment's start (word 0), or one of its words after
+// the first, where the labelling cut a segment at a change of speaker.
+struct Place {
+    qsizetype segment = 0;
+    qsizetype word = 0;
+    auto operator<=>(const Place &) const = default;
+};
+
+// Segment `s` from word `from` up to, not including, word `to`; whole when it spans all.
+std::optional<TranscriptSegment> piece(const TranscriptSegment &s, qsizetype from, qsizetype to)
+{
+    if (from == 0 && to >= s.words.size())
+        return s;
+    if (from >= to)
+        return std::nullopt;
+    TranscriptSegment cut;
+    cut.startMs = from == 0 ? s.startMs : s.words[from].startMs;
+    cut.endMs = to >= s.words.size() ? s.endMs : s.words[to - 1].endMs;
+    cut.words = s.words.mid(from, to - from);
+    QStringList texts;
+    for (const TranscriptWord &w : std::as_const(cut.words))
+        texts << w.text;
+    cut.text = texts.join(u' ');
+    return cut;
+}
+
+} // namespace
+
 QList<SpeakerTurn> SpeakerTurn::build(const QString &text, const QList<TranscriptSegment> &segments)
 {
+    // Each segment's normalised words from its text (for its start), and from each of its
+    // timed words on (for the places inside it).
+    QList<QStringList> starts;
+    QList<QList<QStringList>> tails;
+    starts.reserve(segments.size());
+    tails.reserve(segments.size());
+    for (const TranscriptSegment &segment : segments) {
+        starts << normalisedWords(segment.text);
+        QList<QStringList> tail(segment.words.size());
+        QStringList after;
+        for (qsizetype w = segment.words.size() - 1; w >= 1; --w) {
+            after = normalisedWords(segment.words[w].text) + after;
+            tail[w] = after.mid(0, 3);
+        }
+        tails << tail;
+    }
+
     struct Record {
         qint64 lineIndex;
         QString line;
-        std::optional<qsizetype> segIdx;
+        std::optional<Place> anchor;
     };
     QList<Record> records;
-    qsizetype cursor = 0;
+    Place cursor;
     const QStringList lines = text.split(u'\n');
     for (qsizetype i = 0; i < lines.size(); ++i) {
         const QString line = Text::trimBlanks(lines[i]);
@@ -51,18 +114,27 @@ QList<SpeakerTurn> SpeakerTurn::build(const QString &text, const QList<Transcrip
             continue;
         Record record{i, line, std::nullopt};
         const QStringList cw = normalisedWords(splitLabel(line).second);
-        if (!cw.isEmpty()) {
-            for (qsizetype s = cursor; s < segments.size(); ++s) {
-                const QStringList sw = normalisedWords(segments[s].text);
-                const qsizetype k = std::min({qsizetype(3), cw.size(), sw.size()});
-                if (k == 0)
-                    continue;
-                if (cw.mid(0, k) == sw.mid(0, k)) {
-                    record.segIdx = s;
-                    cursor = s + 1;
+        for (qsizetype s = cursor.segment; !cw.isEmpty() && s < segments.size() && !record.anchor; ++s) {
+            const bool fromStart = s > cursor.segment || cursor.word == 0;
+            const QStringList &sw = starts[s];
+            const qsizetype k = std::min({qsizetype(3), cw.size(), sw.size()});
+            if (fromStart && k > 0 && cw.mid(0, k) == sw.mid(0, k)) {
+                record.anchor = Place{s, 0};
+                break;
+            }
+            // Inside a segment all of the line's first words (up to three) must follow.
+            const qsizetype need = std::min(qsizetype(3), cw.size());
+            for (qsizetype w = fromStart ? 1 : cursor.word; w < tails[s].size(); ++w) {
+                if (tails[s][w].size() >= need && cw.mid(0, need) == tails[s][w].mid(0, need)) {
+                    record.anchor = Place{s, w};
                     break;
                 }
             }
+        }
+        if (record.anchor) {
+            const Place a = *record.anchor;
+            cursor = a.word + 1 < segments[a.segment].words.size() ? Place{a.segment, a.word + 1}
+                                                                   : Place{a.segment + 1, 0};
         }
         records.append(std::move(record));
     }
@@ -75,16 +147,23 @@ QList<SpeakerTurn> SpeakerTurn::build(const QString &text, const QList<Transcrip
         turn.id = record.lineIndex;
         turn.text = record.line;
         turn.label = splitLabel(record.line).first;
-        if (const std::optional<qsizetype> s = record.segIdx) {
-            turn.ms = segments[*s].startMs;
-            qsizetype end = segments.size();
+        if (const std::optional<Place> a = record.anchor) {
+            Place end{segments.size(), 0};
             for (qsizetype later = r + 1; later < records.size(); ++later) {
-                if (records[later].segIdx && *records[later].segIdx > *s) {
-                    end = *records[later].segIdx;
+                if (records[later].anchor && *records[later].anchor > *a) {
+                    end = *records[later].anchor;
                     break;
                 }
             }
-            turn.segments = segments.mid(*s, end - *s);
+            for (qsizetype s = a->segment; s < segments.size() && Place{s, 0} < end; ++s) {
+                const qsizetype from = s == a->segment ? a->word : 0;
+                const qsizetype to = s == end.segment ? end.word : segments[s].words.size();
+                if (std::optional<TranscriptSegment> p = piece(segments[s], from, std::max(to, from)))
+                    turn.segments << *p;
+            }
+            if (turn.segments.isEmpty()) // a segment without words, cut nowhere
+                turn.segments << segments[a->segment];
+            turn.ms = turn.segments.first().startMs;
             for (const TranscriptSegment &segment : std::as_const(turn.segments))
                 turn.words += segment.words;
         }

@@ -6,10 +6,13 @@
 #include "export/DocxExporter.h"
 #include "export/PDFExporter.h"
 #include "review/AudioPlayer.h"
+#include "review/TranscriptLayout.h"
 #include "review/TranscriptLines.h"
 #include "ui/CorrectionSheet.h"
 #include "ui/FileManager.h"
+#include "ui/FindBar.h"
 #include "ui/Icons.h"
+#include "ui/NameDialog.h"
 #include "ui/PlayerBar.h"
 #include "ui/Spinner.h"
 #include "ui/Style.h"
@@ -18,6 +21,7 @@
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QClipboard>
+#include <QComboBox>
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileDialog>
@@ -30,11 +34,13 @@
 #include <QSaveFile>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QShortcut>
 #include <QStackedWidget>
 #include <QStandardPaths>
 #include <QTextBrowser>
 #include <QTimer>
 #include <QToolButton>
+#include <QUndoStack>
 #include <QVBoxLayout>
 
 namespace {
@@ -114,6 +120,14 @@ ResultView::ResultView(AppModel &app, QWidget *parent) : QWidget(parent), m_app(
 
     m_column->addWidget(Style::divider(this));
 
+    m_findBar = new FindBar(this);
+    m_findBar->hide();
+    connect(m_findBar, &FindBar::queryChanged, this, [this] { runFind(false); });
+    connect(m_findBar, &FindBar::step, this, &ResultView::stepFind);
+    connect(m_findBar, &FindBar::playRequested, this, &ResultView::playFromMatch);
+    connect(m_findBar, &FindBar::closeRequested, this, &ResultView::closeFind);
+    m_column->addWidget(m_findBar);
+
     m_textArea = new QStackedWidget(this);
     m_textView = new TranscriptTextView(m_textArea);
     m_levelText = new QTextBrowser(m_textArea);
@@ -140,7 +154,12 @@ ResultView::ResultView(AppModel &app, QWidget *parent) : QWidget(parent), m_app(
     actions->setSpacing(12);
     m_speakers = new QPushButton(this);
     m_speakers->setObjectName(QStringLiteral("speakerControl"));
-    connect(m_speakers, &QPushButton::clicked, this, [this] { m_app.detectSpeakers(m_item); });
+    connect(m_speakers, &QPushButton::clicked, this,
+            [this] { m_app.detectSpeakers(m_item, m_speakerCount->currentData().toInt()); });
+    // The count for this item's next run, without going through the settings or a new
+    // transcription; it starts at the setting.
+    m_speakerCount = new QComboBox(this);
+    m_speakerCount->setObjectName(QStringLiteral("speakerCount"));
     // While the item's speakers are separated: a spinner, the status and a way to stop.
     m_speakersBusy = new QWidget(this);
     auto *speakersBusy = new QHBoxLayout(m_speakersBusy);
@@ -159,6 +178,7 @@ ResultView::ResultView(AppModel &app, QWidget *parent) : QWidget(parent), m_app(
     connect(m_speakersCancel, &QToolButton::clicked, &m_app, &AppModel::cancelSpeakers);
     speakersBusy->addWidget(m_speakersCancel);
     actions->addWidget(m_speakers);
+    actions->addWidget(m_speakerCount);
     actions->addWidget(m_speakersBusy);
     m_ai = new QToolButton(this);
     m_ai->setObjectName(QStringLiteral("aiControl"));
@@ -198,6 +218,33 @@ ResultView::ResultView(AppModel &app, QWidget *parent) : QWidget(parent), m_app(
     actions->addWidget(m_export);
     actions->addStretch(1);
     m_column->addLayout(actions);
+    m_speakerNotice = new QLabel(this);
+    m_speakerNotice->setObjectName(QStringLiteral("speakerNotice"));
+    m_speakerNotice->setWordWrap(true);
+    m_speakerNotice->setFont(Style::font(Style::TextSize::caption));
+    m_speakerNotice->setForegroundRole(QPalette::PlaceholderText);
+    m_column->addWidget(m_speakerNotice);
+
+    m_undo = new QUndoStack(this);
+    QAction *undo = m_undo->createUndoAction(this);
+    undo->setShortcut(QKeySequence::Undo);
+    QAction *redo = m_undo->createRedoAction(this);
+    redo->setShortcut(QKeySequence::Redo);
+    for (QAction *a : {undo, redo}) {
+        a->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        addAction(a);
+    }
+
+    auto shortcut = [this](const QKeySequence &keys, auto action) {
+        auto *s = new QShortcut(keys, this, nullptr, nullptr, Qt::WidgetWithChildrenShortcut);
+        connect(s, &QShortcut::activated, this, action);
+    };
+    shortcut(QKeySequence::Find, [this] { openFind(); });
+    shortcut(QKeySequence(Qt::Key_F3), [this] { m_findBar->isVisible() ? stepFind(true) : openFind(); });
+    shortcut(QKeySequence(Qt::SHIFT | Qt::Key_F3), [this] { m_findBar->isVisible() ? stepFind(false) : openFind(); });
+    // A text field takes its own Space first (it claims the key before shortcuts).
+    shortcut(QKeySequence(Qt::Key_Space), [this] { m_player->togglePlay(); });
+    shortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_C), [this] { copy(); });
 
     connect(&m_app, &AppModel::currentChanged, this, &ResultView::takeCurrent);
     // The menu's state follows the key of the active model.
@@ -206,6 +253,7 @@ ResultView::ResultView(AppModel &app, QWidget *parent) : QWidget(parent), m_app(
         connect(&m_app, signal, this, &ResultView::showSpeakerControl);
     }
     connect(&m_app, &AppModel::speakerStatusChanged, this, &ResultView::showSpeakerControl);
+    connect(&m_app, &AppModel::speakerNoticeChanged, this, &ResultView::showSpeakerControl);
 
     retranslate();
     m_item = m_app.current().value_or(HistoryItem());
@@ -234,13 +282,23 @@ void ResultView::takeCurrent()
             setSelectedView(levels.constLast());
     }
     if (m_item.speakerText != m_speakerText) {
-        m_speakerText = m_item.speakerText;
-        m_speakerTurns = SpeakerTurn::build(m_speakerText.value_or(QString()), m_item.result.segments);
+        buildSpeakerTurns();
         // A finished speaker job is shown at once.
         if (m_speakerText)
             setSelectedView(TranscriptLines::speakerView);
+    } else if (m_item.result.segments.size() != m_speakerTurnSegments) {
+        // A stored item's segments come from disk after it is shown; the turns need them
+        // for their times and the word cursor.
+        buildSpeakerTurns();
     }
     showItem();
+}
+
+void ResultView::buildSpeakerTurns()
+{
+    m_speakerText = m_item.speakerText;
+    m_speakerTurnSegments = m_item.result.segments.size();
+    m_speakerTurns = SpeakerTurn::build(m_speakerText.value_or(QString()), m_item.result.segments);
 }
 
 void ResultView::startItem()
@@ -256,13 +314,14 @@ void ResultView::startItem()
     m_playerBar = new PlayerBar(*m_player, m_playerSlot);
     m_playerSlot->layout()->addWidget(m_playerBar);
 
+    m_undo->clear();
     m_showTimestamps = true;
     m_selectedView = TranscriptLines::originalView;
     m_selectedText.clear();
     setCopied(false);
     m_levels = m_item.smoothed.keys();
-    m_speakerText = m_item.speakerText;
-    m_speakerTurns = SpeakerTurn::build(m_speakerText.value_or(QString()), m_item.result.segments);
+    buildSpeakerTurns();
+    fillSpeakerCounts(m_app.speakerCount());
     {
         const QSignalBlocker quiet(m_timestamps);
         m_timestamps->setChecked(true);
@@ -363,6 +422,7 @@ void ResultView::showPicker()
                    : view == TranscriptLines::speakerView ? Tr::tr("Sprecher")
                                                           : Tr::tr("Stufe %1").arg(view));
         b->setChecked(view == m_selectedView);
+        Style::markChosen(b, view == m_selectedView);
     }
 }
 
@@ -440,10 +500,25 @@ void ResultView::showAIControl()
     }
 }
 
+void ResultView::fillSpeakerCounts(int chosen)
+{
+    const QSignalBlocker quiet(m_speakerCount);
+    m_speakerCount->clear();
+    m_speakerCount->addItem(Tr::tr("Automatisch"), 0);
+    for (int n = 2; n <= 8; ++n)
+        m_speakerCount->addItem(Tr::tr("%n Sprecher", nullptr, n), n);
+    m_speakerCount->setCurrentIndex(std::max(0, m_speakerCount->findData(chosen)));
+    m_speakerCount->setToolTip(Tr::tr("Anzahl Sprecher"));
+}
+
 void ResultView::showSpeakerControl()
 {
     const bool busy = m_item.speakerBusy;
     m_speakers->setVisible(!busy);
+    m_speakerCount->setVisible(!busy && m_item.audioURL.has_value());
+    const QString notice = busy ? QString() : m_app.speakerNotice(m_item.id);
+    m_speakerNotice->setText(notice);
+    m_speakerNotice->setVisible(!notice.isEmpty());
     m_speakersBusy->setVisible(busy);
     m_speakersBusyText->setText(m_app.speakerStatus().value_or(Tr::tr("Sprecher werden erkannt…")));
     m_speakersCancel->setIcon(Icons::xmarkCircle(palette().color(QPalette::PlaceholderText)));
@@ -483,7 +558,12 @@ void ResultView::showActions()
                             &ResultView::exportDocx);
     QAction *srt = m_exportMenu->addAction(Icons::themed(QStringLiteral("media-view-subtitles")),
                                            Tr::tr("Untertitel (.srt)"), this, &ResultView::exportSubtitles);
-    srt->setEnabled(!m_item.result.segments.isEmpty());
+    QAction *vtt = m_exportMenu->addAction(Icons::themed(QStringLiteral("media-view-subtitles")),
+                                           Tr::tr("Untertitel (.vtt)"), this, &ResultView::exportVtt);
+    for (QAction *subtitles : {srt, vtt})
+        subtitles->setEnabled(!m_item.result.segments.isEmpty());
+    m_exportMenu->addAction(Icons::themed(QStringLiteral("text-x-script")), Tr::tr("JSON (.json)"), this,
+                            &ResultView::exportJson);
     if (m_item.bundleURL) {
         m_exportMenu->addSeparator();
         m_exportMenu->addAction(Icons::themed(QStringLiteral("folder")), Tr::tr("Im Finder zeigen"), this,
@@ -505,6 +585,7 @@ void ResultView::retranslate()
     m_reTranscribe->setText(Tr::tr("Neu transkribieren"));
     m_reTranscribe->setToolTip(Tr::tr("Mit anderen Einstellungen (Modell/Sprache/Sprecher) erneut transkribieren"));
     m_correct->setText(Tr::tr("Korrigieren"));
+    fillSpeakerCounts(m_speakerCount->count() ? m_speakerCount->currentData().toInt() : m_app.speakerCount());
     showCorrectButton();
     if (m_copied) {
         m_copy->setText(Tr::tr("Kopiert"));
@@ -517,6 +598,13 @@ void ResultView::retranslate()
 }
 
 void ResultView::refreshText()
+{
+    refreshSurface();
+    if (m_findBar->isVisible())
+        runFind(true);
+}
+
+void ResultView::refreshSurface()
 {
     if (TranscriptLines::surface(m_item, m_selectedView) == TranscriptLines::Surface::Level) {
         // Refined text stands as it is: no time column, no seeking, no cursor, no corrections.
@@ -531,8 +619,9 @@ void ResultView::refreshText()
     m_textArea->setCurrentWidget(m_textView);
     Coordinator::View view;
     if (TranscriptLines::surface(m_item, m_selectedView) == TranscriptLines::Surface::Speaker) {
-        view.lines = [this] { return TranscriptLines::speakerLines(m_speakerTurns); };
+        view.lines = [this] { return TranscriptLines::speakerLines(m_speakerTurns, m_item.speakerNames); };
         view.rebuildKey = TranscriptLines::speakerRebuildKey(m_item, m_showTimestamps);
+        view.onRenameHeader = [this](const QString &shown) { askSpeakerName(shown); };
     } else {
         view.lines = [this] { return TranscriptLines::originalLines(m_item.result); };
         view.rebuildKey = TranscriptLines::rebuildKey(m_item, m_showTimestamps);
@@ -545,6 +634,127 @@ void ResultView::refreshText()
     view.onCreateCorrection = [this](const QString &text) { openCorrectionSheet(text); };
     view.onSelectionText = [this](const QString &text) { setSelectedText(text); };
     m_textView->refresh(view);
+}
+
+// --- Find ---
+
+namespace {
+constexpr qsizetype maxMarks = 300;
+}
+
+QTextEdit *ResultView::shownText() const
+{
+    return m_textArea->currentWidget() == m_levelText ? static_cast<QTextEdit *>(m_levelText)
+                                                      : static_cast<QTextEdit *>(m_textView);
+}
+
+void ResultView::openFind()
+{
+    m_findBar->open();
+    runFind(false);
+}
+
+void ResultView::closeFind()
+{
+    m_findBar->hide();
+    m_matches.clear();
+    m_match = -1;
+    showFindMarks();
+    shownText()->setFocus(Qt::OtherFocusReason);
+}
+
+void ResultView::runFind(bool textChanged)
+{
+    QTextEdit *edit = shownText();
+    // The text view's key names its laid-out text; the level text is its own key.
+    const QString key = edit == m_textView ? QStringLiteral("view|") + m_textView->coordinator().builtKey()
+                                           : QStringLiteral("level|") + m_levelShown;
+    if (textChanged && key == m_findKey)
+        return; // a tick of the player: nothing to find anew
+    if (key != m_findKey) {
+        m_find = TextFind(edit->document()->toPlainText());
+        m_findKey = key;
+    }
+    const qsizetype at = m_match >= 0 && m_match < m_matches.size() ? m_matches[m_match].start : -1;
+    m_matches = m_find.find(m_findBar->query());
+    m_match = -1;
+    if (!m_matches.isEmpty()) {
+        // Stay where the reader is: the first match at or after the last one shown.
+        m_match = 0;
+        while (at >= 0 && m_match + 1 < m_matches.size() && m_matches[m_match].start < at)
+            ++m_match;
+    }
+    m_findBar->showCount(m_match, m_matches.size());
+    m_findBar->setCanPlay(m_match >= 0 && edit == m_textView && TranscriptLines::audioURL(m_item));
+    if (m_match >= 0)
+        TranscriptTextView::scrollRangeToVisible(*edit, m_matches[m_match].start,
+                                                 m_matches[m_match].end - m_matches[m_match].start);
+    showFindMarks();
+}
+
+void ResultView::stepFind(bool forward)
+{
+    if (!m_findBar->isVisible()) {
+        openFind();
+        return;
+    }
+    m_match = TextFind::step(m_matches.size(), m_match, forward);
+    m_findBar->showCount(m_match, m_matches.size());
+    if (m_match < 0)
+        return;
+    const Corrections::Range &r = m_matches[m_match];
+    TranscriptTextView::scrollRangeToVisible(*shownText(), r.start, r.end - r.start);
+    showFindMarks();
+}
+
+void ResultView::showFindMarks()
+{
+    QTextEdit *edit = shownText();
+    QList<QTextEdit::ExtraSelection> marks;
+    if (m_findBar->isVisible() && !m_matches.isEmpty()) {
+        const QPalette &p = palette();
+        QTextCharFormat all, current;
+        all.setBackground(Style::withAlpha(Style::color(p, Style::Tone::yellow), 0.35));
+        current.setBackground(Style::withAlpha(Style::color(p, Style::Tone::orange), 0.75));
+        auto mark = [&](const Corrections::Range &r, const QTextCharFormat &format) {
+            QTextEdit::ExtraSelection s;
+            s.cursor = QTextCursor(edit->document());
+            s.cursor.setPosition(int(r.start));
+            s.cursor.setPosition(int(r.end), QTextCursor::KeepAnchor);
+            s.format = format;
+            marks << s;
+        };
+        // Every mark costs a little on each paint: a very common query marks the matches
+        // around the current one, which is where the reader looks.
+        const qsizetype around = std::max<qsizetype>(m_match, 0);
+        const qsizetype from = std::max<qsizetype>(0, around - maxMarks / 2);
+        for (qsizetype i = from; i < std::min(m_matches.size(), from + maxMarks); ++i)
+            mark(m_matches[i], all);
+        if (m_match >= 0)
+            mark(m_matches[m_match], current);
+    }
+    if (edit == m_textView)
+        m_textView->setFindMarks(marks);
+    else
+        m_levelText->setExtraSelections(marks);
+    // The other surface keeps no marks of an earlier search.
+    if (edit == m_textView)
+        m_levelText->setExtraSelections({});
+    else
+        m_textView->setFindMarks({});
+}
+
+void ResultView::playFromMatch()
+{
+    if (m_match < 0 || shownText() != m_textView)
+        return;
+    const std::optional<TranscriptLayout::Seek> seek =
+        TranscriptLayout::seekFor(m_textView->coordinator().anchors(), m_matches[m_match].start, 0);
+    if (!seek)
+        return;
+    m_player->seek(double(seek->ms) / 1000.0);
+    if (!m_player->isPlaying())
+        m_player->togglePlay();
 }
 
 void ResultView::seekFromText(qint64 ms, bool exact)
@@ -580,6 +790,7 @@ void ResultView::changeEvent(QEvent *event)
         showActions();
     } else if (event->type() == QEvent::PaletteChange) {
         retranslate();
+        showPicker();
         showChips();
     }
 }
@@ -630,10 +841,65 @@ void ResultView::exportDocx()
 
 void ResultView::exportSubtitles()
 {
-    // Subtitles always come from the raw segments, whatever view is on show.
+    // Subtitles come from the timed segments whatever view is on show; the speaker view's
+    // carry the names.
     const QString path = savePath(FileNames::deletingPathExtension(m_item.fileName) + QStringLiteral(".srt"), QString());
     if (!path.isEmpty())
-        writeText(path, AppModel::srt(m_item));
+        writeText(path, AppModel::srt(m_item, m_selectedView == TranscriptLines::speakerView));
+}
+
+void ResultView::exportVtt()
+{
+    const QString path = savePath(FileNames::deletingPathExtension(m_item.fileName) + QStringLiteral(".vtt"),
+                                  QStringLiteral("WebVTT (*.vtt)"));
+    if (!path.isEmpty())
+        writeText(path, AppModel::vtt(m_item));
+}
+
+void ResultView::exportJson()
+{
+    const QString path = savePath(FileNames::deletingPathExtension(m_item.fileName) + QStringLiteral(".json"),
+                                  QStringLiteral("JSON (*.json)"));
+    if (!path.isEmpty())
+        writeText(path, QString::fromUtf8(AppModel::transcriptJson(m_item)));
+}
+
+namespace {
+
+// One rename of speakers, and its way back.
+class SpeakerNamesChange : public QUndoCommand {
+public:
+    SpeakerNamesChange(AppModel &app, QString itemId, QMap<QString, QString> before, QMap<QString, QString> after)
+        : m_app(app), m_itemId(std::move(itemId)), m_before(std::move(before)), m_after(std::move(after))
+    {
+        setText(Tr::tr("Sprecher umbenennen"));
+    }
+    void undo() override { m_app.setSpeakerNames(m_itemId, m_before); }
+    void redo() override { m_app.setSpeakerNames(m_itemId, m_after); }
+
+private:
+    AppModel &m_app;
+    QString m_itemId;
+    QMap<QString, QString> m_before, m_after;
+};
+
+} // namespace
+
+void ResultView::askSpeakerName(const QString &shown)
+{
+    NameDialog::ask(this, Tr::tr("Sprecher umbenennen"), Tr::tr("Neuer Name für „%1“:").arg(shown), shown,
+                    [this, shown, itemId = m_item.id](const QString &name) {
+                        if (m_item.id == itemId)
+                            renameSpeaker(shown, name);
+                    });
+}
+
+void ResultView::renameSpeaker(const QString &shown, const QString &name)
+{
+    const QMap<QString, QString> before = m_item.speakerNames;
+    m_app.renameSpeaker(m_item.id, shown, name);
+    if (m_item.speakerNames != before)
+        m_undo->push(new SpeakerNamesChange(m_app, m_item.id, before, m_item.speakerNames));
 }
 
 void ResultView::revealBundle()

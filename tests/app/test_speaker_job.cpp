@@ -33,6 +33,7 @@ protected:
         const QString base = server.base().toString().chopped(1);
         qputenv("ANTHROPIC_BASE_URL", base.toUtf8());
         qputenv("SAGWERK_SPEAKER_MODEL_HOST", base.toUtf8());
+        qputenv("SAGWERK_DIARIZE_PROGRAM", (home + "/Developer/SagwerkMac/vendor/sherpa-diarize").toUtf8());
         Media::writeFile(DiarizationModels::segPath(), "seg");
         Media::writeFile(DiarizationModels::embPath(), "emb");
 
@@ -125,6 +126,13 @@ TEST_F(SpeakerJobs, ByVoiceWithoutKeyStoresTheLabels)
         EXPECT_TRUE(recordedArguments().startsWith("--clustering.num-clusters=2\n"));
         EXPECT_EQ(app.errorMessage(), "Sprechertrennung fehlgeschlagen: Exit 3");
         EXPECT_EQ(app.current()->speakerText, labelled);
+
+        // A count chosen for one run goes to the program and leaves the setting alone.
+        app.setErrorMessage(std::nullopt);
+        app.detectSpeakers(itemOf(app, bundle), 3);
+        ASSERT_TRUE(waitFor([&] { return !app.current()->speakerBusy; }));
+        EXPECT_TRUE(recordedArguments().startsWith("--clustering.num-clusters=3\n"));
+        EXPECT_EQ(app.speakerCount(), 2);
     }
     AppModel restarted;
     EXPECT_EQ(itemOf(restarted, bundle).speakerText, "Sprecher 1: Guten Tag.\nSprecher 2: Hallo zurück.");
@@ -174,6 +182,20 @@ TEST_F(SpeakerJobs, CancelAndASecondCallWhileBusy)
     EXPECT_EQ(app.errorMessage(), std::nullopt) << "a cancel shows nothing";
     EXPECT_EQ(app.current()->speakerText, std::nullopt);
     EXPECT_EQ(app.speakerStatus(), std::nullopt);
+
+    // A cancel while the AI puts names on the voices stops the request under way.
+    app.setActiveModelId("claude-haiku-4-5");
+    app.saveAnthropicKey("sk-ant-test");
+    server.answer(messages, {.body = anthropicAnswer("A: Guten Tag.\nB: Hallo zurück."), .holdAfter = 0});
+    child("0.0 -- 0.95 speaker_3\n0.95 -- 2.0 speaker_1\n");
+    app.detectSpeakers(itemOf(app, bundle));
+    ASSERT_TRUE(waitFor([&] { return server.held() == 1; }));
+    app.cancelSpeakers();
+    EXPECT_TRUE(waitFor([&] { return !app.current()->speakerBusy; }, 5'000));
+    EXPECT_EQ(app.errorMessage(), std::nullopt);
+    EXPECT_EQ(app.current()->speakerText, std::nullopt);
+    server.release();
+    app.saveAnthropicKey({}); // the keyring outlives a test
     EXPECT_NO_TEMPORARY_FILES();
 }
 

@@ -224,6 +224,7 @@ TEST_F(Interview, LiveSpeakersSeparateTheWholeRecordingOnStop)
     const QString vendor = QDir::homePath() + QStringLiteral("/Developer/SagwerkMac/vendor");
     QDir().mkpath(vendor);
     QFile program(vendor + QStringLiteral("/sherpa-diarize"));
+    qputenv("SAGWERK_DIARIZE_PROGRAM", program.fileName().toUtf8());
     ASSERT_TRUE(program.open(QIODevice::WriteOnly));
     program.write("#!/bin/sh\n"
                   "for wav; do :; done\n" // the recording comes last

@@ -24,6 +24,7 @@ protected:
         home = useThrowawayHome();
         vendor = home + QStringLiteral("/Developer/SagwerkMac/vendor");
         QDir().mkpath(vendor);
+        qputenv("SAGWERK_DIARIZE_PROGRAM", (vendor + QStringLiteral("/sherpa-diarize")).toUtf8());
     }
 
     // The stand-in program: `body` runs under sh; it finds its folder in $here.

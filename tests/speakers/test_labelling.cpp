@@ -52,12 +52,11 @@ TEST(SpeakerLabels, NumbersByFirstAppearanceAndMergesOnlyNeighbours)
 TEST(SpeakerLabels, VotesContainmentNearnessAndTies)
 {
     const QList<SpeakerSpan> spans{{0, 1, 4}, {1, 2, 1}, {3, 4, 9}};
-    // 2:2 between raw 4 and raw 1: the lower raw number wins; were it raw 4, the next
-    // segment would join it and leave one speaker, unlabelled.
-    EXPECT_EQ(Diarizer::speakerLabeledText({voiced(QStringLiteral("a b c d"), {0.2, 0.4, 1.5, 1.7}),
-                                            voiced(QStringLiteral("e"), {0.5})},
+    // A wordless segment that lies half in each of two spans, by its midpoint on their
+    // shared edge: the first in the list.
+    EXPECT_EQ(Diarizer::speakerLabeledText({segment(500, 1500, QStringLiteral("a")), voiced(QStringLiteral("b"), {1.5})},
                                            spans),
-              QStringLiteral("Sprecher 1: a b c d\nSprecher 2: e"));
+              QStringLiteral("Sprecher 1: a\nSprecher 2: b"));
     // Two one-word segments at these midpoints (seconds) go to two speakers: on the
     // shared edge of two spans the first in the list; in the gap 2..3 the nearer edge,
     // at its exact centre the earlier span; far beyond every span the nearest.
@@ -70,6 +69,39 @@ TEST(SpeakerLabels, VotesContainmentNearnessAndTies)
     EXPECT_EQ(Diarizer::speakerLabeledText(
                   {segment(0, 1000, QStringLiteral("ohne")), segment(3000, 4000, QStringLiteral("Wörter"))}, spans),
               QStringLiteral("Sprecher 1: ohne\nSprecher 2: Wörter"));
+}
+
+TEST(SpeakerLabels, ASegmentHoldingTwoSpeakersIsCutAtTheChange)
+{
+    // The answer came inside the question's segment; each word goes to its own speaker,
+    // in the text and, through the turns, in the speaker view.
+    const QList<TranscriptSegment> segments{
+        segment(0, 4000, QStringLiteral(" Wie geht es? Gut, danke."),
+                {{"Wie", 0, 400}, {"geht", 400, 900}, {"es?", 900, 1500}, {"Gut,", 2100, 2600}, {"danke.", 2600, 3900}}),
+        voiced(QStringLiteral("Und dir?"), {4.2, 4.6})};
+    const QList<SpeakerSpan> spans{{0, 2, 5}, {2, 4, 8}, {4, 5, 5}};
+    const QList<TranscriptSegment> cut = Diarizer::splitAtSpeakerChanges(segments, spans);
+    ASSERT_EQ(cut.size(), 3);
+    EXPECT_EQ(cut[0].text, QStringLiteral("Wie geht es?"));
+    EXPECT_EQ(std::pair(cut[0].startMs, cut[0].endMs), std::pair(qint64(0), qint64(1500)));
+    EXPECT_EQ(std::pair(cut[1].startMs, cut[1].endMs), std::pair(qint64(2100), qint64(4000)));
+    EXPECT_EQ(cut[2].id, segments[1].id) << "a segment of one speaker stays as it is";
+
+    const QString text = Diarizer::speakerLabeledText(segments, spans);
+    EXPECT_EQ(text, QStringLiteral("Sprecher 1: Wie geht es?\nSprecher 2: Gut, danke.\nSprecher 1: Und dir?"));
+
+    // The same turns from the labels as they come and from names an AI put on them.
+    for (const QString &named : {text, QStringLiteral("Anna: Wie geht es?\nBen: gut danke\nAnna: Und dir?")}) {
+        const QList<SpeakerTurn> turns = SpeakerTurn::build(named, segments);
+        ASSERT_EQ(turns.size(), 3) << named.toStdString();
+        EXPECT_EQ(turns[0].ms, 0);
+        EXPECT_EQ(turns[0].words.size(), 3);
+        EXPECT_EQ(turns[1].ms, 2100);
+        ASSERT_EQ(turns[1].words.size(), 2);
+        EXPECT_EQ(turns[1].words[0].text, QStringLiteral("Gut,"));
+        EXPECT_EQ(turns[1].segments.first().text, QStringLiteral("Gut, danke."));
+        EXPECT_EQ(turns[2].ms, 4100);
+    }
 }
 
 TEST(SpeakerLabels, TrimsLinesButKeepsInnerBlanks)

@@ -10,7 +10,12 @@
 #include "ui/ResultView.h"
 #include "ui/TranscriptTextView.h"
 
+#include <QComboBox>
+#include <QDir>
+#include <QFile>
+#include <QInputDialog>
 #include <QLabel>
+#include <QUndoStack>
 #include <QPushButton>
 #include <QSettings>
 #include <QTest>
@@ -82,11 +87,19 @@ TEST_F(SpeakerViewTest, ControlFollowsAudioKeyAndBusyState)
     EXPECT_TRUE(control->isEnabled()) << "audio can always be separated by voice";
     EXPECT_EQ(control->toolTip(), QStringLiteral("Trennt Sprecher über die Stimme. Ein API-Key ergänzt Namen/Rollen."));
     EXPECT_EQ(pickerTexts(view), QStringList{QStringLiteral("Original")});
+    // The count for the next run, at the setting to begin with.
+    auto *count = view.findChild<QComboBox *>(QStringLiteral("speakerCount"));
+    ASSERT_NE(count, nullptr);
+    EXPECT_TRUE(count->isVisible());
+    EXPECT_EQ(count->count(), 8);
+    EXPECT_EQ(count->currentText(), QStringLiteral("Automatisch"));
+    EXPECT_EQ(count->itemText(1), QStringLiteral("2 Sprecher"));
 
     // Without audio only the AI can divide the text, and that needs a key.
     item.audioURL.reset();
     app.setCurrent(item);
     EXPECT_FALSE(control->isEnabled());
+    EXPECT_FALSE(count->isVisible()) << "the AI is told no count";
     app.saveAnthropicKey(QStringLiteral("sk-ant"));
     EXPECT_TRUE(control->isEnabled());
     EXPECT_EQ(control->toolTip(), QStringLiteral("Trennt Sprecher über die Stimme; KI ergänzt Namen/Rollen."));
@@ -111,16 +124,22 @@ TEST_F(SpeakerViewTest, ControlFollowsAudioKeyAndBusyState)
     EXPECT_EQ(view.selectedView(), TranscriptLines::speakerView);
     EXPECT_EQ(pickerTexts(view), (QStringList{QStringLiteral("Original"), QStringLiteral("Sprecher")}));
     EXPECT_EQ(view.exportBase(), QStringLiteral("Gespräch an der Mühle-sprecher"));
+    view.setShowTimestamps(false);
     EXPECT_EQ(view.currentText(), text);
 }
 
 TEST_F(SpeakerViewTest, SpeakerLinesCarryHeadersAndTheWordCursor)
 {
+    // A stored item is shown before its segments come from disk.
     const HistoryItem item = interview();
-    app.setCurrent(item);
+    HistoryItem listed = item;
+    listed.result.segments.clear();
+    listed.segmentsPending = true;
+    app.setCurrent(listed);
     ResultView view(app, nullptr);
     expose(view);
     view.setSelectedView(TranscriptLines::speakerView);
+    app.setCurrent(item);
     const QString shown = view.textView()->document()->toPlainText();
     // Four turns: a header each, then its two segments with their own times.
     EXPECT_EQ(shown.count(QStringLiteral("Sprecher 1")), 2) << qPrintable(shown);
@@ -142,4 +161,45 @@ TEST_F(SpeakerViewTest, SpeakerLinesCarryHeadersAndTheWordCursor)
     without.speakerText.reset();
     app.setCurrent(without);
     EXPECT_FALSE(view.textView()->document()->toPlainText().contains(QStringLiteral("Sprecher 1")));
+}
+
+TEST_F(SpeakerViewTest, ASpeakerRenamedFromItsHeadingIsNamedEverywhereAndTheRenameUndoes)
+{
+    const HistoryItem item = interview();
+    app.setCurrent(item);
+    ResultView view(app, nullptr);
+    expose(view);
+    view.setSelectedView(TranscriptLines::speakerView);
+    TranscriptTextView &text = *view.textView();
+
+    // A double click on the heading asks for the name.
+    QTextCursor heading(text.document());
+    heading.setPosition(int(text.document()->toPlainText().indexOf(QStringLiteral("Sprecher 1"))) + 2);
+    QTest::mouseDClick(text.viewport(), Qt::LeftButton, {}, text.cursorRect(heading).center());
+    QInputDialog *ask = nullptr;
+    ASSERT_TRUE(QTest::qWaitFor([&] { return (ask = view.findChild<QInputDialog *>("nameDialog")) != nullptr; }, 2000));
+    EXPECT_EQ(ask->textValue(), QStringLiteral("Sprecher 1"));
+    ask->setTextValue(QStringLiteral("  Diane Miller "));
+    ask->accept();
+
+    const QString shown = text.document()->toPlainText();
+    EXPECT_EQ(shown.count(QStringLiteral("Diane Miller")), 2) << qPrintable(shown);
+    EXPECT_FALSE(shown.contains(QStringLiteral("Sprecher 1")));
+    EXPECT_EQ(app.current()->speakerNames, (QMap<QString, QString>{{"Sprecher 1", "Diane Miller"}}));
+    EXPECT_TRUE(view.currentText().contains(QStringLiteral("] Diane Miller: "))) << "with time marks, as the switch says";
+    QString saved;
+    view.setSavePanel([&](const QString &name, const QString &) { return saved = QDir::tempPath() + u'/' + name; });
+    view.exportSubtitles();
+    EXPECT_TRUE(QString::fromUtf8(Media::readFile(saved)).contains(QStringLiteral("\nDiane Miller: ")));
+    QFile::remove(saved);
+
+    // Renaming the name again, then undoing both steps, gives the label back.
+    view.renameSpeaker(QStringLiteral("Diane Miller"), QStringLiteral("Dr. Diane Miller"));
+    EXPECT_EQ(app.current()->speakerNames.value(QStringLiteral("Sprecher 1")), QStringLiteral("Dr. Diane Miller"));
+    view.undoStack()->undo();
+    view.undoStack()->undo();
+    EXPECT_TRUE(app.current()->speakerNames.isEmpty());
+    EXPECT_EQ(text.document()->toPlainText().count(QStringLiteral("Sprecher 1")), 2);
+    view.undoStack()->redo();
+    EXPECT_EQ(text.document()->toPlainText().count(QStringLiteral("Diane Miller")), 2);
 }
