@@ -12,22 +12,6 @@
         <translation>Lokale Transkription mit whisper.cpp (CPU / Vulkan)</translation>
     </message>
     <message>
-        <source>Neural Engine aktiv</source>
-        <translation>Core-ML-Paket installiert</translation>
-    </message>
-    <message>
-        <source>Neural Engine lädt…</source>
-        <translation>Core-ML-Paket lädt…</translation>
-    </message>
-    <message>
-        <source>Neural Engine laden (%1 MB)</source>
-        <translation>Core-ML-Paket laden (%1 MB)</translation>
-    </message>
-    <message>
-        <source>Beschleunigt den Encoder über die Neural Engine und spart Strom.</source>
-        <translation>Beschleunigt den Encoder auf Apple-Rechnern; unter Linux ändert das Paket nichts an der Erkennung.</translation>
-    </message>
-    <message>
         <source>Sprache aus Audio- und Videodateien in Text – vollständig lokal auf deinem Mac.</source>
         <translation>Sprache aus Audio- und Videodateien in Text – vollständig lokal auf deinem Rechner.</translation>
     </message>
@@ -40,20 +24,12 @@
         <translation>Zieh eine Audio- oder Videodatei ins Fenster oder nimm etwas auf. Weitere Modelle und einen KI-Key findest du jederzeit unter „Modelle &amp; Einstellungen“.</translation>
     </message>
     <message>
-        <source>Für die Transkription – lokal, einmalig herunterladen. Größere Modelle sind genauer, aber langsamer. Optional die Neural Engine pro Modell laden.</source>
-        <translation>Für die Transkription – lokal, einmalig herunterladen. Größere Modelle sind genauer, aber langsamer. Die Core-ML-Pakete pro Modell nützen nur auf Apple-Rechnern.</translation>
-    </message>
-    <message>
         <source>System (macOS)</source>
         <translation>System</translation>
     </message>
     <message>
         <source>Bei Videos wird die Tonspur transkribiert. Alles bleibt lokal auf diesem Mac.</source>
         <translation>Bei Videos wird die Tonspur transkribiert. Alles bleibt lokal auf diesem Rechner.</translation>
-    </message>
-    <message>
-        <source>Metal</source>
-        <translation>Vulkan</translation>
     </message>
     <message>
         <source>Kein Mikrofon-Zugriff. Bitte in Systemeinstellungen → Datenschutz → Mikrofon erlauben.</source>
@@ -66,6 +42,31 @@
     <message>
         <source>Dieses Format kann macOS nicht direkt dekodieren (z. B. Opus aus WhatsApp/Telegram). Bitte die Datei vorher in ein gängiges Format wie m4a oder mp3 umwandeln.</source>
         <translation>Diese Datei kann Sagwerk nicht direkt dekodieren, und das Programm ffmpeg fehlt. Bitte ffmpeg installieren oder die Datei vorher in ein gängiges Format wie m4a oder mp3 umwandeln.</translation>
+    </message>
+    <message>
+        <source>Aufnahme und Sagwerk werden dauerhaft entfernt.</source>
+        <translation>Aufnahme und Transkription werden dauerhaft entfernt.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n Segmente</source>
+        <translation>
+            <numerusform>%n Segment</numerusform>
+            <numerusform>%n Segmente</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n Stelle(n) werden ersetzt</source>
+        <translation>
+            <numerusform>%n Stelle wird ersetzt</numerusform>
+            <numerusform>%n Stellen werden ersetzt</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n Threads</source>
+        <translation>
+            <numerusform>%n Thread</numerusform>
+            <numerusform>%n Threads</numerusform>
+        </translation>
     </message>
 </context>
 </TS>

@@ -16,12 +16,24 @@
         <translation>Download failed: %1</translation>
     </message>
     <message>
+        <source>Der Server lieferte statt des Modells eine Fehlerseite (HTTP %1).</source>
+        <translation>The server sent an error page instead of the model (HTTP %1).</translation>
+    </message>
+    <message>
         <source>Die geladene Datei ist zu klein für dieses Modell; der Server lieferte wohl eine Fehlerseite.</source>
         <translation>The downloaded file is too small for this model; the server probably sent an error page.</translation>
     </message>
     <message>
         <source>Audiodatei nicht gefunden.</source>
         <translation>Audio file not found.</translation>
+    </message>
+    <message>
+        <source>Der Server ist nicht erreichbar. Bitte die Internetverbindung prüfen.</source>
+        <translation>The server cannot be reached. Please check the internet connection.</translation>
+    </message>
+    <message>
+        <source>Eine sichere Verbindung zum Server kam nicht zustande.</source>
+        <translation>A secure connection to the server could not be made.</translation>
     </message>
     <message>
         <source>Der Server hat nicht rechtzeitig geantwortet.</source>
@@ -66,6 +78,22 @@
     <message>
         <source>Diese Transkription hat keine Stufe %1.</source>
         <translation>This transcription has no level %1.</translation>
+    </message>
+    <message>
+        <source>Fertig: %1</source>
+        <translation>Done: %1</translation>
+    </message>
+    <message>
+        <source>Übersprungen, schon im Verlauf: %1</source>
+        <translation>Skipped, already in the history: %1</translation>
+    </message>
+    <message>
+        <source>Fehlgeschlagen: %1: %2</source>
+        <translation>Failed: %1: %2</translation>
+    </message>
+    <message>
+        <source>Fertig: %1 · übersprungen: %2 · fehlgeschlagen: %3</source>
+        <translation>Done: %1 · skipped: %2 · failed: %3</translation>
     </message>
     <message>
         <source>Die Datei „%1“ konnte nicht geschrieben werden: %2</source>
@@ -172,6 +200,14 @@
         <translation>Delete model</translation>
     </message>
     <message>
+        <source>Erneut versuchen</source>
+        <translation>Try again</translation>
+    </message>
+    <message>
+        <source>Laden fehlgeschlagen: %1</source>
+        <translation>Download failed: %1</translation>
+    </message>
+    <message>
         <source>Laden</source>
         <translation>Download</translation>
     </message>
@@ -182,26 +218,6 @@
     <message>
         <source>Podcast- oder Audio-Link (Apple Podcasts, RSS, MP3)…</source>
         <translation>Podcast or audio link (Apple Podcasts, RSS, MP3)…</translation>
-    </message>
-    <message>
-        <source>Neural Engine aktiv</source>
-        <translation>Core ML package installed</translation>
-    </message>
-    <message>
-        <source>entfernen</source>
-        <translation>remove</translation>
-    </message>
-    <message>
-        <source>Neural Engine lädt…</source>
-        <translation>Core ML package downloading…</translation>
-    </message>
-    <message>
-        <source>Neural Engine laden (%1 MB)</source>
-        <translation>Download Core ML package (%1 MB)</translation>
-    </message>
-    <message>
-        <source>Beschleunigt den Encoder über die Neural Engine und spart Strom.</source>
-        <translation>Speeds up the encoder on Apple computers; on Linux the package changes nothing in recognition.</translation>
     </message>
     <message>
         <source>Willkommen bei Sagwerk</source>
@@ -292,8 +308,8 @@
         <translation>Models</translation>
     </message>
     <message>
-        <source>Für die Transkription – lokal, einmalig herunterladen. Größere Modelle sind genauer, aber langsamer. Optional die Neural Engine pro Modell laden.</source>
-        <translation>For transcription – downloaded once, run locally. Larger models are more accurate but slower. The per-model Core ML packages only help on Apple computers.</translation>
+        <source>Für die Transkription – lokal, einmalig herunterladen. Größere Modelle sind genauer, aber langsamer. Mit einer Vulkan-fähigen Grafikkarte rechnet die Erkennung dort, sonst auf dem Prozessor.</source>
+        <translation>For transcription – downloaded once, run locally. Larger models are more accurate but slower. With a Vulkan-capable graphics card recognition runs there, otherwise on the processor.</translation>
     </message>
     <message>
         <source>KI-Textüberarbeitung &amp; Sprechernamen</source>
@@ -328,12 +344,8 @@
         <translation>Separates speakers at intervals during the interview – speaker labels appear and may still shift. Experimental, and it costs computing power. Without this option you can detect speakers after the recording as usual.</translation>
     </message>
     <message>
-        <source>Schließen</source>
-        <translation>Close</translation>
-    </message>
-    <message>
-        <source>Speichern</source>
-        <translation>Save</translation>
+        <source>Änderungen gelten sofort.</source>
+        <translation>Changes apply at once.</translation>
     </message>
     <message>
         <source>Deutsch</source>
@@ -407,21 +419,28 @@
         <source>Quelle</source>
         <translation>Source</translation>
     </message>
-    <message>
-        <source>aktiv</source>
-        <translation>active</translation>
-    </message>
-    <message>
-        <source>aus</source>
-        <translation>off</translation>
-    </message>
-    <message>
-        <source>Metal</source>
-        <translation>Vulkan</translation>
+    <message numerus="yes">
+        <source>%n Threads</source>
+        <translation>
+            <numerusform>%n thread</numerusform>
+            <numerusform>%n threads</numerusform>
+        </translation>
     </message>
     <message>
         <source>Audio- und Videodateien</source>
         <translation>Audio and video files</translation>
+    </message>
+    <message>
+        <source>Umbenennen…</source>
+        <translation>Rename…</translation>
+    </message>
+    <message>
+        <source>Umbenennen</source>
+        <translation>Rename</translation>
+    </message>
+    <message>
+        <source>Name im Verlauf:</source>
+        <translation>Name in the history:</translation>
     </message>
     <message>
         <source>Modelle &amp; Einstellungen</source>
@@ -591,9 +610,12 @@
         <source>Ersetzen</source>
         <translation>Replace</translation>
     </message>
-    <message>
-        <source>%1 Stelle(n) werden ersetzt</source>
-        <translation>%1 occurrence(s) will be replaced</translation>
+    <message numerus="yes">
+        <source>%n Stelle(n) werden ersetzt</source>
+        <translation>
+            <numerusform>%n occurrence will be replaced</numerusform>
+            <numerusform>%n occurrences will be replaced</numerusform>
+        </translation>
     </message>
     <message>
         <source>Pause</source>
@@ -687,6 +709,14 @@
         <translation>Subtitles (.srt)</translation>
     </message>
     <message>
+        <source>Untertitel (.vtt)</source>
+        <translation>Subtitles (.vtt)</translation>
+    </message>
+    <message>
+        <source>JSON (.json)</source>
+        <translation>JSON (.json)</translation>
+    </message>
+    <message>
         <source>Im Finder zeigen</source>
         <translation>Show in file manager</translation>
     </message>
@@ -727,12 +757,28 @@
         <translation>Export</translation>
     </message>
     <message>
+        <source>Sprecher umbenennen</source>
+        <translation>Rename speaker</translation>
+    </message>
+    <message>
+        <source>Neuer Name für „%1“:</source>
+        <translation>New name for “%1”:</translation>
+    </message>
+    <message>
         <source>Korrektur erstellen…</source>
         <translation>Create correction…</translation>
     </message>
     <message>
+        <source>Sprecher umbenennen…</source>
+        <translation>Rename speaker…</translation>
+    </message>
+    <message>
         <source>Dieses Format kann macOS nicht direkt dekodieren (z. B. Opus aus WhatsApp/Telegram). Bitte die Datei vorher in ein gängiges Format wie m4a oder mp3 umwandeln.</source>
         <translation>Sagwerk cannot decode this file directly, and the ffmpeg program is missing. Please install ffmpeg or convert the file to a common format such as m4a or mp3 first.</translation>
+    </message>
+    <message>
+        <source>Die Datei ist beschädigt oder enthält keine lesbare Tonspur.</source>
+        <translation>The file is damaged or has no readable audio track.</translation>
     </message>
     <message>
         <source>Kein API-Key für den gewählten Anbieter hinterlegt. Bitte in den Einstellungen eintragen.</source>
@@ -803,6 +849,10 @@
         <translation>The server did not deliver a model file.</translation>
     </message>
     <message>
+        <source>Sprecher-Modelle konnten nicht geladen werden: %1</source>
+        <translation>The speaker models could not be downloaded: %1</translation>
+    </message>
+    <message>
         <source>Lade Sprecher-Modelle (einmalig)…</source>
         <translation>Loading speaker models (one time only)…</translation>
     </message>
@@ -817,6 +867,70 @@
     <message>
         <source>Programm für die Sprechertrennung nicht gefunden (App beschädigt?).</source>
         <translation>Speaker separation program not found (is the app damaged?).</translation>
+    </message>
+    <message>
+        <source>Die Liste konnte nicht gelesen werden.</source>
+        <translation>The list could not be read.</translation>
+    </message>
+    <message>
+        <source>Datei nicht gefunden.</source>
+        <translation>File not found.</translation>
+    </message>
+    <message>
+        <source>Der Anteil muss K/N sein (0 ≤ K &lt; N) oder auto.</source>
+        <translation>The share must be K/N (0 ≤ K &lt; N) or auto.</translation>
+    </message>
+    <message>
+        <source>Die Zahl der Anteile fehlt (SAGWERK_SHARD_COUNT).</source>
+        <translation>The number of shares is missing (SAGWERK_SHARD_COUNT).</translation>
+    </message>
+    <message>
+        <source>Kein Planer gibt einen Anteil vor (SLURM_ARRAY_TASK_ID, JOB_COMPLETION_INDEX, SAGWERK_SHARD_INDEX oder PARALLEL_SEQ).</source>
+        <translation>No scheduler sets a share (SLURM_ARRAY_TASK_ID, JOB_COMPLETION_INDEX, SAGWERK_SHARD_INDEX or PARALLEL_SEQ).</translation>
+    </message>
+    <message>
+        <source>Die Datei konnte nicht gelesen werden.</source>
+        <translation>The file could not be read.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n Segmente</source>
+        <translation>
+            <numerusform>%n segment</numerusform>
+            <numerusform>%n segments</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>in %1 s</source>
+        <translation>in %1 s</translation>
+        <source>Keine Treffer</source>
+        <translation>No matches</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 von %n</source>
+        <translation>
+            <numerusform>%1 of %n</numerusform>
+            <numerusform>%1 of %n</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Im Text suchen</source>
+        <translation>Find in text</translation>
+    </message>
+    <message>
+        <source>Vorheriger Treffer (Umschalt+Eingabe)</source>
+        <translation>Previous match (Shift+Enter)</translation>
+    </message>
+    <message>
+        <source>Nächster Treffer (Eingabe, F3)</source>
+        <translation>Next match (Enter, F3)</translation>
+    </message>
+    <message>
+        <source>Ab diesem Treffer abspielen (Alt+Eingabe)</source>
+        <translation>Play from this match (Alt+Enter)</translation>
+    </message>
+    <message>
+        <source>Suche schließen (Esc)</source>
+        <translation>Close search (Esc)</translation>
     </message>
 </context>
 </TS>

@@ -16,12 +16,24 @@
         <translation>Échec du téléchargement : %1</translation>
     </message>
     <message>
+        <source>Der Server lieferte statt des Modells eine Fehlerseite (HTTP %1).</source>
+        <translation>Le serveur a renvoyé une page d’erreur au lieu du modèle (HTTP %1).</translation>
+    </message>
+    <message>
         <source>Die geladene Datei ist zu klein für dieses Modell; der Server lieferte wohl eine Fehlerseite.</source>
         <translation>Le fichier téléchargé est trop petit pour ce modèle ; le serveur a sans doute renvoyé une page d’erreur.</translation>
     </message>
     <message>
         <source>Audiodatei nicht gefunden.</source>
         <translation>Fichier audio introuvable.</translation>
+    </message>
+    <message>
+        <source>Der Server ist nicht erreichbar. Bitte die Internetverbindung prüfen.</source>
+        <translation>Le serveur est injoignable. Vérifiez la connexion Internet.</translation>
+    </message>
+    <message>
+        <source>Eine sichere Verbindung zum Server kam nicht zustande.</source>
+        <translation>Impossible d’établir une connexion sécurisée avec le serveur.</translation>
     </message>
     <message>
         <source>Der Server hat nicht rechtzeitig geantwortet.</source>
@@ -66,6 +78,22 @@
     <message>
         <source>Diese Transkription hat keine Stufe %1.</source>
         <translation>Cette transcription n’a pas de niveau %1.</translation>
+    </message>
+    <message>
+        <source>Fertig: %1</source>
+        <translation>Terminé : %1</translation>
+    </message>
+    <message>
+        <source>Übersprungen, schon im Verlauf: %1</source>
+        <translation>Ignoré, déjà dans l’historique : %1</translation>
+    </message>
+    <message>
+        <source>Fehlgeschlagen: %1: %2</source>
+        <translation>Échec : %1 : %2</translation>
+    </message>
+    <message>
+        <source>Fertig: %1 · übersprungen: %2 · fehlgeschlagen: %3</source>
+        <translation>Terminés : %1 · ignorés : %2 · échecs : %3</translation>
     </message>
     <message>
         <source>Die Datei „%1“ konnte nicht geschrieben werden: %2</source>
@@ -172,6 +200,14 @@
         <translation>Supprimer le modèle</translation>
     </message>
     <message>
+        <source>Erneut versuchen</source>
+        <translation>Réessayer</translation>
+    </message>
+    <message>
+        <source>Laden fehlgeschlagen: %1</source>
+        <translation>Échec du téléchargement : %1</translation>
+    </message>
+    <message>
         <source>Laden</source>
         <translation>Télécharger</translation>
     </message>
@@ -182,26 +218,6 @@
     <message>
         <source>Podcast- oder Audio-Link (Apple Podcasts, RSS, MP3)…</source>
         <translation>Lien de podcast ou audio (Apple Podcasts, RSS, MP3)…</translation>
-    </message>
-    <message>
-        <source>Neural Engine aktiv</source>
-        <translation>Paquet Core ML installé</translation>
-    </message>
-    <message>
-        <source>entfernen</source>
-        <translation>supprimer</translation>
-    </message>
-    <message>
-        <source>Neural Engine lädt…</source>
-        <translation>Téléchargement du paquet Core ML…</translation>
-    </message>
-    <message>
-        <source>Neural Engine laden (%1 MB)</source>
-        <translation>Télécharger le paquet Core ML (%1 Mo)</translation>
-    </message>
-    <message>
-        <source>Beschleunigt den Encoder über die Neural Engine und spart Strom.</source>
-        <translation>Accélère l’encodeur sur les ordinateurs Apple ; sous Linux, le paquet ne change rien à la reconnaissance.</translation>
     </message>
     <message>
         <source>Willkommen bei Sagwerk</source>
@@ -292,8 +308,8 @@
         <translation>Modèles</translation>
     </message>
     <message>
-        <source>Für die Transkription – lokal, einmalig herunterladen. Größere Modelle sind genauer, aber langsamer. Optional die Neural Engine pro Modell laden.</source>
-        <translation>Pour la transcription – téléchargés une seule fois, utilisés en local. Les modèles plus grands sont plus précis, mais plus lents. Les paquets Core ML par modèle ne servent que sur les ordinateurs Apple.</translation>
+        <source>Für die Transkription – lokal, einmalig herunterladen. Größere Modelle sind genauer, aber langsamer. Mit einer Vulkan-fähigen Grafikkarte rechnet die Erkennung dort, sonst auf dem Prozessor.</source>
+        <translation>Pour la transcription – téléchargés une seule fois, utilisés en local. Les modèles plus grands sont plus précis, mais plus lents. Avec une carte graphique compatible Vulkan, la reconnaissance y est calculée, sinon sur le processeur.</translation>
     </message>
     <message>
         <source>KI-Textüberarbeitung &amp; Sprechernamen</source>
@@ -328,12 +344,8 @@
         <translation>Sépare périodiquement les locuteurs pendant l’interview – les étiquettes apparaissent et peuvent encore bouger. Expérimental, consomme de la puissance de calcul. Sans cette option, vous pouvez détecter les locuteurs après l’enregistrement, comme d’habitude.</translation>
     </message>
     <message>
-        <source>Schließen</source>
-        <translation>Fermer</translation>
-    </message>
-    <message>
-        <source>Speichern</source>
-        <translation>Enregistrer</translation>
+        <source>Änderungen gelten sofort.</source>
+        <translation>Les modifications s’appliquent immédiatement.</translation>
     </message>
     <message>
         <source>Deutsch</source>
@@ -407,21 +419,28 @@
         <source>Quelle</source>
         <translation>Source</translation>
     </message>
-    <message>
-        <source>aktiv</source>
-        <translation>actif</translation>
-    </message>
-    <message>
-        <source>aus</source>
-        <translation>désactivé</translation>
-    </message>
-    <message>
-        <source>Metal</source>
-        <translation>Vulkan</translation>
+    <message numerus="yes">
+        <source>%n Threads</source>
+        <translation>
+            <numerusform>%n thread</numerusform>
+            <numerusform>%n threads</numerusform>
+        </translation>
     </message>
     <message>
         <source>Audio- und Videodateien</source>
         <translation>Fichiers audio et vidéo</translation>
+    </message>
+    <message>
+        <source>Umbenennen…</source>
+        <translation>Renommer…</translation>
+    </message>
+    <message>
+        <source>Umbenennen</source>
+        <translation>Renommer</translation>
+    </message>
+    <message>
+        <source>Name im Verlauf:</source>
+        <translation>Nom dans l’historique :</translation>
     </message>
     <message>
         <source>Modelle &amp; Einstellungen</source>
@@ -591,9 +610,12 @@
         <source>Ersetzen</source>
         <translation>Remplacer</translation>
     </message>
-    <message>
-        <source>%1 Stelle(n) werden ersetzt</source>
-        <translation>%1 occurrence(s) seront remplacée(s)</translation>
+    <message numerus="yes">
+        <source>%n Stelle(n) werden ersetzt</source>
+        <translation>
+            <numerusform>%n occurrence sera remplacée</numerusform>
+            <numerusform>%n occurrences seront remplacées</numerusform>
+        </translation>
     </message>
     <message>
         <source>Pause</source>
@@ -687,6 +709,14 @@
         <translation>Sous-titres (.srt)</translation>
     </message>
     <message>
+        <source>Untertitel (.vtt)</source>
+        <translation>Sous-titres (.vtt)</translation>
+    </message>
+    <message>
+        <source>JSON (.json)</source>
+        <translation>JSON (.json)</translation>
+    </message>
+    <message>
         <source>Im Finder zeigen</source>
         <translation>Afficher dans le gestionnaire de fichiers</translation>
     </message>
@@ -727,12 +757,28 @@
         <translation>Exporter</translation>
     </message>
     <message>
+        <source>Sprecher umbenennen</source>
+        <translation>Renommer l’intervenant</translation>
+    </message>
+    <message>
+        <source>Neuer Name für „%1“:</source>
+        <translation>Nouveau nom pour « %1 » :</translation>
+    </message>
+    <message>
         <source>Korrektur erstellen…</source>
         <translation>Créer une correction…</translation>
     </message>
     <message>
+        <source>Sprecher umbenennen…</source>
+        <translation>Renommer l’intervenant…</translation>
+    </message>
+    <message>
         <source>Dieses Format kann macOS nicht direkt dekodieren (z. B. Opus aus WhatsApp/Telegram). Bitte die Datei vorher in ein gängiges Format wie m4a oder mp3 umwandeln.</source>
         <translation>Sagwerk ne peut pas décoder ce fichier directement, et le programme ffmpeg est absent. Installez ffmpeg ou convertissez d’abord le fichier dans un format courant comme m4a ou mp3.</translation>
+    </message>
+    <message>
+        <source>Die Datei ist beschädigt oder enthält keine lesbare Tonspur.</source>
+        <translation>Le fichier est endommagé ou ne contient aucune piste audio lisible.</translation>
     </message>
     <message>
         <source>Kein API-Key für den gewählten Anbieter hinterlegt. Bitte in den Einstellungen eintragen.</source>
@@ -803,6 +849,10 @@
         <translation>Le serveur n’a pas fourni de fichier de modèle.</translation>
     </message>
     <message>
+        <source>Sprecher-Modelle konnten nicht geladen werden: %1</source>
+        <translation>Les modèles de locuteurs n’ont pas pu être téléchargés : %1</translation>
+    </message>
+    <message>
         <source>Lade Sprecher-Modelle (einmalig)…</source>
         <translation>Chargement des modèles de locuteurs (une seule fois)…</translation>
     </message>
@@ -817,6 +867,70 @@
     <message>
         <source>Programm für die Sprechertrennung nicht gefunden (App beschädigt?).</source>
         <translation>Programme de séparation des locuteurs introuvable (application endommagée ?).</translation>
+    </message>
+    <message>
+        <source>Die Liste konnte nicht gelesen werden.</source>
+        <translation>La liste n’a pas pu être lue.</translation>
+    </message>
+    <message>
+        <source>Datei nicht gefunden.</source>
+        <translation>Fichier introuvable.</translation>
+    </message>
+    <message>
+        <source>Der Anteil muss K/N sein (0 ≤ K &lt; N) oder auto.</source>
+        <translation>La part doit être K/N (0 ≤ K &lt; N) ou auto.</translation>
+    </message>
+    <message>
+        <source>Die Zahl der Anteile fehlt (SAGWERK_SHARD_COUNT).</source>
+        <translation>Le nombre de parts manque (SAGWERK_SHARD_COUNT).</translation>
+    </message>
+    <message>
+        <source>Kein Planer gibt einen Anteil vor (SLURM_ARRAY_TASK_ID, JOB_COMPLETION_INDEX, SAGWERK_SHARD_INDEX oder PARALLEL_SEQ).</source>
+        <translation>Aucun planificateur n’indique de part (SLURM_ARRAY_TASK_ID, JOB_COMPLETION_INDEX, SAGWERK_SHARD_INDEX ou PARALLEL_SEQ).</translation>
+    </message>
+    <message>
+        <source>Die Datei konnte nicht gelesen werden.</source>
+        <translation>Le fichier n’a pas pu être lu.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n Segmente</source>
+        <translation>
+            <numerusform>%n segment</numerusform>
+            <numerusform>%n segments</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>in %1 s</source>
+        <translation>en %1 s</translation>
+        <source>Keine Treffer</source>
+        <translation>Aucun résultat</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 von %n</source>
+        <translation>
+            <numerusform>%1 sur %n</numerusform>
+            <numerusform>%1 sur %n</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Im Text suchen</source>
+        <translation>Rechercher dans le texte</translation>
+    </message>
+    <message>
+        <source>Vorheriger Treffer (Umschalt+Eingabe)</source>
+        <translation>Résultat précédent (Maj+Entrée)</translation>
+    </message>
+    <message>
+        <source>Nächster Treffer (Eingabe, F3)</source>
+        <translation>Résultat suivant (Entrée, F3)</translation>
+    </message>
+    <message>
+        <source>Ab diesem Treffer abspielen (Alt+Eingabe)</source>
+        <translation>Lire à partir de ce résultat (Alt+Entrée)</translation>
+    </message>
+    <message>
+        <source>Suche schließen (Esc)</source>
+        <translation>Fermer la recherche (Échap)</translation>
     </message>
 </context>
 </TS>

@@ -16,12 +16,24 @@
         <translation>Nedladdningen misslyckades: %1</translation>
     </message>
     <message>
+        <source>Der Server lieferte statt des Modells eine Fehlerseite (HTTP %1).</source>
+        <translation>Servern skickade en felsida i stället för modellen (HTTP %1).</translation>
+    </message>
+    <message>
         <source>Die geladene Datei ist zu klein für dieses Modell; der Server lieferte wohl eine Fehlerseite.</source>
         <translation>Den nedladdade filen är för liten för den här modellen; servern skickade troligen en felsida.</translation>
     </message>
     <message>
         <source>Audiodatei nicht gefunden.</source>
         <translation>Ljudfilen hittades inte.</translation>
+    </message>
+    <message>
+        <source>Der Server ist nicht erreichbar. Bitte die Internetverbindung prüfen.</source>
+        <translation>Servern går inte att nå. Kontrollera internetanslutningen.</translation>
+    </message>
+    <message>
+        <source>Eine sichere Verbindung zum Server kam nicht zustande.</source>
+        <translation>Det gick inte att upprätta en säker anslutning till servern.</translation>
     </message>
     <message>
         <source>Der Server hat nicht rechtzeitig geantwortet.</source>
@@ -66,6 +78,22 @@
     <message>
         <source>Diese Transkription hat keine Stufe %1.</source>
         <translation>Den här transkriptionen har ingen nivå %1.</translation>
+    </message>
+    <message>
+        <source>Fertig: %1</source>
+        <translation>Klar: %1</translation>
+    </message>
+    <message>
+        <source>Übersprungen, schon im Verlauf: %1</source>
+        <translation>Hoppades över, finns redan i historiken: %1</translation>
+    </message>
+    <message>
+        <source>Fehlgeschlagen: %1: %2</source>
+        <translation>Misslyckades: %1: %2</translation>
+    </message>
+    <message>
+        <source>Fertig: %1 · übersprungen: %2 · fehlgeschlagen: %3</source>
+        <translation>Klara: %1 · överhoppade: %2 · misslyckade: %3</translation>
     </message>
     <message>
         <source>Die Datei „%1“ konnte nicht geschrieben werden: %2</source>
@@ -172,6 +200,14 @@
         <translation>Ta bort modellen</translation>
     </message>
     <message>
+        <source>Erneut versuchen</source>
+        <translation>Försök igen</translation>
+    </message>
+    <message>
+        <source>Laden fehlgeschlagen: %1</source>
+        <translation>Nedladdningen misslyckades: %1</translation>
+    </message>
+    <message>
         <source>Laden</source>
         <translation>Ladda ned</translation>
     </message>
@@ -182,26 +218,6 @@
     <message>
         <source>Podcast- oder Audio-Link (Apple Podcasts, RSS, MP3)…</source>
         <translation>Podd- eller ljudlänk (Apple Podcasts, RSS, MP3)…</translation>
-    </message>
-    <message>
-        <source>Neural Engine aktiv</source>
-        <translation>Core ML-paket installerat</translation>
-    </message>
-    <message>
-        <source>entfernen</source>
-        <translation>ta bort</translation>
-    </message>
-    <message>
-        <source>Neural Engine lädt…</source>
-        <translation>Core ML-paket laddas ned…</translation>
-    </message>
-    <message>
-        <source>Neural Engine laden (%1 MB)</source>
-        <translation>Ladda ned Core ML-paket (%1 MB)</translation>
-    </message>
-    <message>
-        <source>Beschleunigt den Encoder über die Neural Engine und spart Strom.</source>
-        <translation>Snabbar upp kodaren på Apple-datorer; under Linux påverkar paketet inte igenkänningen.</translation>
     </message>
     <message>
         <source>Willkommen bei Sagwerk</source>
@@ -292,8 +308,8 @@
         <translation>Modeller</translation>
     </message>
     <message>
-        <source>Für die Transkription – lokal, einmalig herunterladen. Größere Modelle sind genauer, aber langsamer. Optional die Neural Engine pro Modell laden.</source>
-        <translation>För transkribering – laddas ned en gång och körs lokalt. Större modeller är noggrannare men långsammare. Core ML-paketen per modell hjälper bara på Apple-datorer.</translation>
+        <source>Für die Transkription – lokal, einmalig herunterladen. Größere Modelle sind genauer, aber langsamer. Mit einer Vulkan-fähigen Grafikkarte rechnet die Erkennung dort, sonst auf dem Prozessor.</source>
+        <translation>För transkribering – laddas ned en gång och körs lokalt. Större modeller är noggrannare men långsammare. Med ett grafikkort som stöder Vulkan körs igenkänningen där, annars på processorn.</translation>
     </message>
     <message>
         <source>KI-Textüberarbeitung &amp; Sprechernamen</source>
@@ -328,12 +344,8 @@
         <translation>Separerar talare med jämna mellanrum under intervjun – talaretiketter dyker upp och kan fortfarande flytta sig. Experimentellt och kräver datorkraft. Utan det här alternativet kan du identifiera talare efter inspelningen som vanligt.</translation>
     </message>
     <message>
-        <source>Schließen</source>
-        <translation>Stäng</translation>
-    </message>
-    <message>
-        <source>Speichern</source>
-        <translation>Spara</translation>
+        <source>Änderungen gelten sofort.</source>
+        <translation>Ändringar gäller direkt.</translation>
     </message>
     <message>
         <source>Deutsch</source>
@@ -407,21 +419,28 @@
         <source>Quelle</source>
         <translation>Källa</translation>
     </message>
-    <message>
-        <source>aktiv</source>
-        <translation>aktiv</translation>
-    </message>
-    <message>
-        <source>aus</source>
-        <translation>av</translation>
-    </message>
-    <message>
-        <source>Metal</source>
-        <translation>Vulkan</translation>
+    <message numerus="yes">
+        <source>%n Threads</source>
+        <translation>
+            <numerusform>%n tråd</numerusform>
+            <numerusform>%n trådar</numerusform>
+        </translation>
     </message>
     <message>
         <source>Audio- und Videodateien</source>
         <translation>Ljud- och videofiler</translation>
+    </message>
+    <message>
+        <source>Umbenennen…</source>
+        <translation>Byt namn…</translation>
+    </message>
+    <message>
+        <source>Umbenennen</source>
+        <translation>Byt namn</translation>
+    </message>
+    <message>
+        <source>Name im Verlauf:</source>
+        <translation>Namn i historiken:</translation>
     </message>
     <message>
         <source>Modelle &amp; Einstellungen</source>
@@ -591,9 +610,12 @@
         <source>Ersetzen</source>
         <translation>Ersätt</translation>
     </message>
-    <message>
-        <source>%1 Stelle(n) werden ersetzt</source>
-        <translation>%1 förekomst(er) ersätts</translation>
+    <message numerus="yes">
+        <source>%n Stelle(n) werden ersetzt</source>
+        <translation>
+            <numerusform>%n förekomst ersätts</numerusform>
+            <numerusform>%n förekomster ersätts</numerusform>
+        </translation>
     </message>
     <message>
         <source>Pause</source>
@@ -687,6 +709,14 @@
         <translation>Undertexter (.srt)</translation>
     </message>
     <message>
+        <source>Untertitel (.vtt)</source>
+        <translation>Undertexter (.vtt)</translation>
+    </message>
+    <message>
+        <source>JSON (.json)</source>
+        <translation>JSON (.json)</translation>
+    </message>
+    <message>
         <source>Im Finder zeigen</source>
         <translation>Visa i filhanteraren</translation>
     </message>
@@ -727,12 +757,28 @@
         <translation>Exportera</translation>
     </message>
     <message>
+        <source>Sprecher umbenennen</source>
+        <translation>Byt namn på talare</translation>
+    </message>
+    <message>
+        <source>Neuer Name für „%1“:</source>
+        <translation>Nytt namn för ”%1”:</translation>
+    </message>
+    <message>
         <source>Korrektur erstellen…</source>
         <translation>Skapa korrigering…</translation>
     </message>
     <message>
+        <source>Sprecher umbenennen…</source>
+        <translation>Byt namn på talare…</translation>
+    </message>
+    <message>
         <source>Dieses Format kann macOS nicht direkt dekodieren (z. B. Opus aus WhatsApp/Telegram). Bitte die Datei vorher in ein gängiges Format wie m4a oder mp3 umwandeln.</source>
         <translation>Sagwerk kan inte avkoda den här filen direkt, och programmet ffmpeg saknas. Installera ffmpeg eller konvertera filen först till ett vanligt format som m4a eller mp3.</translation>
+    </message>
+    <message>
+        <source>Die Datei ist beschädigt oder enthält keine lesbare Tonspur.</source>
+        <translation>Filen är skadad eller saknar ett läsbart ljudspår.</translation>
     </message>
     <message>
         <source>Kein API-Key für den gewählten Anbieter hinterlegt. Bitte in den Einstellungen eintragen.</source>
@@ -803,6 +849,10 @@
         <translation>Servern levererade ingen modellfil.</translation>
     </message>
     <message>
+        <source>Sprecher-Modelle konnten nicht geladen werden: %1</source>
+        <translation>Talarmodellerna kunde inte laddas ned: %1</translation>
+    </message>
+    <message>
         <source>Lade Sprecher-Modelle (einmalig)…</source>
         <translation>Laddar talarmodeller (endast en gång)…</translation>
     </message>
@@ -817,6 +867,70 @@
     <message>
         <source>Programm für die Sprechertrennung nicht gefunden (App beschädigt?).</source>
         <translation>Programmet för talarseparation hittades inte (är appen skadad?).</translation>
+    </message>
+    <message>
+        <source>Die Liste konnte nicht gelesen werden.</source>
+        <translation>Listan kunde inte läsas.</translation>
+    </message>
+    <message>
+        <source>Datei nicht gefunden.</source>
+        <translation>Filen hittades inte.</translation>
+    </message>
+    <message>
+        <source>Der Anteil muss K/N sein (0 ≤ K &lt; N) oder auto.</source>
+        <translation>Andelen måste vara K/N (0 ≤ K &lt; N) eller auto.</translation>
+    </message>
+    <message>
+        <source>Die Zahl der Anteile fehlt (SAGWERK_SHARD_COUNT).</source>
+        <translation>Antalet andelar saknas (SAGWERK_SHARD_COUNT).</translation>
+    </message>
+    <message>
+        <source>Kein Planer gibt einen Anteil vor (SLURM_ARRAY_TASK_ID, JOB_COMPLETION_INDEX, SAGWERK_SHARD_INDEX oder PARALLEL_SEQ).</source>
+        <translation>Ingen schemaläggare anger någon andel (SLURM_ARRAY_TASK_ID, JOB_COMPLETION_INDEX, SAGWERK_SHARD_INDEX eller PARALLEL_SEQ).</translation>
+    </message>
+    <message>
+        <source>Die Datei konnte nicht gelesen werden.</source>
+        <translation>Filen kunde inte läsas.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n Segmente</source>
+        <translation>
+            <numerusform>%n segment</numerusform>
+            <numerusform>%n segment</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>in %1 s</source>
+        <translation>på %1 s</translation>
+        <source>Keine Treffer</source>
+        <translation>Inga träffar</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 von %n</source>
+        <translation>
+            <numerusform>%1 av %n</numerusform>
+            <numerusform>%1 av %n</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Im Text suchen</source>
+        <translation>Sök i texten</translation>
+    </message>
+    <message>
+        <source>Vorheriger Treffer (Umschalt+Eingabe)</source>
+        <translation>Föregående träff (Skift+Retur)</translation>
+    </message>
+    <message>
+        <source>Nächster Treffer (Eingabe, F3)</source>
+        <translation>Nästa träff (Retur, F3)</translation>
+    </message>
+    <message>
+        <source>Ab diesem Treffer abspielen (Alt+Eingabe)</source>
+        <translation>Spela upp från den här träffen (Alt+Retur)</translation>
+    </message>
+    <message>
+        <source>Suche schließen (Esc)</source>
+        <translation>Stäng sökningen (Esc)</translation>
     </message>
 </context>
 </TS>

@@ -8,6 +8,7 @@
 #include "ai/AIModel.h"
 #include "app/InterviewCompletion.h"
 #include "app/ItemCorrections.h"
+#include "app/ItemNames.h"
 #include "app/LanguageManager.h"
 #include "app/LinkImport.h"
 #include "app/Refinement.h"
@@ -17,6 +18,7 @@
 #include "core/Tr.h"
 #include "engine/ModelStore.h"
 #include "export/TextForms.h"
+#include "review/TranscriptLines.h"
 #include "storage/BundleStore.h"
 #include "storage/KeychainStore.h"
 
@@ -360,6 +362,23 @@ void AppModel::cancelSpeakers()
     m_speakerJob->cancel();
 }
 
+// --- Names ---
+
+void AppModel::setSpeakerNames(const QString &itemId, const QMap<QString, QString> &names)
+{
+    ItemNames::setSpeakerNames(*this, itemId, names);
+}
+
+void AppModel::renameSpeaker(const QString &itemId, const QString &shown, const QString &name)
+{
+    ItemNames::renameSpeaker(*this, itemId, shown, name);
+}
+
+void AppModel::renameItem(const QString &itemId, const QString &name)
+{
+    ItemNames::renameItem(*this, itemId, name);
+}
+
 // --- Corrections and text forms ---
 
 void AppModel::addCorrection(const QString &itemId, const QString &from, const QString &to, bool caseSensitive,
@@ -378,7 +397,17 @@ QString AppModel::plainText(const HistoryItem &item, bool withTimestamps)
     return TextForms::plainText(item.result, withTimestamps);
 }
 
-QString AppModel::srt(const HistoryItem &item)
+QString AppModel::srt(const HistoryItem &item, bool withSpeakers)
 {
-    return TextForms::srt(item.result);
+    return TextForms::srt(TranscriptLines::subtitleCues(item, withSpeakers));
+}
+
+QString AppModel::vtt(const HistoryItem &item)
+{
+    return TextForms::vtt(TranscriptLines::subtitleCues(item, true));
+}
+
+QByteArray AppModel::transcriptJson(const HistoryItem &item)
+{
+    return TranscriptJson::encode(TranscriptLines::transcriptDocument(item));
 }

@@ -35,6 +35,7 @@ class AppModel : public QObject {
     Q_PROPERTY(double busyElapsed READ busyElapsed NOTIFY busyElapsedChanged)
     Q_PROPERTY(double busyProgress READ busyProgress NOTIFY busyProgressChanged)
     Q_PROPERTY(QString gpuDevice READ gpuDevice NOTIFY gpuDeviceChanged)
+    Q_PROPERTY(QString cpuDevice READ cpuDevice NOTIFY cpuDeviceChanged)
     Q_PROPERTY(bool showOnboarding READ showOnboarding NOTIFY showOnboardingChanged)
     Q_PROPERTY(bool linkBusy READ linkBusy NOTIFY linkBusyChanged)
     Q_PROPERTY(double linkProgress READ linkProgress NOTIFY linkProgressChanged)
@@ -76,7 +77,12 @@ public:
     // The graphics device that recognises the running job, known shortly after it
     // starts; empty while the processor does the work.
     QString gpuDevice() const { return m_gpuDevice; }
+    // The processor, when recognition runs on it; empty while a GPU does, or before the
+    // first job has found out.
+    QString cpuDevice() const { return m_cpuDevice; }
     const std::optional<QString> &errorMessage() const { return m_errorMessage.value(); }
+    // What a program or library said itself about the error, shown only on request.
+    const QString &errorDetails() const { return m_errorDetails; }
     const std::optional<HistoryItem> &current() const { return m_current.value(); }
     const QList<HistoryItem> &history() const { return m_history.value(); }
     const std::optional<PendingItem> &pending() const { return m_pending.value(); }
@@ -121,7 +127,12 @@ public:
     void setShowRecorder(bool show) { m_showRecorder = show; }
     void setInterviewActive(bool active) { m_interviewActive = active; }
     void setShowOnboarding(bool show) { m_showOnboarding = show; }
-    void setErrorMessage(const std::optional<QString> &message) { m_errorMessage = message; }
+    // The details are set first, so that whoever hears of the message finds them.
+    void setErrorMessage(const std::optional<QString> &message, const QString &details = {})
+    {
+        m_errorDetails = details;
+        m_errorMessage = message;
+    }
     // Items change by replacement, so every assignment is news.
     void setCurrent(const std::optional<HistoryItem> &item);
     void setPending(const std::optional<PendingItem> &item);
@@ -180,9 +191,19 @@ public:
                        bool wholeWord);
     void removeCorrection(const QString &itemId, const QUuid &correctionId);
 
+    // --- Names ---
+    void setSpeakerNames(const QString &itemId, const QMap<QString, QString> &names);
+    void renameSpeaker(const QString &itemId, const QString &shown, const QString &name);
+    void renameItem(const QString &itemId, const QString &name);
+
     // --- Text forms ---
     static QString plainText(const HistoryItem &item, bool withTimestamps);
-    static QString srt(const HistoryItem &item);
+    // Subtitles carry the corrections; with `withSpeakers` SubRip puts the speaker's name in
+    // front of each line, and WebVTT tags its voices whenever the speakers are known.
+    static QString srt(const HistoryItem &item, bool withSpeakers = false);
+    static QString vtt(const HistoryItem &item);
+    // The whole transcript for other tools (docs/transcript-json.md).
+    static QByteArray transcriptJson(const HistoryItem &item);
 
 signals:
     void selectedModelIdChanged();
@@ -191,6 +212,7 @@ signals:
     void busyElapsedChanged();
     void busyProgressChanged();
     void gpuDeviceChanged();
+    void cpuDeviceChanged();
     void errorMessageChanged();
     void currentChanged();
     void historyChanged();
@@ -217,6 +239,7 @@ private:
     friend class TranscriptionJob;
     friend class LinkImport;
     friend class ItemCorrections;
+    friend class ItemNames;
     friend class Refinement;
     friend class SpeakerJob;
     friend class InterviewCompletion;
@@ -250,7 +273,9 @@ private:
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, double, m_busyElapsed, &AppModel::busyElapsedChanged)
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, double, m_busyProgress, &AppModel::busyProgressChanged)
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, QString, m_gpuDevice, &AppModel::gpuDeviceChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(AppModel, QString, m_cpuDevice, &AppModel::cpuDeviceChanged)
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, std::optional<QString>, m_errorMessage, &AppModel::errorMessageChanged)
+    QString m_errorDetails;
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, std::optional<HistoryItem>, m_current, &AppModel::currentChanged)
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, QList<HistoryItem>, m_history, &AppModel::historyChanged)
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, std::optional<PendingItem>, m_pending, &AppModel::pendingChanged)

@@ -69,8 +69,17 @@ LanguageManager::LanguageManager(QObject *parent) : QObject(parent) {}
 
 LanguageManager::~LanguageManager() = default;
 
+void LanguageManager::fix(const QString &code)
+{
+    m_fixed = false;
+    setLanguage(code);
+    m_fixed = true;
+}
+
 void LanguageManager::setLanguage(const QString &code)
 {
+    if (m_fixed)
+        return;
     QString language = languages.contains(code) ? code : systemLanguage();
     std::unique_ptr<QTranslator> translator = loadCatalogue(language);
     if (!translator && language != systemLanguage()) {

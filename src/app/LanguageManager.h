@@ -37,6 +37,11 @@ public:
     // falls back to the system's language without a message; `language` keeps the code.
     void setLanguage(const QString &code);
 
+    // Fixes the language to `code` for the life of the process: later setLanguage calls
+    // change nothing. The command line follows the user's locale, whatever the
+    // application's setting says.
+    void fix(const QString &code);
+
     // The code of the last setLanguage call; empty before the first.
     QString language() const { return m_language; }
 
@@ -59,6 +64,7 @@ private:
 
     QString m_language;
     QString m_catalogue;
+    bool m_fixed = false;
     std::unique_ptr<QTranslator> m_translator;
     std::unique_ptr<QTranslator> m_qtTranslator;
 };

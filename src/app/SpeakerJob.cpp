@@ -221,7 +221,7 @@ void SpeakerJob::fail(const TranscribeControlPtr &, const QString &id, std::exce
     } catch (const UserError &e) {
         // The user's own cancel, wherever it stopped the job, shows nothing.
         if (!e.isCancelled())
-            m_app.setErrorMessage(e.errorDescription());
+            m_app.setErrorMessage(e.errorDescription(), e.details());
     } catch (const std::exception &e) {
         m_app.setErrorMessage(QString::fromLocal8Bit(e.what()));
     } catch (...) {

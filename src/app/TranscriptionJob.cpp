@@ -4,6 +4,7 @@
 #include "core/UserError.h"
 #include "engine/Engine.h"
 #include "engine/EngineError.h"
+#include "engine/VadModel.h"
 #include "engine/WhisperEngine.h"
 #include "storage/BundleStore.h"
 
@@ -15,6 +16,7 @@ struct TranscriptionJob::Outcome {
     // Absent when the bundle could not be made; the item then lives in memory only.
     std::optional<LoadedBundle> bundle;
     QString error;
+    QString details;
     bool cancelled = false;
 };
 
@@ -58,21 +60,41 @@ void TranscriptionJob::start(const QString &url, const QString &displayName, con
             Qt::QueuedConnection);
     };
 
+    // The voice-activity model comes first, fetched on first use; without it recognition
+    // runs all the same.
+    VadModel::ensure(control).then(this, [=, this](const QString &) {
+        if (control->isCancelled()) {
+            finish(Outcome{{}, {}, {}, true}, displayName, createdAt);
+            return;
+        }
+        run(url, displayName, createdAt, modelPath, language, control, progress);
+    });
+}
+
+void TranscriptionJob::run(const QString &url, const QString &displayName, const QDateTime &createdAt,
+                           const QString &modelPath, const QString &language, const TranscribeControlPtr &control,
+                           const std::function<void(double)> &progress)
+{
+    QPointer<TranscriptionJob> self(this);
     QFuture<Outcome> task = QtConcurrent::run([=]() -> Outcome {
         Outcome outcome;
         // Finding the device loads the library's backends: here, not on the GUI thread.
         const std::optional<WhisperEngine::Device> device = WhisperEngine::gpuDevice();
+        const QString cpu = device ? QString() : WhisperEngine::cpuDevice().name;
         QMetaObject::invokeMethod(
             self.data(),
-            [self, name = device ? device->name : QString()] {
-                if (self)
-                    self->m_app.m_gpuDevice = name;
+            [self, gpu = device ? device->name : QString(), cpu] {
+                if (!self)
+                    return;
+                self->m_app.m_gpuDevice = gpu;
+                self->m_app.m_cpuDevice = cpu;
             },
             Qt::QueuedConnection);
         try {
             outcome.result = Engine::transcribe(url, modelPath, language, control, progress);
         } catch (const UserError &e) {
             outcome.error = e.errorDescription();
+            outcome.details = e.details();
             outcome.cancelled = e.isCancelled();
             return outcome;
         } catch (const std::exception &e) {
@@ -95,7 +117,7 @@ void TranscriptionJob::finish(const Outcome &outcome, const QString &displayName
 {
     if (!outcome.result) {
         if (!outcome.cancelled)
-            m_app.setErrorMessage(outcome.error);
+            m_app.setErrorMessage(outcome.error, outcome.details);
         finishBusy();
         return;
     }

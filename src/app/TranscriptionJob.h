@@ -8,6 +8,7 @@
 #include <QString>
 #include <QTimer>
 
+#include <functional>
 #include <optional>
 
 class AppModel;
@@ -35,6 +36,8 @@ private:
     // What the background work hands back to the main thread.
     struct Outcome;
 
+    void run(const QString &url, const QString &displayName, const QDateTime &createdAt, const QString &modelPath,
+             const QString &language, const TranscribeControlPtr &control, const std::function<void(double)> &progress);
     void finish(const Outcome &outcome, const QString &displayName, const QDateTime &createdAt);
     void finishBusy();
 

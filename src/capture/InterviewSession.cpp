@@ -4,6 +4,7 @@
 #include "core/TranscribeControl.h"
 #include "core/Tr.h"
 #include "engine/Engine.h"
+#include "engine/VadModel.h"
 #include "engine/WhisperEngine.h"
 #include "speakers/Diarizer.h"
 
@@ -173,6 +174,9 @@ void InterviewSession::begin()
     m_wavURL = path;
     m_isRecording = true;
     m_timer.start();
+    // Nor for the voice-activity model: passes before it is there hear all they are given,
+    // and the engine skips what is plainly silent.
+    VadModel::ensure(m_control).then(this, [](const QString &) {});
     // The recording does not wait for the speaker models; without them nobody is separated.
     if (m_liveSpeakers) {
         DiarizationModels::ensure([](const QString &) {}, m_control)

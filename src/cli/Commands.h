@@ -21,6 +21,11 @@ void finish(int status);
 // history, with the settings' model and language unless given.
 std::unique_ptr<QObject> transcribe(const QStringList &args);
 
+// `batch SOURCE... --save [--jobs N] [--model ID|PATH] [--language CODE] [--shard K/N|auto]
+// [--report FILE]`: every source into the history once, resumably, a share of them with
+// --shard.
+std::unique_ptr<QObject> batch(const QStringList &args);
+
 // `list [--json]`: the stored transcriptions, newest first, as the application loads them.
 int list(const QStringList &args);
 

@@ -48,12 +48,6 @@ private:
                          qPrintable(Tr::tr("Download fehlgeschlagen: %1").arg(*m_store.errorMessage())));
             return end(Failed);
         }
-        if (!m_store.isInstalled(m_model)) {
-            std::fprintf(stderr, "%s\n",
-                         qPrintable(Tr::tr("Die geladene Datei ist zu klein für dieses Modell; der Server lieferte wohl "
-                                           "eine Fehlerseite.")));
-            return end(Failed);
-        }
         std::printf("%s\n", qPrintable(m_store.modelsDir() + u'/' + m_model.fileName));
         end(Ok);
     }

@@ -20,7 +20,7 @@ int exportBundle(const QStringList &args)
 {
     QCommandLineParser parser;
     parser.addPositionalArgument(QStringLiteral("bundle"), QStringLiteral("folder of a stored transcription"));
-    parser.addOption({QStringLiteral("format"), QStringLiteral("txt or srt"), QStringLiteral("format")});
+    parser.addOption({QStringLiteral("format"), QStringLiteral("txt, srt, vtt or json"), QStringLiteral("format")});
     parser.addOption({QStringLiteral("view"),
                       QStringLiteral("0 for the original, N for AI refinement level N, speakers for the speaker text"),
                       QStringLiteral("view")});
@@ -34,7 +34,7 @@ int exportBundle(const QStringList &args)
         : viewName == QLatin1String("speakers")             ? TranscriptLines::speakerView
                                                              : viewName.toLongLong(&viewOk);
     if (parser.positionalArguments().size() != 1 || !viewOk || (view < 0 && viewName != QLatin1String("speakers"))
-        || (format != QLatin1String("txt") && format != QLatin1String("srt"))) {
+        || !QStringList{"txt", "srt", "vtt", "json"}.contains(format)) {
         if (!parser.errorText().isEmpty())
             std::fprintf(stderr, "%s\n", qPrintable(parser.errorText()));
         std::fprintf(stderr, "%s", qPrintable(usage()));
@@ -63,12 +63,13 @@ int exportBundle(const QStringList &args)
         return Failed;
     }
 
-    // As the result screen hands text out: the view's text with the corrections, never
-    // subtitles, which always come from the raw segments.
-    const QString text = format == QLatin1String("srt")
-        ? AppModel::srt(item)
-        : TranscriptLines::currentText(item, view, !parser.isSet(QStringLiteral("no-timestamps")));
-    const QByteArray bytes = text.toUtf8();
+    // As the result screen hands text out: the view's text with the corrections; the
+    // subtitles and the JSON come from the timed segments, with the speakers' names.
+    const QByteArray bytes = format == QLatin1String("json") ? AppModel::transcriptJson(item)
+        : format == QLatin1String("vtt")                     ? AppModel::vtt(item).toUtf8()
+        : format == QLatin1String("srt")
+        ? AppModel::srt(item, view == TranscriptLines::speakerView).toUtf8()
+        : TranscriptLines::currentText(item, view, !parser.isSet(QStringLiteral("no-timestamps"))).toUtf8();
 
     if (!parser.isSet(QStringLiteral("output"))) {
         std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout);

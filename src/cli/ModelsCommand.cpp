@@ -13,12 +13,11 @@ int models(const QStringList &args)
         return Usage;
     }
     const ModelStore store;
-    std::printf("%-22s %-16s %8s  %-14s %s\n", "ID", "NAME", "SIZE", "MODEL", "NEURAL ENGINE");
+    std::printf("%-22s %-16s %8s  %s\n", "ID", "NAME", "SIZE", "MODEL");
     for (const WhisperModel &model : WhisperModel::all()) {
         const QString size = QStringLiteral("%1 MB").arg(model.approxSizeMB);
-        std::printf("%-22s %-16s %8s  %-14s %s\n", qPrintable(model.id), qPrintable(model.name), qPrintable(size),
-                    store.installed().contains(model.id) ? "installed" : "-",
-                    store.coreMLInstalled().contains(model.id) ? "installed" : "-");
+        std::printf("%-22s %-16s %8s  %s\n", qPrintable(model.id), qPrintable(model.name), qPrintable(size),
+                    store.installed().contains(model.id) ? "installed" : "-");
     }
     return Ok;
 }

@@ -15,13 +15,16 @@ namespace Cli {
 std::optional<HistoryItem> storedItem(const AppModel &app, const QString &folder)
 {
     const QString path = QFileInfo(folder).absoluteFilePath();
+    // Shell completion adds a trailing slash, and a link may lead to the folder: the
+    // folders are compared as the file system resolves them.
+    const QString canonical = QFileInfo(folder).canonicalFilePath();
     for (const HistoryItem &item : app.history()) {
-        if (item.bundleURL != path)
+        if (canonical.isEmpty() || !item.bundleURL || QFileInfo(*item.bundleURL).canonicalFilePath() != canonical)
             continue;
         // The history lists the item without its segments; a command works on all of it.
         if (!item.segmentsPending)
             return item;
-        if (const std::optional<LoadedBundle> whole = BundleStore::load(path))
+        if (const std::optional<LoadedBundle> whole = BundleStore::load(*item.bundleURL))
             return BundleStore::historyItem(*whole);
         break;
     }

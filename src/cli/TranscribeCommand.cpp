@@ -6,6 +6,7 @@
 #include "app/AppModel.h"
 #include "core/UserError.h"
 #include "engine/Engine.h"
+#include "engine/VadModel.h"
 #include "engine/ModelStore.h"
 #include "engine/WhisperEngine.h"
 #include "links/MediaDownloader.h"
@@ -30,12 +31,25 @@ QString usage()
         "      Writes the transcription of FILE as JSON to standard output. The model is\n"
         "      the id of an installed catalogue model (see models) or a model file.\n"
         "      --verbose names the backend and device that recognise (also with --save).\n"
-        "  sagwerk-cli transcribe FILE|LINK --save [--model ID|PATH] [--language CODE]\n"
-        "      Transcribes FILE as the application does and stores it in the history;\n"
-        "      the model and language of the settings unless given. Prints the folder.\n"
+        "  sagwerk-cli transcribe FILE|LINK... --save [--model ID|PATH] [--language CODE]\n"
+        "      Transcribes each FILE as the application does, one after the other, and\n"
+        "      stores it in the history; the model and language of the settings unless\n"
+        "      given. Prints the folder of each as it is done; a failed file does not\n"
+        "      stop the rest.\n"
         "      A LINK (http:// or https://) to a podcast page, feed, Apple Podcasts\n"
         "      episode or audio file is resolved and downloaded first.\n"
-        "  sagwerk-cli export BUNDLE --format txt|srt [--view N|speakers] [--no-timestamps] [--output FILE]\n"
+        "  sagwerk-cli batch SOURCE... --save [--jobs N] [--model ID|PATH] [--language CODE]\n"
+        "                  [--speakers [N]] [--shard K/N|auto] [--report FILE]\n"
+        "      Transcribes every SOURCE into the history: a file, a folder (its audio and\n"
+        "      video files, recursively) or a list file (one path or link a line). A source\n"
+        "      whose content is in the history already is skipped, so an interrupted batch\n"
+        "      resumes where it stopped. --speakers separates the speakers of each (N of\n"
+        "      them, or as many as found). --jobs runs N recognitions side by side; --shard\n"
+        "      takes the K-th of N shares (K from 0), auto from a Slurm array, a Kubernetes\n"
+        "      Indexed Job, HTCondor or GNU parallel (see docs/CLUSTER.md). --report\n"
+        "      appends a JSON line per source. Prints each new folder; the exit status is 1\n"
+        "      when any source failed.\n"
+        "  sagwerk-cli export BUNDLE --format txt|srt|vtt|json [--view N|speakers] [--no-timestamps] [--output FILE]\n"
         "      Writes a stored transcription as text or subtitles, with its corrections;\n"
         "      --view N writes the AI refinement level N instead of the original,\n"
         "      --view speakers the speaker text.\n"
@@ -73,9 +87,13 @@ bool isLink(const QString &input)
     return !QFileInfo::exists(input) && scheme.match(input).hasMatch();
 }
 
-void printError(const QString &message)
+// The user's text, then what a program said itself (ffmpeg's lines), which on a terminal
+// is worth having.
+void printError(const QString &message, const QString &details = {})
 {
     std::fprintf(stderr, "%s\n", qPrintable(message));
+    if (!details.isEmpty())
+        std::fprintf(stderr, "%s\n", qPrintable(details));
 }
 
 // One run of `transcribe`: a link is resolved and downloaded first, as the application
@@ -84,7 +102,7 @@ void printError(const QString &message)
 class TranscribeRun : public Run {
 public:
     struct Options {
-        QString input;
+        QStringList inputs;
         // A catalogue id or a model file; without --save it is always given.
         std::optional<QString> model;
         std::optional<QString> language;
@@ -94,12 +112,7 @@ public:
 
     explicit TranscribeRun(Options options) : m_options(std::move(options)) {}
 
-    ~TranscribeRun() override
-    {
-        // The download is this command's own; a stored transcription keeps a copy.
-        if (m_downloaded)
-            QFile::remove(*m_downloaded);
-    }
+    ~TranscribeRun() override { dropDownload(); }
 
     void start()
     {
@@ -133,12 +146,46 @@ protected:
     }
 
 private:
+    QString input() const { return m_options.inputs.value(m_index); }
+
     void begin()
     {
-        if (isLink(m_options.input))
+        if (isLink(input()))
             resolve();
         else
-            transcribe(m_options.input, std::nullopt);
+            transcribe(input(), std::nullopt);
+    }
+
+    void dropDownload()
+    {
+        // The download is this command's own; a stored transcription keeps a copy.
+        if (m_downloaded)
+            QFile::remove(*m_downloaded);
+        m_downloaded.reset();
+    }
+
+    // Of several files, each failure names its file.
+    void fail(const QString &message, const QString &details = {})
+    {
+        printError(m_options.inputs.size() > 1 ? input() + QStringLiteral(": ") + message : message, details);
+    }
+
+    // One file is done: the next one starts, unless the user stopped the run.
+    void fileDone(int status)
+    {
+        if (status == Failed)
+            m_failed = true;
+        dropDownload();
+        if (status != Cancelled && m_index + 1 < m_options.inputs.size()) {
+            ++m_index;
+            // This may run inside a signal of the finished job's state: it goes, and the
+            // next file starts, once that signal is over.
+            if (m_app)
+                m_app.release()->deleteLater();
+            QMetaObject::invokeMethod(this, [this] { begin(); }, Qt::QueuedConnection);
+            return;
+        }
+        end(status == Cancelled ? Cancelled : m_failed ? Failed : Ok);
     }
 
     static QString deviceReport()
@@ -155,12 +202,13 @@ private:
         std::optional<TranscriptionResult> result;
         QString error;
         bool cancelled = false;
+        QString details;
     };
 
     void resolve()
     {
         // The resolution runs on this thread's event loop; a cancel ends its request.
-        PodcastResolver::resolve(m_options.input, PodcastResolver::defaultLookupBase, m_control)
+        PodcastResolver::resolve(input(), PodcastResolver::defaultLookupBase, m_control)
             .then(this, [this](QFuture<ResolvedMedia> done) {
                 if (hasEnded())
                     return;
@@ -176,8 +224,8 @@ private:
                         printError(EngineError::cancelled().errorDescription());
                         return end(Cancelled);
                     }
-                    printError(e.errorDescription());
-                    end(Failed);
+                    fail(e.errorDescription());
+                    fileDone(Failed);
                 }
             });
     }
@@ -195,8 +243,8 @@ private:
             try {
                 m_downloaded = done.result();
             } catch (const UserError &e) {
-                printError(e.errorDescription());
-                return end(Failed);
+                fail(e.errorDescription());
+                return fileDone(Failed);
             }
             transcribe(*m_downloaded, title);
         });
@@ -226,25 +274,32 @@ private:
         const TranscribeControlPtr control = m_control;
         m_bar = std::make_unique<ProgressBar>("Transkription");
         ProgressBar *bar = m_bar.get();
-        QtConcurrent::run([file, modelPath, language, control, bar]() -> Outcome {
-            try {
-                return {Engine::transcribe(file, modelPath, language, control, [bar](double f) { bar->update(f); }),
-                        {}, false};
-            } catch (const UserError &e) {
-                return {std::nullopt, e.errorDescription(), e.isCancelled()};
-            } catch (const std::exception &e) {
-                return {std::nullopt, QString::fromLocal8Bit(e.what()), false};
-            }
-        }).then(this, [this](const Outcome &outcome) {
-            m_bar.reset();
-            if (!outcome.result) {
-                printError(outcome.error);
-                return end(outcome.cancelled ? Cancelled : Failed);
-            }
-            const QByteArray json = QJsonDocument(outcome.result->toJson()).toJson(QJsonDocument::Indented);
-            std::fwrite(json.constData(), 1, size_t(json.size()), stdout);
-            end(Ok);
-        });
+        // The voice-activity model is fetched on first use, as the application does.
+        VadModel::ensure(control)
+            .then(this, [file, modelPath, language, control, bar](const QString &) {
+                return QtConcurrent::run([file, modelPath, language, control, bar]() -> Outcome {
+                    try {
+                        return {Engine::transcribe(file, modelPath, language, control,
+                                                   [bar](double f) { bar->update(f); }),
+                                {}, false, {}};
+                    } catch (const UserError &e) {
+                        return {std::nullopt, e.errorDescription(), e.isCancelled(), e.details()};
+                    } catch (const std::exception &e) {
+                        return {std::nullopt, QString::fromLocal8Bit(e.what()), false, {}};
+                    }
+                });
+            })
+            .unwrap()
+            .then(this, [this](const Outcome &outcome) {
+                m_bar.reset();
+                if (!outcome.result) {
+                    printError(outcome.error, outcome.details);
+                    return end(outcome.cancelled ? Cancelled : Failed);
+                }
+                const QByteArray json = QJsonDocument(outcome.result->toJson()).toJson(QJsonDocument::Indented);
+                std::fwrite(json.constData(), 1, size_t(json.size()), stdout);
+                end(Ok);
+            });
     }
 
     // The application's own road: staging, the settings' model and language unless named,
@@ -260,7 +315,9 @@ private:
                 overrides.modelPath = QFileInfo(*m_options.model).absoluteFilePath();
         }
         m_app = std::make_unique<AppModel>();
-        m_bar = std::make_unique<ProgressBar>("Transkription");
+        // Of several files, the bar of each names its file.
+        m_label = m_options.inputs.size() > 1 ? QFileInfo(file).fileName().toLocal8Bit() : QByteArray("Transkription");
+        m_bar = std::make_unique<ProgressBar>(m_label.constData());
         // The job's end resets the progress after the busy flag, so after saved().
         connect(m_app.get(), &AppModel::busyProgressChanged, this, [this] {
             if (m_bar)
@@ -280,18 +337,19 @@ private:
     {
         m_bar.reset();
         if (m_app->errorMessage()) {
-            printError(*m_app->errorMessage());
-            return end(Failed);
+            fail(*m_app->errorMessage(), m_app->errorDetails());
+            return fileDone(Failed);
         }
         if (m_interrupted || !m_app->current()) {
             printError(EngineError::cancelled().errorDescription());
-            return end(Cancelled);
+            return fileDone(Cancelled);
         }
         const HistoryItem &item = *m_app->current();
         std::printf("%s\n", qPrintable(item.bundleURL.value_or(QString())));
+        std::fflush(stdout); // one line per bundle as it is done, also into a pipe
         if (!item.bundleURL)
-            printError(Tr::tr("Die Transkription konnte nicht gespeichert werden."));
-        end(item.bundleURL ? Ok : Failed);
+            fail(Tr::tr("Die Transkription konnte nicht gespeichert werden."));
+        fileDone(item.bundleURL ? Ok : Failed);
     }
 
     const Options m_options;
@@ -301,6 +359,9 @@ private:
     std::unique_ptr<MediaDownloader> m_downloader;
     std::optional<QString> m_downloaded;
     std::unique_ptr<AppModel> m_app;
+    qsizetype m_index = 0;
+    bool m_failed = false;
+    QByteArray m_label;
 };
 
 } // namespace
@@ -315,7 +376,8 @@ std::unique_ptr<QObject> transcribe(const QStringList &args)
     parser.addOption({QStringLiteral("verbose"), QStringLiteral("name the backend and device that recognise")});
     const bool parsed = parser.parse(args);
     const bool save = parser.isSet(QStringLiteral("save"));
-    if (!parsed || parser.positionalArguments().size() != 1 || (!save && !parser.isSet(QStringLiteral("model")))) {
+    const qsizetype files = parser.positionalArguments().size();
+    if (!parsed || files < 1 || (!save && files != 1) || (!save && !parser.isSet(QStringLiteral("model")))) {
         if (!parser.errorText().isEmpty())
             printError(parser.errorText());
         std::fprintf(stderr, "%s", qPrintable(usage()));
@@ -323,7 +385,7 @@ std::unique_ptr<QObject> transcribe(const QStringList &args)
         return nullptr;
     }
     TranscribeRun::Options options;
-    options.input = parser.positionalArguments().constFirst();
+    options.inputs = parser.positionalArguments();
     if (parser.isSet(QStringLiteral("model")))
         options.model = parser.value(QStringLiteral("model"));
     if (parser.isSet(QStringLiteral("language")))

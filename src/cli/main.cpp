@@ -1,6 +1,8 @@
 // sagwerk-cli: the headless front end over the core library for scripted and batch work.
 #include "cli/Commands.h"
 
+#include "app/LanguageManager.h"
+
 #include <QCoreApplication>
 #include <QTimer>
 
@@ -36,6 +38,10 @@ int main(int argc, char **argv)
     QCoreApplication::setApplicationName(QStringLiteral("Sagwerk"));
     QCoreApplication::setApplicationVersion(QStringLiteral(SAGWERK_VERSION));
 
+    // A command line speaks the language of the user's locale (LANG, LC_MESSAGES), not
+    // the one chosen in the application's settings.
+    LanguageManager::instance().fix(QStringLiteral("system"));
+
     QStringList args = QCoreApplication::arguments();
     const QString command = args.value(1);
     args.removeAt(0);
@@ -47,6 +53,8 @@ int main(int argc, char **argv)
     QTimer::singleShot(0, &app, [&] {
         if (command == QLatin1String("transcribe"))
             running = Cli::transcribe(args);
+        else if (command == QLatin1String("batch"))
+            running = Cli::batch(args);
         else if (command == QLatin1String("download"))
             running = Cli::download(args);
         else if (command == QLatin1String("smooth"))

@@ -25,6 +25,9 @@ struct HistoryItem {
     std::optional<QString> speakerText;
     bool speakerBusy = false;
     QList<Correction> corrections;
+    // Names the user gave the speakers, by the label the speaker text carries ("Sprecher 1").
+    // Laid over the speaker text wherever it is shown or handed out, like the corrections.
+    QMap<QString, QString> speakerNames;
     // Read from the list at start without its segments; they are read when the item is
     // opened. Everything else is there.
     bool segmentsPending = false;

@@ -63,6 +63,30 @@ bool isTransferError(QNetworkReply *reply)
     return !(contentError || serverError || error == QNetworkReply::ProtocolInvalidOperationError);
 }
 
+// The transfer layer's texts are English and technical ("Host x not found"); the user
+// reads what they mean, in the interface language.
+QString plainWords(QNetworkReply *reply)
+{
+    switch (reply->error()) {
+    case QNetworkReply::HostNotFoundError:
+    case QNetworkReply::ConnectionRefusedError:
+    case QNetworkReply::RemoteHostClosedError:
+    case QNetworkReply::TimeoutError:
+    case QNetworkReply::TemporaryNetworkFailureError:
+    case QNetworkReply::NetworkSessionFailedError:
+    case QNetworkReply::UnknownNetworkError:
+    case QNetworkReply::ProxyConnectionRefusedError:
+    case QNetworkReply::ProxyConnectionClosedError:
+    case QNetworkReply::ProxyNotFoundError:
+    case QNetworkReply::ProxyTimeoutError:
+        return Tr::tr("Der Server ist nicht erreichbar. Bitte die Internetverbindung prüfen.");
+    case QNetworkReply::SslHandshakeFailedError:
+        return Tr::tr("Eine sichere Verbindung zum Server kam nicht zustande.");
+    default:
+        return reply->errorString();
+    }
+}
+
 // The value of one parameter of a Content-Disposition header: a token, or a quoted
 // string with its backslash escapes.
 std::optional<QString> dispositionParameter(const QByteArray &header, const QByteArray &name)
@@ -228,7 +252,7 @@ private:
         if (!self || !reply)
             return;
         if (isTransferError(reply))
-            return fail(Error(Error::Kind::transfer, reply->errorString()));
+            return fail(Error(Error::Kind::transfer, plainWords(reply), reply->errorString()));
         // The transfer layer takes a connection closed too early for the end of the
         // answer; only the length it named tells.
         const QVariant length = reply->header(QNetworkRequest::ContentLengthHeader);

@@ -59,20 +59,25 @@ struct Response {
 class Error : public UserError {
 public:
     enum class Kind {
-        transfer,   // the transfer layer's own failure, with its text
+        transfer,   // the transfer layer's failure: plain words, its own text as details
         incomplete, // the connection ended before the length the answer named
         tooLarge,   // the body grew past maxBytes
         timedOut,   // stallTimeoutMs or timeoutMs passed
         file,       // the temporary file could not be written
     };
 
-    Error(Kind kind, QString message) : m_kind(kind), m_message(std::move(message)) {}
+    Error(Kind kind, QString message, QString details = {})
+        : m_kind(kind), m_message(std::move(message)), m_details(std::move(details))
+    {
+    }
     Kind kind() const { return m_kind; }
     QString errorDescription() const override { return m_message; }
+    QString details() const override { return m_details; }
 
 private:
     Kind m_kind;
     QString m_message;
+    QString m_details;
 };
 
 // Both start the transfer and return at once; `owner` belongs to the calling thread.

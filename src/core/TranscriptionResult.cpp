@@ -23,5 +23,6 @@ QJsonObject TranscriptionResult::toJson() const
     return QJsonObject{{"fullText", fullText},
                        {"segments", segs},
                        {"language", language},
-                       {"processingSeconds", processingSeconds}};
+                       {"processingSeconds", processingSeconds},
+                       {"model", model}};
 }

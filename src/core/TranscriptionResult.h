@@ -29,6 +29,8 @@ struct TranscriptionResult {
     QList<TranscriptSegment> segments;
     QString language;
     double processingSeconds = 0;
+    // The name of the speech model that heard it; empty where that is not known.
+    QString model;
 
     // Keys are the field names; a segment's id is written in its upper-case text form.
     QJsonObject toJson() const;

@@ -10,6 +10,9 @@
 class UserError : public std::exception {
 public:
     virtual QString errorDescription() const = 0;
+    // What a program or library said itself, for whoever wants to look closer; the user
+    // is not expected to read it.
+    virtual QString details() const { return {}; }
     virtual bool isCancelled() const { return false; }
 
     const char *what() const noexcept override;

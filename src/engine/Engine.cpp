@@ -159,7 +159,11 @@ void convertWithFFmpeg(const QString &input, const QString &output, const Transc
     if (!ffmpeg)
         throw EngineError::convertFailed(Tr::tr(formatMessage));
     removeQuietly(output);
-    runProcess(*ffmpeg, ffmpegArguments(input, output), control, &EngineError::convertFailed);
+    // ffmpeg's own lines are English and technical: they go to the details.
+    runProcess(*ffmpeg, ffmpegArguments(input, output), control, [](const QString &said) {
+        return EngineError::convertFailed(Tr::tr("Die Datei ist beschädigt oder enthält keine lesbare Tonspur."),
+                                          said);
+    });
 }
 
 } // namespace
@@ -226,7 +230,10 @@ TranscriptionResult transcribe(const QString &input, const QString &model, const
     const std::vector<float> samples = decodeTo16kMonoFloats(input, control);
     if (control && control->isCancelled())
         throw EngineError::cancelled();
-    return WhisperEngine::transcribe(samples, model, language, control, progress ? progress : [](double) {});
+    TranscriptionResult result =
+        WhisperEngine::transcribe(samples, model, language, control, progress ? progress : [](double) {});
+    result.model = QFileInfo(model).fileName();
+    return result;
 }
 
 } // namespace Engine

@@ -9,7 +9,10 @@ class EngineError : public UserError {
 public:
     enum class Case { convertFailed, transcribeFailed, noModel, cancelled };
 
-    static EngineError convertFailed(const QString &message) { return {Case::convertFailed, message}; }
+    static EngineError convertFailed(const QString &message, const QString &details = {})
+    {
+        return {Case::convertFailed, message, details};
+    }
     static EngineError transcribeFailed(const QString &message) { return {Case::transcribeFailed, message}; }
     static EngineError noModel() { return {Case::noModel, {}}; }
     static EngineError cancelled() { return {Case::cancelled, {}}; }
@@ -19,10 +22,15 @@ public:
     bool isCancelled() const override { return m_case == Case::cancelled; }
 
     QString errorDescription() const override;
+    QString details() const override { return m_details; }
 
 private:
-    EngineError(Case c, QString message) : m_case(c), m_message(std::move(message)) {}
+    EngineError(Case c, QString message, QString details = {})
+        : m_case(c), m_message(std::move(message)), m_details(std::move(details))
+    {
+    }
 
     Case m_case;
     QString m_message;
+    QString m_details;
 };

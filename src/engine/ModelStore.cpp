@@ -1,11 +1,12 @@
 #include "engine/ModelStore.h"
 
 #include "core/Network.h"
+#include "core/Tr.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QProcess>
+#include <QFileSystemWatcher>
 #include <QStandardPaths>
 #include <QtConcurrent/QtConcurrentRun>
 
@@ -31,6 +32,11 @@ ModelStore::ModelStore(const QUrl &repositoryBase, QObject *parent)
     : QObject(parent), m_repositoryBase(repositoryBase), m_modelsDir(defaultModelsDir())
 {
     QDir().mkpath(m_modelsDir);
+    // A file that appears, goes or is renamed into place changes the folder; a download
+    // of ours lands by a rename too.
+    m_watcher = new QFileSystemWatcher(this);
+    m_watcher->addPath(m_modelsDir);
+    connect(m_watcher, &QFileSystemWatcher::directoryChanged, this, &ModelStore::refresh);
     refresh();
     importBundledOrDevModel();
 }
@@ -42,20 +48,13 @@ QString ModelStore::pathOf(const QString &name) const
 
 void ModelStore::refresh()
 {
-    QSet<QString> installed, coreML;
-    for (const WhisperModel &model : WhisperModel::all()) {
+    QSet<QString> installed;
+    for (const WhisperModel &model : WhisperModel::all())
         if (isInstalled(model))
             installed.insert(model.id);
-        if (QFileInfo::exists(pathOf(model.coreMLName)))
-            coreML.insert(model.id);
-    }
     if (installed != m_installed) {
         m_installed = installed;
         emit installedChanged();
-    }
-    if (coreML != m_coreMLInstalled) {
-        m_coreMLInstalled = coreML;
-        emit coreMLInstalledChanged();
     }
 }
 
@@ -99,103 +98,46 @@ void ModelStore::download(const WhisperModel &model)
         return;
     const QString id = model.id;
     const QString target = pathOf(model.fileName);
-    setFraction(m_downloading, &ModelStore::downloadingChanged, id, 0.0);
+    if (m_failures.remove(id))
+        emit failuresChanged();
+    setFraction(id, 0.0);
 
     Network::Request request;
     request.url = WhisperModel::fileURL(m_repositoryBase, model.fileName);
     request.stallTimeoutMs = stallTimeoutMs;
-    request.onProgress = [this, id](double fraction) {
-        setFraction(m_downloading, &ModelStore::downloadingChanged, id, fraction);
-    };
+    request.onProgress = [this, id](double fraction) { setFraction(id, fraction); };
     // The transfer belongs to this store: when the store goes, it ends and takes its
     // temporary file along.
     Network::download(request, this)
         .then(this,
-              [this, id, target](const Network::Response &response) {
+              [this, id, target, model](const Network::Response &response) {
+                  // A missing file answers with a page; it never replaces a model.
+                  if (response.status.value_or(200) >= 400) {
+                      QFile::remove(response.file);
+                      return endDownload(id, Tr::tr("Der Server lieferte statt des Modells eine Fehlerseite "
+                                                    "(HTTP %1).")
+                                                 .arg(*response.status));
+                  }
+                  const qint64 bytes = QFileInfo(response.file).size();
+                  if (bytes <= qint64(model.approxSizeMB) * 900'000) {
+                      QFile::remove(response.file);
+                      return endDownload(id, Tr::tr("Die geladene Datei ist zu klein für dieses Modell; der Server "
+                                                    "lieferte wohl eine Fehlerseite."));
+                  }
                   // Moving the file may copy it from another file system: off this thread.
                   QtConcurrent::run(installDownload, response.file, target)
                       .then(this, [this, id](const QString &error) {
                           if (error.isEmpty())
                               refresh();
-                          else
-                              setErrorMessage(error);
-                          endDownload(m_downloading, &ModelStore::downloadingChanged, id);
+                          endDownload(id, error);
                       });
               })
-        .onFailed(this, [this, id](const Network::Error &error) {
-            setErrorMessage(error.errorDescription());
-            endDownload(m_downloading, &ModelStore::downloadingChanged, id);
-        });
-}
-
-void ModelStore::downloadCoreML(const WhisperModel &model)
-{
-    if (m_coreMLDownloading.contains(model.id))
-        return;
-    const QString id = model.id;
-    setFraction(m_coreMLDownloading, &ModelStore::coreMLDownloadingChanged, id, 0.0);
-
-    Network::Request request;
-    request.url = WhisperModel::fileURL(m_repositoryBase, model.coreMLName + QStringLiteral(".zip"));
-    request.stallTimeoutMs = stallTimeoutMs;
-    request.onProgress = [this, id](double fraction) {
-        setFraction(m_coreMLDownloading, &ModelStore::coreMLDownloadingChanged, id, fraction);
-    };
-    Network::download(request, this)
-        .then(this,
-              [this, id](const Network::Response &response) {
-                  // The download ends when the package is unpacked.
-                  unpackCoreML(response.file, id);
-              })
-        .onFailed(this, [this, id](const Network::Error &error) {
-            setErrorMessage(error.errorDescription());
-            endDownload(m_coreMLDownloading, &ModelStore::coreMLDownloadingChanged, id);
-        });
-}
-
-void ModelStore::unpackCoreML(const QString &archive, const QString &id)
-{
-    // Each archive holds the package folder at its top level, so it lands beside the
-    // model file; "-o" replaces an earlier package without asking. A package can be a
-    // gigabyte, so unzip runs beside the event loop and reports when it is done.
-    auto *unzip = new QProcess(this);
-    connect(unzip, &QProcess::errorOccurred, this, [this, unzip, id](QProcess::ProcessError error) {
-        // A crash also ends in finished(); only a failed launch ends here.
-        if (error != QProcess::FailedToStart)
-            return;
-        setErrorMessage(unzip->errorString());
-        endDownload(m_coreMLDownloading, &ModelStore::coreMLDownloadingChanged, id);
-        unzip->deleteLater();
-    });
-    connect(unzip, &QProcess::finished, this, [this, unzip, archive, id](int exitCode, QProcess::ExitStatus status) {
-        QFile::remove(archive);
-        if (status != QProcess::NormalExit || exitCode != 0)
-            setErrorMessage(QStringLiteral("Entpacken des ANE-Encoders fehlgeschlagen."));
-        else
-            refresh();
-        endDownload(m_coreMLDownloading, &ModelStore::coreMLDownloadingChanged, id);
-        unzip->deleteLater();
-    });
-    unzip->setStandardOutputFile(QProcess::nullDevice());
-    unzip->setStandardErrorFile(QProcess::nullDevice());
-    unzip->start(QStringLiteral("/usr/bin/unzip"), {QStringLiteral("-o"), QStringLiteral("-q"), archive,
-                                                    QStringLiteral("-d"), m_modelsDir});
+        .onFailed(this, [this, id](const Network::Error &error) { endDownload(id, error.errorDescription()); });
 }
 
 void ModelStore::deleteModel(const WhisperModel &model)
 {
     QFile::remove(pathOf(model.fileName));
-    refresh();
-}
-
-void ModelStore::deleteCoreML(const WhisperModel &model)
-{
-    const QFileInfo package(pathOf(model.coreMLName));
-    // A link is removed itself, never what it points to.
-    if (package.isDir() && !package.isSymLink())
-        QDir(package.filePath()).removeRecursively();
-    else
-        QFile::remove(package.filePath());
     refresh();
 }
 
@@ -215,14 +157,19 @@ void ModelStore::setErrorMessage(const QString &message)
     emit errorMessageChanged();
 }
 
-void ModelStore::setFraction(Fractions &map, void (ModelStore::*changed)(), const QString &id, double fraction)
+void ModelStore::setFraction(const QString &id, double fraction)
 {
-    map[id] = fraction;
-    emit(this->*changed)();
+    m_downloading[id] = fraction;
+    emit downloadingChanged();
 }
 
-void ModelStore::endDownload(Fractions &map, void (ModelStore::*changed)(), const QString &id)
+void ModelStore::endDownload(const QString &id, const QString &failure)
 {
-    if (map.remove(id))
-        emit(this->*changed)();
+    if (!failure.isEmpty()) {
+        setErrorMessage(failure);
+        m_failures[id] = failure;
+        emit failuresChanged();
+    }
+    if (m_downloading.remove(id))
+        emit downloadingChanged();
 }

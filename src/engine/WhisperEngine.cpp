@@ -2,6 +2,7 @@
 
 #include "core/Text.h"
 #include "engine/EngineError.h"
+#include "engine/VadModel.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -12,6 +13,7 @@
 #include <ggml-backend.h>
 #include <whisper.h>
 
+#include <atomic>
 #include <mutex>
 
 namespace WhisperEngine {
@@ -25,6 +27,7 @@ struct Run {
     int percent = 0;      // the library's last progress, of the piece it was handed
     qint64 sliceCs = 0;   // what it was handed, in its time unit (10 ms)
     qint64 pieceCs = 0;   // where the piece ends; 0 for a run to the end
+    bool vad = false;     // the library hears only speech, and counts its progress over that
 };
 
 void onProgress(whisper_context *, whisper_state *, int progress, void *userData)
@@ -47,6 +50,10 @@ bool onWindow(whisper_context *, whisper_state *state, void *userData)
     const int segments = whisper_full_n_segments_from_state(state);
     if (segments > 0 && whisper_full_get_segment_t1_from_state(state, segments - 1) >= run->pieceCs)
         return false;
+    // Over speech alone the progress says nothing about where in the recording a window
+    // lies; the segments' times, mapped back, do.
+    if (run->vad)
+        return true;
     return qint64(run->percent) * run->sliceCs < 100 * run->pieceCs;
 }
 
@@ -152,8 +159,19 @@ int threadCount(const QString &performanceCpuList, int onlineCores)
     return std::clamp(onlineCores - 2, 2, 8);
 }
 
+namespace {
+std::atomic<int> threadsSet{0};
+}
+
+void setThreadCount(std::optional<int> threads)
+{
+    threadsSet = threads ? std::max(1, *threads) : 0;
+}
+
 int threadCount()
 {
+    if (const int set = threadsSet.load())
+        return set;
     QFile list(QStringLiteral("/sys/devices/cpu_core/cpus"));
     const QString cpus = list.open(QIODevice::ReadOnly) ? QString::fromLatin1(list.readAll()) : QString();
     return threadCount(cpus, QThread::idealThreadCount());
@@ -190,13 +208,17 @@ QList<TranscriptWord> groupWords(const QList<TokenTuple> &tokens)
     return words;
 }
 
-LoadedModel::LoadedModel(const QString &path)
+LoadedModel::LoadedModel(const QString &path, int alignmentHeads)
 {
     if (!QFileInfo::exists(path))
         throw EngineError::noModel();
     prepareLibrary();
     whisper_context_params contextParams = whisper_context_default_params();
     contextParams.use_gpu = true;
+    if (alignmentHeads != WHISPER_AHEADS_NONE) {
+        contextParams.dtw_token_timestamps = true;
+        contextParams.dtw_aheads_preset = whisper_alignment_heads_preset(alignmentHeads);
+    }
     m_ctx = whisper_init_from_file_with_params(QFile::encodeName(path).constData(), contextParams);
     if (!m_ctx)
         throw EngineError::transcribeFailed(QStringLiteral("Modell konnte nicht geladen werden"));
@@ -221,8 +243,10 @@ TranscriptionResult transcribe(const std::vector<float> &samples, const QString 
 
 namespace {
 
-// Reads the segments of the library's last run, times moved by `offsetMs`.
-void appendSegments(whisper_context *ctx, qint64 offsetMs, TranscriptionResult &result)
+// Reads the segments of the library's last run, times moved by `offsetMs`. The token
+// times are read through the calls that map them back to the recording where the
+// voice-activity stage cut the silence out; the token data keeps the cut timeline.
+void appendSegments(whisper_context *ctx, qint64 offsetMs, bool dtw, TranscriptionResult &result)
 {
     const int segmentCount = whisper_full_n_segments(ctx);
     for (int i = 0; i < segmentCount; ++i) {
@@ -237,7 +261,10 @@ void appendSegments(whisper_context *ctx, qint64 offsetMs, TranscriptionResult &
             // Timestamp and control tokens all read "[_...]".
             if (tokenText.startsWith(QStringLiteral("[_")))
                 continue;
-            tokens.append({tokenText, offsetMs + data.t0 * 10, offsetMs + data.t1 * 10});
+            qint64 t0 = whisper_full_get_token_t0(ctx, i, j), t1 = whisper_full_get_token_t1(ctx, i, j);
+            if (dtw && data.t_dtw >= 0)
+                t0 = std::min<qint64>(data.t_dtw, t1);
+            tokens.append({tokenText, offsetMs + t0 * 10, offsetMs + t1 * 10});
         }
         segment.text = Text::trimBlanks(fromLibrary(whisper_full_get_segment_text(ctx, i)));
         segment.words = groupWords(tokens);
@@ -255,7 +282,7 @@ TranscriptionResult transcribe(const std::vector<float> &samples, LoadedModel &m
 
 TranscriptionResult transcribe(const std::vector<float> &samples, LoadedModel &model, const QString &language,
                                const TranscribeControlPtr &control, const std::function<void(double)> &progress,
-                               int pieceSeconds)
+                               int pieceSeconds, const Setup &setup)
 {
     // One run holds at most INT_MAX samples; a wrapped count must never reach the library.
     if (samples.size() > size_t(std::numeric_limits<int>::max()))
@@ -277,7 +304,21 @@ TranscriptionResult transcribe(const std::vector<float> &samples, LoadedModel &m
                     progress(reported = at / double(total));
             }};
 
-    whisper_full_params params = whisper_full_default_params(WHISPER_SAMPLING_GREEDY);
+    const bool beam = setup.beamSize > 1;
+    whisper_full_params params =
+        whisper_full_default_params(beam ? WHISPER_SAMPLING_BEAM_SEARCH : WHISPER_SAMPLING_GREEDY);
+    if (beam)
+        params.beam_search.beam_size = setup.beamSize;
+    params.no_speech_thold = setup.noSpeechThold;
+    // The model file is looked at once per run: one fetched while the application runs
+    // counts from the next recognition on.
+    const QByteArray vadModel = setup.vad && VadModel::installed() ? QFile::encodeName(VadModel::path()) : QByteArray();
+    if (!vadModel.isEmpty()) {
+        params.vad = true;
+        params.vad_model_path = vadModel.constData();
+        params.vad_params = whisper_vad_default_params();
+        run.vad = true;
+    }
     params.n_threads = threadCount();
     params.n_max_text_ctx = 0;
     params.translate = false;
@@ -309,6 +350,8 @@ TranscriptionResult transcribe(const std::vector<float> &samples, LoadedModel &m
     constexpr size_t samplesPerCs = WHISPER_SAMPLE_RATE / 100;
 
     TranscriptionResult result;
+    result.language = requested;
+    bool languageFound = false;
     QElapsedTimer clock;
     clock.start();
     while (true) {
@@ -318,6 +361,14 @@ TranscriptionResult transcribe(const std::vector<float> &samples, LoadedModel &m
         run.sliceCs = qint64(count / samplesPerCs);
         run.pieceCs = last ? 0 : qint64(piece / samplesPerCs);
         params.language = languageUtf8.constData();
+        const qint64 offsetMs = qint64(start) * 1000 / WHISPER_SAMPLE_RATE;
+        const qsizetype before = result.segments.size();
+        if (isSilent(samples, start, count)) {
+            if (last)
+                break;
+            start += piece;
+            continue;
+        }
         const int rc = whisper_full(ctx, params, samples.data() + start, int(count));
 
         // Checked before rc: a run stopped by the abort callback always reads as cancelled.
@@ -326,10 +377,16 @@ TranscriptionResult transcribe(const std::vector<float> &samples, LoadedModel &m
         if (rc != 0)
             throw EngineError::transcribeFailed(QStringLiteral("whisper_full rc=") + QString::number(rc));
 
-        const qint64 offsetMs = qint64(start) * 1000 / WHISPER_SAMPLE_RATE;
-        const qsizetype before = result.segments.size();
-        appendSegments(ctx, offsetMs, result);
-        if (start == 0) {
+        appendSegments(ctx, offsetMs, setup.dtw, result);
+        // Over speech alone the library may run one window past the piece; what starts
+        // there is the next piece's.
+        if (!last && run.vad) {
+            const qint64 endMs = offsetMs + qint64(piece) * 1000 / WHISPER_SAMPLE_RATE;
+            while (result.segments.size() > before && result.segments.constLast().startMs >= endMs)
+                result.segments.removeLast();
+        }
+        if (!languageFound) {
+            languageFound = true;
             const int languageId = whisper_full_lang_id(ctx);
             const char *detected = languageId >= 0 ? whisper_lang_str(languageId) : nullptr;
             result.language = detected ? QString::fromUtf8(detected) : requested;
@@ -353,6 +410,24 @@ TranscriptionResult transcribe(const std::vector<float> &samples, LoadedModel &m
         texts << segment.text;
     result.fullText = texts.join(u' ');
     return result;
+}
+
+bool isSilent(const std::vector<float> &samples, size_t from, size_t count)
+{
+    // Speech has 30 ms stretches above -55 dBFS even when spoken softly into a poor
+    // microphone; a muted line or digital silence has none.
+    constexpr size_t frame = WHISPER_SAMPLE_RATE * 30 / 1000;
+    constexpr double floor = 0.00178 * 0.00178;
+    const size_t end = std::min(samples.size(), count == size_t(-1) ? samples.size() : from + count);
+    for (size_t at = from; at < end; at += frame) {
+        const size_t stop = std::min(end, at + frame);
+        double energy = 0;
+        for (size_t i = at; i < stop; ++i)
+            energy += double(samples[i]) * samples[i];
+        if (energy / double(stop - at) > floor)
+            return false;
+    }
+    return true;
 }
 
 } // namespace WhisperEngine

@@ -18,8 +18,10 @@ namespace WhisperEngine {
 // A model loaded into a whisper.cpp context, for one run at a time.
 class LoadedModel {
 public:
-    // Throws EngineError: no model, or one the library cannot load.
-    explicit LoadedModel(const QString &path);
+    // Throws EngineError: no model, or one the library cannot load. `alignmentHeads`, a
+    // whisper_alignment_heads_preset other than none, turns on the library's token times
+    // by dynamic time warping over those heads.
+    explicit LoadedModel(const QString &path, int alignmentHeads = 0);
     ~LoadedModel();
     LoadedModel(const LoadedModel &) = delete;
     LoadedModel &operator=(const LoadedModel &) = delete;
@@ -37,6 +39,21 @@ struct TokenTuple {
     qint64 toMs = 0;
 };
 
+// How a run decodes. The defaults are the application's; the others exist to be measured
+// against them.
+struct Setup {
+    // The voice-activity stage, where its model is installed (VadModel): only speech
+    // reaches the speech model, and the library maps the times back to the recording.
+    bool vad = true;
+    // 1: greedy decoding; more: beam search with that many beams.
+    int beamSize = 1;
+    // A window whose no-speech probability passes this, with a low log probability, is
+    // dropped; the library's default.
+    float noSpeechThold = 0.6f;
+    // Word times from the alignment heads (the model must be loaded with them).
+    bool dtw = false;
+};
+
 // Blocks for the whole run; `language` is an ISO code, "auto" or empty (meaning "auto").
 TranscriptionResult transcribe(const std::vector<float> &samples, const QString &model, const QString &language,
                                const TranscribeControlPtr &control, const std::function<void(double)> &progress);
@@ -48,7 +65,12 @@ TranscriptionResult transcribe(const std::vector<float> &samples, LoadedModel &m
 inline constexpr int kPieceSeconds = 300;
 TranscriptionResult transcribe(const std::vector<float> &samples, LoadedModel &model, const QString &language,
                                const TranscribeControlPtr &control, const std::function<void(double)> &progress,
-                               int pieceSeconds);
+                               int pieceSeconds, const Setup &setup = {});
+
+// True when no stretch of the samples is loud enough to hold speech (digital silence, a
+// muted line): recognition then has nothing to hear and is not asked, since the model
+// writes sentences into silence.
+bool isSilent(const std::vector<float> &samples, size_t from = 0, size_t count = size_t(-1));
 
 // Loads the library's backends and silences its log, once per process; everything that
 // opens a model goes through it first.
@@ -67,9 +89,12 @@ std::optional<Device> gpuDevice();
 // The processor device, for reports.
 Device cpuDevice();
 
-// Worker threads: the performance cores of a hybrid CPU, else the online cores minus
+// Worker threads, unless set: the performance cores of a hybrid CPU, else the online cores minus
 // two, always within 2 to 8.
 int threadCount();
+// Replaces what threadCount() gives for every run of this process (at least 1), so that
+// runs side by side share the cores; none restores it.
+void setThreadCount(std::optional<int> threads);
 int threadCount(const QString &performanceCpuList, int onlineCores);
 
 // Words are runs of tokens that begin at a token with a leading blank.

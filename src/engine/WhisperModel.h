@@ -14,9 +14,6 @@ struct WhisperModel {
     int approxSizeMB = 0;
     QUrl url;
     QString note;
-    QString coreMLName;
-    int coreMLSizeMB = 0;
-    QUrl coreMLURL;
 
     bool operator==(const WhisperModel &) const = default;
 

@@ -1,5 +1,7 @@
 #include "review/Coordinator.h"
 
+#include <QTextBlock>
+
 #include <QTextBlockFormat>
 #include <QTextCharFormat>
 #include <QTextCursor>
@@ -51,11 +53,30 @@ void Coordinator::refresh(const View &view)
     m_onSeek = view.onSeek;
     m_onCreateCorrection = view.onCreateCorrection;
     m_onSelectionText = view.onSelectionText;
+    m_onRenameHeader = view.onRenameHeader;
     if (m_builtKey != view.rebuildKey) {
         rebuild(view.lines ? view.lines() : QList<TranscriptLine>(), view.showTime, view.corrections);
         m_builtKey = view.rebuildKey;
     }
     updateHighlight(view.currentMs, view.isPlaying);
+}
+
+std::optional<QString> Coordinator::headerAt(qsizetype location) const
+{
+    if (!m_document)
+        return std::nullopt;
+    const QTextBlock block = m_document->findBlock(int(location));
+    if (!block.isValid() || !m_headerLines.value(block.blockNumber()))
+        return std::nullopt;
+    return block.text();
+}
+
+bool Coordinator::renameHeader(const QString &header) const
+{
+    if (!m_onRenameHeader)
+        return false;
+    m_onRenameHeader(header);
+    return true;
 }
 
 void Coordinator::rebuild(const QList<TranscriptLine> &lines, bool showTime, const QList<Correction> &corrections)
@@ -66,6 +87,9 @@ void Coordinator::rebuild(const QList<TranscriptLine> &lines, bool showTime, con
     m_suppressSeek = true;
     m_anchors.clear();
     m_wordAnchors.clear();
+    m_headerLines.clear();
+    for (const TranscriptLine &line : lines)
+        m_headerLines << line.isHeader;
 
     const TranscriptLayout::Built built = TranscriptLayout::build(lines, showTime, corrections);
     if (m_surface.highlight)

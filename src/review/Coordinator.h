@@ -36,6 +36,8 @@ public:
         SeekHandler onSeek;
         TextHandler onCreateCorrection;
         TextHandler onSelectionText;
+        // The user asked to rename the speaker of a header line (its text as shown).
+        TextHandler onRenameHeader;
     };
 
     // Fonts and colours of the laid-out text; the widget takes them from its palette.
@@ -87,6 +89,11 @@ public:
     // The menu entry's action, with the selection at the time of the command.
     void makeCorrection(qsizetype location, qsizetype length);
 
+    // The text of the header line at `location`, or none where a body line stands.
+    std::optional<QString> headerAt(qsizetype location) const;
+    // Hands a header's text to the rename callback; false where there is none to take it.
+    bool renameHeader(const QString &header) const;
+
     const QString &builtKey() const { return m_builtKey; }
     const QList<TranscriptLayout::Anchor> &anchors() const { return m_anchors; }
     const QList<TranscriptLayout::WordAnchor> &wordAnchors() const { return m_wordAnchors; }
@@ -105,10 +112,12 @@ private:
     SeekHandler m_onSeek;
     TextHandler m_onCreateCorrection;
     TextHandler m_onSelectionText;
+    TextHandler m_onRenameHeader;
 
     QString m_builtKey;
     QList<TranscriptLayout::Anchor> m_anchors;
     QList<TranscriptLayout::WordAnchor> m_wordAnchors;
+    QList<bool> m_headerLines; // per line (= block) of the built text
     std::optional<Range> m_highlighted;
     bool m_suppressSeek = false;
 };

@@ -1,6 +1,7 @@
 #include "review/TranscriptLines.h"
 
 #include "core/FileNames.h"
+#include "core/Tr.h"
 #include "export/TextForms.h"
 #include "export/Format.h"
 #include "review/Corrections.h"
@@ -48,12 +49,12 @@ QList<TranscriptLine> originalLines(const TranscriptionResult &result)
     return lines;
 }
 
-QList<TranscriptLine> speakerLines(const QList<SpeakerTurn> &turns)
+QList<TranscriptLine> speakerLines(const QList<SpeakerTurn> &turns, const QMap<QString, QString> &names)
 {
     QList<TranscriptLine> lines;
     for (const SpeakerTurn &turn : turns) {
         if (turn.label)
-            lines.append(TranscriptLine{turn.ms, *turn.label, {}, true});
+            lines.append(TranscriptLine{turn.ms, names.value(*turn.label, *turn.label), {}, true});
         if (!turn.segments.isEmpty()) {
             // No stand-in word for a wordless segment here: the turns carry real words only.
             for (const TranscriptSegment &s : turn.segments)
@@ -65,14 +66,45 @@ QList<TranscriptLine> speakerLines(const QList<SpeakerTurn> &turns)
     return lines;
 }
 
+std::optional<QString> namedSpeakerText(const HistoryItem &item)
+{
+    if (!item.speakerText)
+        return std::nullopt;
+    return SpeakerTurn::renamed(*item.speakerText, item.speakerNames);
+}
+
+QStringList speakerLabels(const HistoryItem &item)
+{
+    QStringList labels;
+    for (const QString &line : item.speakerText.value_or(QString()).split(u'\n')) {
+        const std::optional<QString> label = SpeakerTurn::splitLabel(line).first;
+        if (label && !label->isEmpty() && !labels.contains(*label))
+            labels << *label;
+    }
+    return labels;
+}
+
+QStringList labelsShownAs(const HistoryItem &item, const QString &shown)
+{
+    QStringList labels;
+    for (const QString &label : speakerLabels(item)) {
+        if (item.speakerNames.value(label, label) == shown)
+            labels << label;
+    }
+    return labels;
+}
+
 QString speakerRebuildKey(const HistoryItem &item, bool showTimestamps)
 {
     const size_t rules = qHashRange(item.corrections.cbegin(), item.corrections.cend());
+    QStringList names;
+    for (auto it = item.speakerNames.cbegin(); it != item.speakerNames.cend(); ++it)
+        names << it.key() << it.value();
     // The segments count too: a stored item's come from disk after it is first shown.
     return QStringList{QStringLiteral("spk"), item.id,
                        showTimestamps ? QStringLiteral("true") : QStringLiteral("false"),
                        QString::number(qHash(item.speakerText.value_or(QString()))), QString::number(rules),
-                       QString::number(item.result.segments.size())}
+                       QString::number(item.result.segments.size()), QString::number(qHash(names))}
         .join(u'|');
 }
 
@@ -85,18 +117,94 @@ QString rebuildKey(const HistoryItem &item, bool showTimestamps)
         .join(u'|');
 }
 
+namespace {
+
+QString speakerText(const HistoryItem &item, bool showTimestamps)
+{
+    if (!item.speakerText)
+        return QString();
+    if (!showTimestamps)
+        return *namedSpeakerText(item);
+    QStringList lines;
+    for (const SpeakerTurn &turn : SpeakerTurn::build(*item.speakerText, item.result.segments)) {
+        QString line = turn.label ? item.speakerNames.value(*turn.label, *turn.label) + QStringLiteral(": ")
+                + SpeakerTurn::splitLabel(turn.text).second
+                                  : turn.text;
+        if (turn.ms)
+            line = u'[' + TextForms::minuteStamp(*turn.ms) + QStringLiteral("] ") + line;
+        lines << line;
+    }
+    return lines.join(u'\n');
+}
+
+// The speaker of each segment that a labelled turn claims, by segment id.
+QHash<QUuid, QString> segmentSpeakers(const HistoryItem &item)
+{
+    QHash<QUuid, QString> speakers;
+    if (!item.speakerText)
+        return speakers;
+    for (const SpeakerTurn &turn : SpeakerTurn::build(*item.speakerText, item.result.segments)) {
+        if (!turn.label)
+            continue;
+        const QString name = item.speakerNames.value(*turn.label, *turn.label);
+        for (const TranscriptSegment &s : turn.segments)
+            speakers.insert(s.id, name);
+    }
+    return speakers;
+}
+
+QString corrected(const HistoryItem &item, const QString &text)
+{
+    return item.corrections.isEmpty() ? text : Corrections::apply(item.corrections, text).text;
+}
+
+} // namespace
+
+QList<Cue> subtitleCues(const HistoryItem &item, bool withSpeakers)
+{
+    const QHash<QUuid, QString> speakers = withSpeakers ? segmentSpeakers(item) : QHash<QUuid, QString>();
+    QList<Cue> cues;
+    cues.reserve(item.result.segments.size());
+    for (const TranscriptSegment &s : item.result.segments) {
+        const auto speaker = speakers.constFind(s.id);
+        cues << Cue{s.startMs, s.endMs, corrected(item, s.text),
+                    speaker == speakers.cend() ? std::nullopt : std::optional(*speaker)};
+    }
+    return cues;
+}
+
+TranscriptJson::Document transcriptDocument(const HistoryItem &item)
+{
+    TranscriptJson::Document d;
+    d.title = item.fileName;
+    d.createdAt = item.date;
+    d.language = item.result.language;
+    d.model = item.result.model;
+    d.processingSeconds = item.result.processingSeconds;
+    d.text = corrected(item, item.result.fullText);
+    d.corrections = item.corrections;
+    const QHash<QUuid, QString> speakers = segmentSpeakers(item);
+    for (const TranscriptSegment &s : item.result.segments) {
+        TranscriptJson::Segment segment{s.startMs, s.endMs, corrected(item, s.text), s.text, std::nullopt, {}};
+        if (const auto speaker = speakers.constFind(s.id); speaker != speakers.cend())
+            segment.speaker = *speaker;
+        for (const TranscriptWord &w : s.words)
+            segment.words << TranscriptJson::Word{w.text, w.startMs, w.endMs};
+        d.segments << segment;
+    }
+    return d;
+}
+
 QString currentText(const HistoryItem &item, qint64 selectedView, bool showTimestamps)
 {
     QString text;
     if (selectedView == speakerView)
-        text = item.speakerText.value_or(QString());
+        text = speakerText(item, showTimestamps);
     else if (const std::optional<qint64> level = viewingLevel(selectedView))
-        text = item.smoothed.value(*level);
+        text = SpeakerTurn::renamed(item.smoothed.value(*level), item.speakerNames);
     else
         text = TextForms::plainText(item.result, showTimestamps);
-    if (item.corrections.isEmpty())
-        return text;
-    return Corrections::apply(item.corrections, text).text;
+    return corrected(item, text);
 }
 
 QString searchBase(const HistoryItem &item)
@@ -110,11 +218,10 @@ QString searchBase(const HistoryItem &item)
 
 QString metaString(const HistoryItem &item)
 {
-    // Fixed forms in every interface language: the number format takes no locale.
+    // The words follow the interface language; the figures keep one form in all of them.
     QStringList parts{Format::date(item.date),
-                      QString::number(item.result.segments.size()) + QStringLiteral(" Segmente"),
-                      QStringLiteral("in ") + QString::asprintf("%.1f", item.result.processingSeconds)
-                          + QStringLiteral(" s")};
+                      Tr::tr("%n Segmente", nullptr, int(item.result.segments.size())),
+                      Tr::tr("in %1 s").arg(QString::asprintf("%.1f", item.result.processingSeconds))};
     if (!item.result.language.isEmpty())
         parts << item.result.language;
     return parts.join(QStringLiteral("  ·  "));

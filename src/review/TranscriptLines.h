@@ -2,6 +2,8 @@
 
 #include "core/HistoryItem.h"
 #include "core/TranscriptLine.h"
+#include "export/TextForms.h"
+#include "export/TranscriptJson.h"
 #include "speakers/SpeakerTurn.h"
 
 #include <QList>
@@ -40,9 +42,20 @@ Surface surface(const HistoryItem &item, qint64 selectedView);
 // times, so that the whole line can light up.
 QList<TranscriptLine> originalLines(const TranscriptionResult &result);
 
-// Per turn: its label as a header line with the turn's time, then its segments with
-// their own times and words; a turn without segments shows its own text untimed.
-QList<TranscriptLine> speakerLines(const QList<SpeakerTurn> &turns);
+// Per turn: its label (or the name given to it) as a header line with the turn's time,
+// then its segments with their own times and words; a turn without segments shows its
+// own text untimed.
+QList<TranscriptLine> speakerLines(const QList<SpeakerTurn> &turns, const QMap<QString, QString> &names = {});
+
+// The speaker text with the names the user gave; none without a speaker text.
+std::optional<QString> namedSpeakerText(const HistoryItem &item);
+
+// The labels of the speaker text as they stand in it, in order of first appearance.
+QStringList speakerLabels(const HistoryItem &item);
+
+// The label under which `shown` (a label or a given name) is stored: every original label
+// that is shown as `shown`, so that renaming it again renames all of them.
+QStringList labelsShownAs(const HistoryItem &item, const QString &shown);
 
 // Changes when, and only when, the laid-out original text would change; the playing
 // position and the selection are no part of it.
@@ -50,13 +63,21 @@ QString rebuildKey(const HistoryItem &item, bool showTimestamps);
 // The same for the speaker lines.
 QString speakerRebuildKey(const HistoryItem &item, bool showTimestamps);
 
-// The text of copy and of the text, PDF and Word files, corrections applied.
+// The text of copy and of the text, PDF and Word files, names and corrections applied.
+// In the speaker view the time marks stand in front of each turn that has a time.
 QString currentText(const HistoryItem &item, qint64 selectedView, bool showTimestamps);
+
+// The subtitles: one cue per segment with the corrections applied to its text; with
+// `withSpeakers`, each segment of a named turn carries that speaker.
+QList<Cue> subtitleCues(const HistoryItem &item, bool withSpeakers);
+
+// The whole transcript for other tools: segments, words, speakers, corrections.
+TranscriptJson::Document transcriptDocument(const HistoryItem &item);
 
 // The raw segment texts joined with one blank: what the correction sheet searches.
 QString searchBase(const HistoryItem &item);
 
-// "date  ·  n Segmente  ·  in x.y s  ·  language"
+// "date  ·  n Segmente  ·  in x.y s  ·  language", in the interface language
 QString metaString(const HistoryItem &item);
 
 // The item's audio file if it exists now.

@@ -48,12 +48,14 @@ QFuture<QString> download(const QUrl &url, const TranscribeControlPtr &control)
     Network::Request request;
     request.url = url;
     request.control = control;
+    // Offline, a transfer may hang without ever failing by itself.
+    request.stallTimeoutMs = 60'000;
     auto promise = std::make_shared<QPromise<QString>>();
     promise->start();
     Network::download(request)
         .then([promise](const Network::Response &response) {
             // A server that has no such file answers with a page; that is no model.
-            if (response.mimeType == QStringLiteral("text/html")) {
+            if (response.mimeType == QStringLiteral("text/html") || response.status.value_or(200) >= 400) {
                 QFile::remove(response.file);
                 return fail(*promise, TransferFailed(Tr::tr("Der Server lieferte keine Modelldatei.")));
             }
@@ -61,7 +63,11 @@ QFuture<QString> download(const QUrl &url, const TranscribeControlPtr &control)
             promise->finish();
         })
         .onFailed([promise](const Cancelled &) { fail(*promise, TransferFailed(Tr::tr("Abgebrochen."))); })
-        .onFailed([promise](const Network::Error &error) { fail(*promise, TransferFailed(error.errorDescription())); });
+        .onFailed([promise](const Network::Error &error) {
+            fail(*promise, TransferFailed(Tr::tr("Sprecher-Modelle konnten nicht geladen werden: %1")
+                                              .arg(error.errorDescription()),
+                                          error.details()));
+        });
     return promise->future();
 }
 

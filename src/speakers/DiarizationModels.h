@@ -25,11 +25,13 @@ struct Paths {
 // the file system's own.
 class TransferFailed : public UserError {
 public:
-    explicit TransferFailed(QString text) : m_text(std::move(text)) {}
+    explicit TransferFailed(QString text, QString details = {}) : m_text(std::move(text)), m_details(std::move(details)) {}
     QString errorDescription() const override { return m_text; }
+    QString details() const override { return m_details; }
 
 private:
     QString m_text;
+    QString m_details;
 };
 
 // The models folder, created on demand (a failure to create it is dropped).

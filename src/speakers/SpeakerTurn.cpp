@@ -18,6 +18,22 @@ std::pair<std::optional<QString>, QString> SpeakerTurn::splitLabel(const QString
     return {Text::trimBlanks(front), Text::trimBlanks(line.mid(colon + 1))};
 }
 
+QString SpeakerTurn::renamed(const QString &text, const QMap<QString, QString> &names)
+{
+    if (names.isEmpty())
+        return text;
+    QStringList lines = text.split(u'\n');
+    for (QString &line : lines) {
+        const std::optional<QString> label = splitLabel(line).first;
+        if (!label || !names.contains(*label))
+            continue;
+        // Keep the blanks in front and everything from the colon on.
+        const qsizetype lead = line.indexOf(*label);
+        line = line.left(lead) + names.value(*label) + line.mid(line.indexOf(u':'));
+    }
+    return lines.join(u'\n');
+}
+
 QStringList SpeakerTurn::normalisedWords(const QString &text)
 {
     QStringList words;

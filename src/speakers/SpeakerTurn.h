@@ -3,6 +3,7 @@
 #include "core/TranscriptionResult.h"
 
 #include <QList>
+#include <QMap>
 #include <QString>
 
 #include <optional>
@@ -27,6 +28,10 @@ struct SpeakerTurn {
     // and 5 words; the content is the rest behind it, blanks trimmed. Without a label the
     // content is the line.
     static std::pair<std::optional<QString>, QString> splitLabel(const QString &line);
+
+    // `text` with every line label that `names` holds replaced by its name; the rest of
+    // each line stays as it is.
+    static QString renamed(const QString &text, const QMap<QString, QString> &names);
 
     // Lower-cased runs of letters, marks and digits; everything else separates.
     static QStringList normalisedWords(const QString &text);

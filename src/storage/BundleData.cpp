@@ -190,6 +190,16 @@ std::optional<QByteArray> BundleData::encode() const
             rules.append(c.toJson());
         o.insert("corrections", rules);
     }
+    if (sourceContent)
+        o.insert("sourceContent", QJsonObject{{"size", sourceContent->size}, {"sha256", sourceContent->sha256}});
+    if (model)
+        o.insert("model", *model);
+    if (speakerNames) {
+        QJsonObject names;
+        for (auto it = speakerNames->cbegin(); it != speakerNames->cend(); ++it)
+            names.insert(it.key(), it.value());
+        o.insert("speakerNames", names);
+    }
     return JsonCoding::encode(o);
 }
 
@@ -248,6 +258,29 @@ std::optional<BundleData> BundleData::decode(const QByteArray &bytes)
             if (!rule)
                 return std::nullopt;
             d.corrections->append(*rule);
+        }
+    }
+    const QJsonObject content = o.value("sourceContent").toObject();
+    const auto size = integer(content.value("size"));
+    const auto sha256 = string(content.value("sha256"));
+    if (size && *size >= 0 && sha256 && sha256->size() == 64)
+        d.sourceContent = SourceContent{*size, sha256->toLower()};
+    const QJsonValue model = o.value("model");
+    if (!isMissing(model)) {
+        if (!model.isString())
+            return std::nullopt;
+        d.model = model.toString();
+    }
+    const QJsonValue names = o.value("speakerNames");
+    if (!isMissing(names)) {
+        if (!names.isObject())
+            return std::nullopt;
+        d.speakerNames.emplace();
+        const QJsonObject map = names.toObject();
+        for (auto it = map.constBegin(); it != map.constEnd(); ++it) {
+            if (!it.value().isString())
+                return std::nullopt;
+            d.speakerNames->insert(it.key(), it.value().toString());
         }
     }
     return d;

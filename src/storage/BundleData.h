@@ -19,6 +19,15 @@ struct StoredWord {
     bool operator==(const StoredWord &) const = default;
 };
 
+// What identifies the bytes a bundle was made from, so that a batch can tell a source it
+// has transcribed before under any name: the size and the SHA-256 of the bytes, in hex.
+struct SourceContent {
+    qint64 size = 0;
+    QString sha256;
+
+    bool operator==(const SourceContent &) const = default;
+};
+
 // One segment as stored; it has no id. Older documents lack `words`.
 struct StoredSegment {
     qint64 startMs = 0;
@@ -29,9 +38,11 @@ struct StoredSegment {
     bool operator==(const StoredSegment &) const = default;
 };
 
-// The document `sagwerk.json` of a bundle folder. Only `words`, `speakerText` and
-// `corrections` may be missing; any other missing or mistyped key rejects the whole
-// document. Keys beyond these are not kept.
+// The document `sagwerk.json` of a bundle folder. Only `words`, `speakerText`,
+// `corrections`, `sourceContent`, `model` and `speakerNames` may be missing; any other
+// missing or mistyped key rejects the whole document. `sourceContent` is read leniently:
+// older documents lack it, and one that cannot be read only means the source is not
+// recognised again. Keys beyond these are not kept.
 struct BundleData {
     QString displayName;
     QDateTime createdAt;
@@ -44,6 +55,10 @@ struct BundleData {
     QMap<QString, QString> smoothed;
     std::optional<QString> speakerText;
     std::optional<QList<Correction>> corrections;
+    std::optional<SourceContent> sourceContent;
+    std::optional<QString> model;
+    // The names given to speakers, by their label.
+    std::optional<QMap<QString, QString>> speakerNames;
 
     bool operator==(const BundleData &) const = default;
 

@@ -4,6 +4,8 @@
 #include "core/Text.h"
 
 #include <QCoreApplication>
+#include <QCryptographicHash>
+#include <QSysInfo>
 #include <QDir>
 #include <QDirIterator>
 #include <QtConcurrent/QtConcurrentMap>
@@ -120,6 +122,19 @@ void removeStaleTemporaries(const QString &bundle)
     }
 }
 
+// "-host-pid": the host's first label, cut short and made safe for a folder name.
+QString writerPart()
+{
+    QString host = QSysInfo::machineHostName().section(u'.', 0, 0).left(12);
+    for (QChar &c : host) {
+        if (!c.isLetterOrNumber() && c != u'-')
+            c = u'-';
+    }
+    if (host.isEmpty())
+        host = QStringLiteral("host");
+    return u'-' + host + u'-' + QString::number(QCoreApplication::applicationPid());
+}
+
 bool occupied(const QString &path)
 {
     // A dangling link occupies its name too.
@@ -195,7 +210,7 @@ std::optional<LoadedBundle> load(const QString &bundle)
 }
 
 LoadedBundle create(const QString &displayName, const QDateTime &createdAt, const QString &audioSource,
-                    const TranscriptionResult &result)
+                    const TranscriptionResult &result, const std::optional<SourceContent> &content)
 {
     // The bundle is made in a hidden folder and then moved to its name, so that the list
     // never shows it half made and a crash leaves only rubble that the next listing
@@ -216,6 +231,9 @@ LoadedBundle create(const QString &displayName, const QDateTime &createdAt, cons
     data.processingSeconds = result.processingSeconds;
     data.audioFileName = audioFileName;
     data.fullText = result.fullText;
+    data.sourceContent = content;
+    if (!result.model.isEmpty())
+        data.model = result.model;
     for (const TranscriptSegment &s : result.segments) {
         QList<StoredWord> words;
         for (const TranscriptWord &w : s.words)
@@ -231,16 +249,45 @@ LoadedBundle create(const QString &displayName, const QDateTime &createdAt, cons
             QDir(making).removeRecursively();
         throw BundleError::documentNotWritten(documentPath(folder), *error);
     }
-    // Renaming refuses a name that is taken (by another process since uniqueDir looked).
+    // Renaming refuses a name that is taken. Another writer may have taken it since
+    // uniqueDir looked, or a shared folder's cache may show it free while it is not; then
+    // the name gains this writer's own part, which no other writer chooses.
+    QString base = rootPath + u'/' + folderName(displayName, createdAt);
     for (int attempt = 0;; ++attempt) {
-        const QString folder = uniqueDir(rootPath + u'/' + folderName(displayName, createdAt));
+        const QString folder = uniqueDir(base);
         if (QDir().rename(making, folder))
             return LoadedBundle{folder, folder, data};
+        if (attempt == 0)
+            base += writerPart();
         if (attempt == 10) {
             QDir(making).removeRecursively();
             throw BundleError::folderNotCreated(folder);
         }
     }
+}
+
+std::optional<SourceContent> sourceContent(const QString &path, const std::function<bool()> &cancelled)
+{
+    if (!QFileInfo(path).isFile())
+        return std::nullopt;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    QByteArray buffer(1 << 20, Qt::Uninitialized);
+    qint64 size = 0;
+    for (;;) {
+        if (cancelled && cancelled())
+            return std::nullopt;
+        const qint64 n = file.read(buffer.data(), buffer.size());
+        if (n < 0)
+            return std::nullopt;
+        if (n == 0)
+            break;
+        hash.addData(QByteArrayView(buffer.constData(), n));
+        size += n;
+    }
+    return SourceContent{size, QString::fromLatin1(hash.result().toHex())};
 }
 
 void patch(const QString &bundle, const std::function<void(BundleData &)> &change)
@@ -267,6 +314,16 @@ void saveCorrections(const QString &bundle, const QList<Correction> &corrections
 void saveSpeakerText(const QString &bundle, const QString &text)
 {
     patch(bundle, [&](BundleData &d) { d.speakerText = text; });
+}
+
+void saveSpeakerNames(const QString &bundle, const QMap<QString, QString> &names)
+{
+    patch(bundle, [&](BundleData &d) { d.speakerNames = names.isEmpty() ? std::nullopt : std::optional(names); });
+}
+
+void saveDisplayName(const QString &bundle, const QString &name)
+{
+    patch(bundle, [&](BundleData &d) { d.displayName = name; });
 }
 
 void remove(const QString &bundle)

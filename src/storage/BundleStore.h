@@ -35,9 +35,17 @@ std::optional<LoadedBundle> load(const QString &bundle);
 // document, all under a hidden name that becomes the folder's when the document is
 // written. Throws `BundleError` when the folder or the document cannot be made; where the
 // document failed, the folder keeps its audio copy under its name, without a document,
-// so no list shows it.
+// so no list shows it. `content` is stored as the document's `sourceContent`.
+//
+// Many writers may share the root, on other machines too: when the free name that was
+// chosen is taken by the time the folder is moved there, the name gains a part made of the
+// host and the process, which no other writer uses, and the move is tried again.
 LoadedBundle create(const QString &displayName, const QDateTime &createdAt, const QString &audioSource,
-                    const TranscriptionResult &result);
+                    const TranscriptionResult &result, const std::optional<SourceContent> &content = std::nullopt);
+
+// The size and the SHA-256 of the bytes of `path`, read in pieces; none when it cannot be
+// read whole or `cancelled` says stop.
+std::optional<SourceContent> sourceContent(const QString &path, const std::function<bool()> &cancelled = {});
 
 // Reads the document of `bundle`, applies `change` and writes it back. Nothing happens
 // when the document cannot be read or decoded; a failed write is dropped and leaves the
@@ -48,6 +56,10 @@ void saveSmoothed(const QString &bundle, qint64 level, const QString &text);
 // An empty list removes the key.
 void saveCorrections(const QString &bundle, const QList<Correction> &corrections);
 void saveSpeakerText(const QString &bundle, const QString &text);
+// An empty map removes the key.
+void saveSpeakerNames(const QString &bundle, const QMap<QString, QString> &names);
+// The name the history shows; the folder keeps its name.
+void saveDisplayName(const QString &bundle, const QString &name);
 
 // The only way from disk to memory. Segments get fresh ids; the audio path is not
 // checked; `smoothed` keeps only the keys that are decimal integers (no blank, no line

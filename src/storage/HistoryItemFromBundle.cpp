@@ -29,12 +29,14 @@ HistoryItem BundleStore::historyItem(const LoadedBundle &bundle)
     item.bundleURL = bundle.url;
     item.speakerText = bundle.data.speakerText;
     item.corrections = bundle.data.corrections.value_or(QList<Correction>());
+    item.speakerNames = bundle.data.speakerNames.value_or(QMap<QString, QString>());
     TranscriptionResult &result = item.result;
     QMap<qint64, QString> &smoothed = item.smoothed;
     const BundleData &d = bundle.data;
     result.fullText = d.fullText;
     result.language = d.language;
     result.processingSeconds = d.processingSeconds;
+    result.model = d.model.value_or(QString());
     for (const StoredSegment &s : d.segments) {
         TranscriptSegment segment;
         segment.startMs = s.startMs;

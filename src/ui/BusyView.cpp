@@ -2,7 +2,7 @@
 #include "core/Tr.h"
 
 #include "app/AppModel.h"
-#include "engine/ModelStore.h"
+#include "engine/WhisperEngine.h"
 #include "ui/Icons.h"
 #include "ui/ProcessingVisualizer.h"
 #include "ui/Style.h"
@@ -19,6 +19,8 @@
 BusyView::BusyView(AppModel &app, QWidget *parent) : QWidget(parent), m_app(app)
 {
     m_monitor = new SystemMonitor(this);
+    // A few small files under /sys: read once.
+    m_threads = WhisperEngine::threadCount();
 
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(30, 30, 30, 30);
@@ -48,7 +50,7 @@ BusyView::BusyView(AppModel &app, QWidget *parent) : QWidget(parent), m_app(app)
     connect(&app, &AppModel::busyElapsedChanged, this, &BusyView::updateStatus);
     connect(&app, &AppModel::selectedModelIdChanged, this, &BusyView::updateScene);
     connect(&app, &AppModel::gpuDeviceChanged, this, &BusyView::updateScene);
-    connect(app.modelStore(), &ModelStore::coreMLInstalledChanged, this, &BusyView::updateScene);
+    connect(&app, &AppModel::cpuDeviceChanged, this, &BusyView::updateScene);
     connect(m_monitor, &SystemMonitor::coreUsageChanged, this, &BusyView::updateScene);
     connect(m_monitor, &SystemMonitor::gpuUtilizationChanged, this, &BusyView::updateScene);
 
@@ -73,8 +75,7 @@ void BusyView::updateScene()
     m_visualizer->setProgress(m_app.busyProgress());
     m_visualizer->setCores(m_monitor->coreUsage());
     m_visualizer->setGpu(m_monitor->gpuUtilization().value_or(0.0) / 100.0);
-    m_visualizer->setGpuDevice(m_app.gpuDevice());
-    m_visualizer->setNeuralEngineActive(m_app.modelStore()->coreMLInstalled().contains(m_app.selectedModelId()));
+    m_visualizer->setDevice(m_app.gpuDevice(), m_app.cpuDevice(), m_threads);
     m_visualizer->updateGeometry();
 }
 

@@ -32,6 +32,7 @@ private:
 
     AppModel &m_app;
     SystemMonitor *m_monitor = nullptr;
+    int m_threads = 0;
     ProcessingVisualizer *m_visualizer = nullptr;
     QLabel *m_status = nullptr;
     QPushButton *m_cancel = nullptr;

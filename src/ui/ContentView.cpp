@@ -88,6 +88,7 @@ void ContentView::updateAlert()
     }
     if (m_alert) {
         m_alert->setInformativeText(*message);
+        m_alert->setDetailedText(m_app.errorDetails());
         return;
     }
     m_alert = new QMessageBox(window());
@@ -96,6 +97,8 @@ void ContentView::updateAlert()
     m_alert->setWindowTitle(Tr::tr("Fehler"));
     m_alert->setText(Tr::tr("Fehler"));
     m_alert->setInformativeText(*message);
+    // A program's own lines (ffmpeg's, the network layer's) wait behind "Details".
+    m_alert->setDetailedText(m_app.errorDetails());
     QPushButton *ok = m_alert->addButton(Tr::tr("OK"), QMessageBox::RejectRole);
     m_alert->setDefaultButton(ok);
     m_alert->setEscapeButton(ok);

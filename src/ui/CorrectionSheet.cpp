@@ -142,7 +142,7 @@ QList<Corrections::Range> CorrectionSheet::ranges() const
 
 QString CorrectionSheet::matchCountText() const
 {
-    return Tr::tr("%1 Stelle(n) werden ersetzt").arg(ranges().size());
+    return Tr::tr("%n Stelle(n) werden ersetzt", nullptr, int(ranges().size()));
 }
 
 QStringList CorrectionSheet::previews() const

@@ -99,10 +99,9 @@ DropZone::DropZone(AppModel &app, QWidget *parent) : QWidget(parent), m_app(app)
     layout->addSpacing(2);
     layout->addLayout(buttons);
 
-    if (QWidget *link = makeLinkField(app, this)) {
-        link->setMaximumWidth(540);
+    // The row sets its own width: wide enough for its hint in every language.
+    if (QWidget *link = makeLinkField(app, this))
         layout->addWidget(link, 0, Qt::AlignHCenter);
-    }
 
     m_hint = makeModelHint(app, this);
     layout->addWidget(m_hint, 0, Qt::AlignHCenter);

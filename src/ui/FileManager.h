@@ -7,7 +7,7 @@ namespace FileManager {
 
 // Shows the file or folder at `path` selected in its parent folder, through the
 // freedesktop FileManager1 interface; where no file manager answers there, opens the
-// parent folder instead.
+// folder itself, or the parent folder of a file.
 void reveal(const QString &path);
 
 } // namespace FileManager

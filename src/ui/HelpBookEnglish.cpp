@@ -43,7 +43,7 @@ const QList<HelpSection> &HelpContent::english()
                         "microphone is selected and not muted. If Sagwerk runs in a sandbox such as Flatpak, the "
                         "sandbox must allow microphone access."),
                 }),
-        section("models", "cpu", "Models & Neural Engine",
+        section("models", "cpu", "Models & graphics card",
                 {
                     p("Sagwerk recognises speech with Whisper models. Each is downloaded once from the public "
                       "whisper.cpp model repository and then lives in `~/.local/share/Sagwerk/models`."),
@@ -58,12 +58,13 @@ const QList<HelpSection> &HelpContent::english()
                     p("The chosen model has a filled circle. Clicking an installed row chooses it; the trash can "
                       "deletes the model. If you delete the chosen one, the choice moves to the first installed "
                       "model."),
-                    h("Neural Engine (Core ML)"),
-                    p("Each model has an optional Neural Engine package. On Apple computers it speeds up the encoder; "
-                      "Linux has no Neural Engine. Sagwerk still downloads and manages the packages – for a models "
-                      "folder you share with a Mac, say – but here they change nothing in recognition."),
-                    tip("Without a package everything runs as usual: whisper.cpp computes on the processor and, when "
-                        "the library was built with a GPU backend such as Vulkan or CUDA, on the graphics card."),
+                    h("Graphics card (Vulkan)"),
+                    p("Wherever Vulkan finds a graphics card, whisper.cpp recognises on it, which is several times "
+                      "faster than on the processor. Without one, the processor does the work, with as many threads "
+                      "as it has performance cores (two to eight). Nothing needs setting up: the driver of your "
+                      "distribution (Mesa, or the vendor's own) is enough."),
+                    tip("While a job runs, the badge between the two jars shows which one works: **GPU** with the "
+                        "card's name, or **CPU** with the number of threads. Point at it for the full name."),
                 }),
         section("languages", "globe", "Languages",
                 {
@@ -100,8 +101,11 @@ const QList<HelpSection> &HelpContent::english()
                         "**Play and pause** with the player bar.",
                         "**Jump**: clicking a word moves playback to that spot.",
                         "**Select**: when you drag across a passage, playback jumps to its start.",
-                        "**Copy**: copy selected text with Ctrl+C, the whole text with **Copy**.",
+                        "**Copy**: copy selected text with Ctrl+C, the whole text with **Copy** or Ctrl+Shift+C.",
                         "**Timestamps**: the switch shows or hides the time column to the left of the text.",
+                        "**Space** plays and pauses, unless a text field has the focus.",
+                        "**Find** with Ctrl+F: case and accents do not count. Enter or F3 goes to the next match, "
+                        "Shift+Enter to the previous one, Alt+Enter plays from the match, Esc closes the search.",
                     }),
                     p("**Correct** turns a selection into a find-and-replace rule. Corrections never change the "
                       "original: they apply when the text is shown, copied and exported, and you can remove them "
@@ -117,6 +121,9 @@ const QList<HelpSection> &HelpContent::english()
                         "or roles – but only when the conversation makes them clear, for instance when someone "
                         "introduces themselves.",
                     }),
+                    p("To rename a speaker, double-click its heading in the speaker view or use the context menu, "
+                      "turning „Sprecher 1“ into “Diane Miller”, say. The name holds in every view, in copies and in "
+                      "every export; Ctrl+Z takes it back."),
                     p("Without an API key, separation by voice works just the same; the speakers are then called "
                       "„Sprecher 1“, „Sprecher 2“ and so on, a label that stays German in every language. A "
                       "transcript without audio can only be split into speakers with AI."),
@@ -149,7 +156,10 @@ const QList<HelpSection> &HelpContent::english()
                         "**Copy** puts the text on the clipboard, with your corrections and, when switched on, with "
                         "timestamps.",
                         "**Text file (.txt)** saves the same text as a UTF-8 file.",
-                        "**Subtitles (.srt)** saves the timed stretches as subtitles, whichever view is chosen.",
+                        "**Subtitles (.srt)** and **(.vtt)** save the timed stretches as subtitles, with your "
+                        "corrections; WebVTT names the speakers, and so does SubRip from the speaker view.",
+                        "**JSON (.json)** saves the whole transcript for other programs: stretches, words with their "
+                        "times, speakers, language, model and corrections.",
                         "**PDF** and **Word (.docx)** save the text with the file name as its title.",
                         "The last entry of the **Export** menu shows the transcript's folder in the file manager.",
                     }),
@@ -163,6 +173,7 @@ const QList<HelpSection> &HelpContent::english()
                     p("All bundles live in `~/.local/share/Sagwerk/Aufnahmen`, the models in "
                       "`~/.local/share/Sagwerk/models`. When `XDG_DATA_HOME` is set, the `Sagwerk` folder is there "
                       "instead."),
+                    p("To rename an entry in the **History**, press F2 or use its context menu."),
                     p("To delete an entry, right-click it in the **History** and choose **Delete** – this happens "
                       "without asking. Or open the entry and click **Delete** in the toolbar; then Sagwerk asks "
                       "first. The whole bundle goes, audio included."),

@@ -42,7 +42,7 @@ const QList<HelpSection> &HelpContent::german()
                         "`pavucontrol`, ob das richtige Mikrofon gewählt und nicht stummgeschaltet ist. Läuft Sagwerk "
                         "in einer Sandbox wie Flatpak, muss sie den Zugriff auf das Mikrofon erlauben."),
                 }),
-        section("models", "cpu", "Modelle & Neural Engine",
+        section("models", "cpu", "Modelle & Grafikkarte",
                 {
                     p("Sagwerk erkennt Sprache mit Whisper-Modellen. Jedes wird einmal aus dem öffentlichen "
                       "Modellverzeichnis von whisper.cpp geladen und liegt dann in `~/.local/share/Sagwerk/models`."),
@@ -57,13 +57,14 @@ const QList<HelpSection> &HelpContent::german()
                     p("Das gewählte Modell hat einen gefüllten Kreis. Ein Klick auf eine installierte Zeile wählt "
                       "sie, der Papierkorb löscht das Modell. Löschst du das gewählte, geht die Wahl auf das erste "
                       "installierte Modell über."),
-                    h("Neural Engine (Core ML)"),
-                    p("Zu jedem Modell gibt es ein optionales Neural-Engine-Paket. Auf Apple-Rechnern beschleunigt "
-                      "es den Encoder; unter Linux gibt es keine Neural Engine. Sagwerk lädt und verwaltet die Pakete "
-                      "trotzdem – etwa für einen Modellordner, den du mit einem Mac teilst –, an der Erkennung ändern "
-                      "sie hier aber nichts."),
-                    tip("Ohne Paket läuft alles wie gewohnt: whisper.cpp rechnet auf dem Prozessor und, wenn die "
-                        "Bibliothek mit einem GPU-Backend wie Vulkan oder CUDA gebaut ist, auf der Grafikkarte."),
+                    h("Grafikkarte (Vulkan)"),
+                    p("Wo Vulkan eine Grafikkarte findet, erkennt whisper.cpp die Sprache darauf – um ein Mehrfaches "
+                      "schneller als auf dem Prozessor. Ohne Grafikkarte rechnet der Prozessor, mit so vielen "
+                      "Threads, wie er Leistungskerne hat (zwei bis acht). Einzurichten ist nichts: Der Treiber deiner "
+                      "Distribution (Mesa oder der des Herstellers) genügt."),
+                    tip("Während einer Transkription zeigt das Schild zwischen den beiden Gefäßen, was rechnet: "
+                        "**GPU** mit dem Namen der Karte oder **CPU** mit der Zahl der Threads. Zeigst du darauf, "
+                        "erscheint der volle Name."),
                 }),
         section("languages", "globe", "Sprachen",
                 {
@@ -103,8 +104,13 @@ const QList<HelpSection> &HelpContent::german()
                         "**Abspielen und Pause** über die Wiedergabeleiste.",
                         "**Springen**: Ein Klick auf ein Wort setzt die Wiedergabe an diese Stelle.",
                         "**Markieren**: Ziehst du über eine Passage, springt die Wiedergabe an ihren Anfang.",
-                        "**Kopieren**: Markierten Text kopierst du mit Strg+C, den ganzen Text mit **Kopieren**.",
+                        "**Kopieren**: Markierten Text kopierst du mit Strg+C, den ganzen Text mit **Kopieren** "
+                        "oder Strg+Umschalt+C.",
                         "**Zeitmarken**: Der Schalter blendet die Zeitspalte links neben dem Text ein und aus.",
+                        "**Leertaste** spielt ab und hält an, solange kein Eingabefeld den Fokus hat.",
+                        "**Suchen** mit Strg+F: Groß- und Kleinschreibung und Akzente zählen nicht. Eingabe oder F3 "
+                        "springt zum nächsten Treffer, Umschalt+Eingabe zum vorigen, Alt+Eingabe spielt ab dem "
+                        "Treffer ab, Esc schließt die Suche.",
                     }),
                     p("Mit **Korrigieren** machst du aus einer Markierung eine Regel zum Suchen und Ersetzen. "
                       "Korrekturen ändern das Original nie: Sie gelten beim Anzeigen, Kopieren und Exportieren und "
@@ -120,6 +126,9 @@ const QList<HelpSection> &HelpContent::german()
                         "oder Rollen – aber nur, wenn sie aus dem Gespräch eindeutig hervorgehen, etwa weil sich "
                         "jemand vorstellt.",
                     }),
+                    p("Einen Sprecher benennst du in der Sprecheransicht mit einem Doppelklick auf seine Überschrift "
+                      "oder über das Kontextmenü um, etwa „Sprecher 1“ in „Diane Miller“. Der Name gilt in jeder "
+                      "Ansicht, beim Kopieren und in jedem Export; Strg+Z nimmt ihn zurück."),
                     p("Ohne API-Key funktioniert die Trennung nach Stimmen genauso; die Sprecher heißen dann "
                       "„Sprecher 1“, „Sprecher 2“ und so weiter. Ein Transkript ohne Audiodatei lässt sich nur mit KI "
                       "in Sprecher gliedern."),
@@ -154,8 +163,10 @@ const QList<HelpSection> &HelpContent::german()
                         "**Kopieren** legt den Text in die Zwischenablage, mit deinen Korrekturen und, wenn "
                         "eingeschaltet, mit Zeitmarken.",
                         "**Textdatei (.txt)** speichert denselben Text als UTF-8-Datei.",
-                        "**Untertitel (.srt)** speichert die Zeitabschnitte als Untertitel, gleich welche Ansicht "
-                        "gewählt ist.",
+                        "**Untertitel (.srt)** und **(.vtt)** speichern die Zeitabschnitte als Untertitel, mit deinen "
+                        "Korrekturen; WebVTT nennt die Sprecher, SubRip aus der Sprecheransicht auch.",
+                        "**JSON (.json)** speichert das ganze Transkript für andere Programme: Abschnitte, Wörter mit "
+                        "Zeiten, Sprecher, Sprache, Modell und Korrekturen.",
                         "**PDF** und **Word (.docx)** speichern den Text mit dem Dateinamen als Titel.",
                         "Der letzte Eintrag im Menü **Exportieren** zeigt den Ordner des Transkripts im "
                         "Dateimanager.",
@@ -170,6 +181,7 @@ const QList<HelpSection> &HelpContent::german()
                       "der Audiodatei."),
                     p("Alle Bündel liegen in `~/.local/share/Sagwerk/Aufnahmen`, die Modelle in "
                       "`~/.local/share/Sagwerk/models`. Ist `XDG_DATA_HOME` gesetzt, steht der Ordner `Sagwerk` dort."),
+                    p("Umbenennen kannst du einen Eintrag im **Verlauf** mit F2 oder über sein Kontextmenü."),
                     p("Zum Löschen klickst du einen Eintrag im **Verlauf** mit der rechten Maustaste an und wählst "
                       "**Löschen** – das geschieht ohne Rückfrage. Oder du öffnest den Eintrag und klickst in der "
                       "Werkzeugleiste auf **Löschen**; dann fragt Sagwerk nach. Entfernt wird das ganze Bündel "

@@ -15,6 +15,8 @@
 #include <QPainter>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QStyle>
+#include <QStyleOptionFrame>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -130,11 +132,21 @@ void LinkRow::refresh()
 
 void LinkRow::retranslate()
 {
-    m_field->setPlaceholderText(
-        Tr::tr("Podcast- oder Audio-Link (Apple Podcasts, RSS, MP3)…"));
+    const QString placeholder = Tr::tr("Podcast- oder Audio-Link (Apple Podcasts, RSS, MP3)…");
+    m_field->setPlaceholderText(placeholder);
+    // The field is never narrower than its hint, in any language; the row grows past its
+    // usual width where a language needs it.
+    QStyleOptionFrame frame;
+    frame.initFrom(m_field);
+    frame.lineWidth = m_field->style()->pixelMetric(QStyle::PM_DefaultFrameWidth, &frame, m_field);
+    const QMargins margins = m_field->textMargins();
+    const QSize text(m_field->fontMetrics().horizontalAdvance(placeholder) + margins.left() + margins.right() + 4 /* the inner margin, 2 a side */,
+                     m_field->fontMetrics().height());
+    m_field->setMinimumWidth(m_field->style()->sizeFromContents(QStyle::CT_LineEdit, &frame, text, m_field).width());
     // The button keeps the width of its word while the spinner stands in for it.
     m_load->setText(Tr::tr("Laden"));
     m_load->setMinimumWidth(m_load->sizeHint().width());
+    setMaximumWidth(std::max(540, minimumSizeHint().width()));
     refresh();
 }
 

@@ -35,7 +35,9 @@ MainWindow::MainWindow(AppModel &app, QWidget *parent) : QMainWindow(parent)
 
     m_helpMenu = menuBar()->addMenu(QString());
     m_help = m_helpMenu->addAction(QString());
-    m_help->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_Question), QKeySequence::HelpContents});
+    // F1 first, so that the menu shows the key every Linux desktop uses for help; Ctrl+?
+    // as a second way. Named outright: the desktop's key scheme may have no help key.
+    m_help->setShortcuts({QKeySequence(Qt::Key_F1), QKeySequence(Qt::CTRL | Qt::Key_Question)});
     connect(m_help, &QAction::triggered, this, &MainWindow::helpRequested);
     m_helpMenu->addSeparator();
     m_about = m_helpMenu->addAction(QString());

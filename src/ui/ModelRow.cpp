@@ -124,34 +124,28 @@ ModelRow::ModelRow(AppModel &app, const WhisperModel &model, QWidget *parent)
     line->addWidget(m_load, 0, Qt::AlignVCenter);
     column->addLayout(line);
 
-    // Second line, for installed models: the Neural Engine package.
-    m_coreML = new QWidget(this);
-    auto *engine = new QHBoxLayout(m_coreML);
-    engine->setContentsMargins(22, 0, 0, 0);
-    engine->setSpacing(6);
-    m_coreMLIcon = new QLabel(m_coreML);
-    m_coreMLActive = new QLabel(m_coreML);
-    m_coreMLActive->setObjectName(QStringLiteral("coreMLActive"));
-    m_coreMLRemove = borderless(m_coreML, "coreMLRemove");
-    connect(m_coreMLRemove, &QToolButton::clicked, this, [this] { m_store.deleteCoreML(m_model); });
-    m_coreMLLoading = new QLabel(m_coreML);
-    m_coreMLLoading->setObjectName(QStringLiteral("coreMLLoading"));
-    m_coreMLProgress = thinBar(m_coreML, "coreMLProgress", 4);
-    m_coreMLProgress->setFixedWidth(60);
-    m_coreMLLoad = borderless(m_coreML, "coreMLLoad");
-    connect(m_coreMLLoad, &QToolButton::clicked, this, [this] { m_store.downloadCoreML(m_model); });
-    for (QWidget *w : {static_cast<QWidget *>(m_coreMLIcon), static_cast<QWidget *>(m_coreMLActive),
-                       static_cast<QWidget *>(m_coreMLRemove), static_cast<QWidget *>(m_coreMLLoading),
-                       static_cast<QWidget *>(m_coreMLProgress), static_cast<QWidget *>(m_coreMLLoad)})
-        engine->addWidget(w, 0, Qt::AlignVCenter);
-    engine->addStretch(1);
-    column->addWidget(m_coreML);
+    // Second line, after a failed download: what went wrong, and a retry.
+    m_failureLine = new QWidget(this);
+    m_failureLine->setObjectName(QStringLiteral("failureLine"));
+    auto *failure = new QHBoxLayout(m_failureLine);
+    failure->setContentsMargins(22, 0, 0, 0);
+    failure->setSpacing(6);
+    m_failure = new QLabel(m_failureLine);
+    m_failure->setObjectName(QStringLiteral("failure"));
+    m_failure->setWordWrap(true);
+    m_retry = borderless(m_failureLine, "retry");
+    connect(m_retry, &QToolButton::clicked, this, [this] { m_store.download(m_model); });
+    failure->addWidget(m_failure, 1, Qt::AlignVCenter);
+    failure->addWidget(m_retry, 0, Qt::AlignVCenter);
+    column->addWidget(m_failureLine);
 
-    for (auto changed : {&ModelStore::installedChanged, &ModelStore::downloadingChanged,
-                         &ModelStore::coreMLInstalledChanged, &ModelStore::coreMLDownloadingChanged})
+    for (auto changed : {&ModelStore::installedChanged, &ModelStore::downloadingChanged, &ModelStore::failuresChanged})
         connect(&m_store, changed, this, &ModelRow::refresh);
     connect(&app, &AppModel::selectedModelIdChanged, this, &ModelRow::refresh);
-    connect(&LanguageManager::instance(), &LanguageManager::languageChanged, this, &ModelRow::retranslate);
+    connect(&LanguageManager::instance(), &LanguageManager::languageChanged, this, [this] {
+        retranslate();
+        refresh();
+    });
     retranslate();
     restyle();
     refresh();
@@ -213,12 +207,7 @@ void ModelRow::retranslate()
     m_note->setText(Tr::tr(m_model.note.toUtf8().constData()));
     m_trash->setToolTip(Tr::tr("Modell löschen"));
     m_load->setText(Tr::tr("Laden"));
-    m_coreMLActive->setText(Tr::tr("Neural Engine aktiv"));
-    m_coreMLRemove->setText(Tr::tr("entfernen"));
-    m_coreMLLoading->setText(Tr::tr("Neural Engine lädt…"));
-    m_coreMLLoad->setText(Tr::tr("Neural Engine laden (%1 MB)").arg(m_model.coreMLSizeMB));
-    m_coreMLLoad->setToolTip(
-        Tr::tr("Beschleunigt den Encoder über die Neural Engine und spart Strom."));
+    m_retry->setText(Tr::tr("Erneut versuchen"));
 }
 
 void ModelRow::restyle()
@@ -231,15 +220,9 @@ void ModelRow::restyle()
     m_trash->setIconSize(QSize(iconSize, iconSize));
     Style::setTone(m_load, Style::Tone::accent);
 
-    const QFont mini = Style::font(Style::TextSize::caption2);
-    for (QWidget *w : m_coreML->findChildren<QWidget *>())
-        w->setFont(mini);
-    const int miniIcon = QFontMetrics(mini).height();
-    m_coreMLIcon->setPixmap(Icons::pixmap(QStringLiteral("cpu"), miniIcon, Style::color(pal, Style::Tone::accent),
-                                            devicePixelRatioF()));
-    Style::setTone(m_coreMLRemove, Style::Tone::accent);
-    Style::setTone(m_coreMLLoading, Style::Tone::secondary);
-    Style::setTone(m_coreMLLoad, Style::Tone::accent);
+    Style::style(m_failure, Style::TextSize::caption, Style::Tone::orange);
+    m_retry->setFont(Style::font(Style::TextSize::caption));
+    Style::setTone(m_retry, Style::Tone::accent);
     m_radio->update();
 }
 
@@ -250,10 +233,6 @@ void ModelRow::refresh()
     const std::optional<double> progress = m_store.downloading().contains(m_model.id)
                                                ? std::optional(m_store.downloading().value(m_model.id))
                                                : std::nullopt;
-    const std::optional<double> coreMLProgress = m_store.coreMLDownloading().contains(m_model.id)
-                                                     ? std::optional(m_store.coreMLDownloading().value(m_model.id))
-                                                     : std::nullopt;
-    const bool coreMLActive = m_store.coreMLInstalled().contains(m_model.id);
 
     m_radio->setLook(m_app.selectedModelId() == m_model.id, installed);
     m_progress->setVisible(progress.has_value());
@@ -261,17 +240,11 @@ void ModelRow::refresh()
     m_note->setVisible(!progress);
     // Downloading wins over installed: a model that is fetched anew shows its bar.
     m_trash->setVisible(!progress && installed);
-    m_load->setVisible(!progress && !installed);
-
-    m_coreML->setVisible(installed);
-    m_coreMLIcon->setVisible(coreMLActive);
-    m_coreMLActive->setVisible(coreMLActive);
-    m_coreMLRemove->setVisible(coreMLActive);
-    const bool loading = !coreMLActive && coreMLProgress.has_value();
-    m_coreMLLoading->setVisible(loading);
-    m_coreMLProgress->setVisible(loading);
-    m_coreMLProgress->setValue(qRound(coreMLProgress.value_or(0) * barSteps));
-    m_coreMLLoad->setVisible(!coreMLActive && !loading);
+    // After a failure the retry beside its reason stands in for "Laden".
+    const QString failed = m_store.failures().value(m_model.id);
+    m_load->setVisible(!progress && !installed && failed.isEmpty());
+    m_failure->setText(Tr::tr("Laden fehlgeschlagen: %1").arg(failed));
+    m_failureLine->setVisible(!progress && !failed.isEmpty());
 }
 
 ModelList::ModelList(AppModel &app, QWidget *parent) : QWidget(parent)

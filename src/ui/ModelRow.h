@@ -29,8 +29,8 @@ private:
     bool m_active = false;
 };
 
-// One speech model of the catalogue, against the model store: choose it, download it,
-// delete it, and fetch or remove its Neural Engine package.
+// One speech model of the catalogue, against the model store: choose it, download it
+// (and see why a download failed, and try again), delete it.
 class ModelRow : public QWidget {
     Q_OBJECT
 
@@ -71,13 +71,9 @@ private:
     QToolButton *m_trash = nullptr;
     QToolButton *m_load = nullptr;
 
-    QWidget *m_coreML = nullptr;
-    QLabel *m_coreMLIcon = nullptr;
-    QLabel *m_coreMLActive = nullptr;
-    QToolButton *m_coreMLRemove = nullptr;
-    QLabel *m_coreMLLoading = nullptr;
-    QProgressBar *m_coreMLProgress = nullptr;
-    QToolButton *m_coreMLLoad = nullptr;
+    QWidget *m_failureLine = nullptr;
+    QLabel *m_failure = nullptr;
+    QToolButton *m_retry = nullptr;
 };
 
 // All catalogue models as rows on a quiet rounded surface.

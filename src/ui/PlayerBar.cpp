@@ -79,7 +79,7 @@ void PlayerBar::changeEvent(QEvent *event)
 
 void PlayerBar::showState()
 {
-    const QColor accent = palette().color(QPalette::Accent);
+    const QColor accent = Style::color(palette(), Style::Tone::accent);
     if (m_player.isPlaying()) {
         m_play->setIcon(Icons::pauseCircle(accent));
         m_play->setToolTip(Tr::tr("Pause"));

@@ -30,11 +30,6 @@ double activity(const QList<double> &cores, double gpu)
     return std::max(gpu, busiest);
 }
 
-double neuralEngineActivity(bool active, double phase)
-{
-    return active ? std::sin(phase * 3) * 0.45 + 0.55 : 0.0;
-}
-
 QList<QList<double>> rows(const QList<double> &usages)
 {
     const qsizetype perRow = std::max<qsizetype>(1, (usages.size() + 1) / 2);

@@ -19,10 +19,6 @@ QColor loadColor(double load);
 // The larger of the GPU load and the busiest core; 0 with neither.
 double activity(const QList<double> &cores, double gpu);
 
-// The Neural Engine has no counter: while the selected model has its package the badge
-// pulses between 0.10 and 1.00, otherwise it rests at 0.
-double neuralEngineActivity(bool active, double phase);
-
 // The cores in two rows of equal length, the first one longer when the count is odd.
 QList<QList<double>> rows(const QList<double> &usages);
 

@@ -7,12 +7,15 @@
 
 #include <QCoreApplication>
 #include <QEvent>
+#include <QHelpEvent>
 #include <QPainter>
 #include <QScreen>
 #include <QTimer>
+#include <QToolTip>
 
 #include <cmath>
 #include <numbers>
+#include <numeric>
 
 using namespace ProcessingScene;
 using Style::withAlpha;
@@ -25,7 +28,6 @@ constexpr double gap = 8; // between the members of the row
 constexpr double dotsWidth = 56;
 constexpr double centreMinWidth = 250;
 constexpr double badgeWidth = 116;
-constexpr double badgeGap = 12;
 constexpr double gridGap = 14; // between the badges and the grid
 constexpr double chipGap = 6;
 constexpr double maxWidth = 660;
@@ -225,9 +227,6 @@ ProcessingVisualizer::ProcessingVisualizer(QWidget *parent) : QWidget(parent)
     connect(m_frames, &QTimer::timeout, this, qOverload<>(&QWidget::update));
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     m_source = Tr::tr("Quelle");
-    m_active = Tr::tr("aktiv");
-    m_off = Tr::tr("aus");
-    m_gpuInterface = Tr::tr("Metal");
 }
 
 void ProcessingVisualizer::setProgress(double progress)
@@ -235,9 +234,44 @@ void ProcessingVisualizer::setProgress(double progress)
     m_progress = progress;
 }
 
-void ProcessingVisualizer::setGpuDevice(const QString &name)
+void ProcessingVisualizer::setDevice(const QString &gpuName, const QString &cpuName, int threads)
 {
-    m_gpuDevice = name;
+    m_gpuDevice = gpuName;
+    m_cpuDevice = cpuName;
+    m_threads = threads;
+}
+
+bool ProcessingVisualizer::onGpu() const
+{
+    // Until a job has found out, the badge waits as the GPU's, without a name.
+    return !m_gpuDevice.isEmpty() || m_cpuDevice.isEmpty();
+}
+
+QString ProcessingVisualizer::deviceTitle() const
+{
+    return onGpu() ? QStringLiteral("GPU") : QStringLiteral("CPU");
+}
+
+QString ProcessingVisualizer::deviceSubtitle() const
+{
+    if (onGpu())
+        return m_gpuDevice.isEmpty() ? QStringLiteral("…") : m_gpuDevice;
+    return Tr::tr("%n Threads", nullptr, m_threads);
+}
+
+QString ProcessingVisualizer::deviceToolTip() const
+{
+    if (onGpu())
+        return m_gpuDevice;
+    return m_cpuDevice + QStringLiteral(" · ") + deviceSubtitle();
+}
+
+double ProcessingVisualizer::deviceActivity() const
+{
+    if (onGpu())
+        return m_gpu;
+    // The processor's load is that of all its cores together.
+    return m_cores.isEmpty() ? 0.0 : std::accumulate(m_cores.begin(), m_cores.end(), 0.0) / double(m_cores.size());
 }
 
 void ProcessingVisualizer::setCores(const QList<double> &cores)
@@ -248,11 +282,6 @@ void ProcessingVisualizer::setCores(const QList<double> &cores)
 void ProcessingVisualizer::setGpu(double gpu)
 {
     m_gpu = gpu;
-}
-
-void ProcessingVisualizer::setNeuralEngineActive(bool active)
-{
-    m_aneActive = active;
 }
 
 double ProcessingVisualizer::coreChip() const
@@ -269,7 +298,7 @@ QSizeF ProcessingVisualizer::naturalSize() const
     const double chipSide = coreChip();
     const qsizetype perRow = std::max<qsizetype>(1, (m_cores.size() + 1) / 2);
     const double gridWidth = perRow * chipSide + (perRow - 1) * chipGap * chipSide / 30;
-    const double centreWidth = std::max({centreMinWidth, 2 * badgeWidth + badgeGap, gridWidth});
+    const double centreWidth = std::max({centreMinWidth, badgeWidth, gridWidth});
     const double gridHeight = m_cores.isEmpty() ? 20 : (m_cores.size() > 1 ? 2 * chipSide + chipGap : chipSide);
     const double height = std::max(stageHeight(), badgeHeight() + gridGap + gridHeight);
     return {2 * (jarWidth + gap + dotsWidth + gap) + centreWidth, height};
@@ -285,16 +314,61 @@ QSize ProcessingVisualizer::minimumSizeHint() const
     return (naturalSize() * 0.5).toSize();
 }
 
-void ProcessingVisualizer::paintScene(QPainter &painter, const QRectF &rect, double phase) const
+QTransform ProcessingVisualizer::sceneTransform(const QRectF &rect) const
 {
     const QSizeF natural = naturalSize();
     const double fit = std::min({1.0, rect.width() / natural.width(), rect.height() / natural.height(),
                                  maxWidth / natural.width(), maxHeight / natural.height()});
+    QTransform transform;
+    transform.translate(rect.center().x(), rect.center().y());
+    transform.scale(fit, fit);
+    transform.translate(-natural.width() / 2, -natural.height() / 2);
+    return transform;
+}
+
+QRectF ProcessingVisualizer::centreRect() const
+{
+    const QSizeF natural = naturalSize();
+    const double left = jarWidth + gap + dotsWidth + gap;
+    const double chipSide = coreChip();
+    const qsizetype rowCount = rows(m_cores).size();
+    const double gridHeight = m_cores.isEmpty() ? 20 : rowCount * chipSide + (rowCount - 1) * chipGap;
+    const double height = badgeHeight() + gridGap + gridHeight;
+    return {left, (natural.height() - height) / 2, natural.width() - 2 * left, height};
+}
+
+QRectF ProcessingVisualizer::badgeRect() const
+{
+    const QRectF centre = centreRect();
+    return {centre.center().x() - badgeWidth / 2, centre.top(), badgeWidth, badgeHeight()};
+}
+
+QRect ProcessingVisualizer::badgeArea() const
+{
+    return sceneTransform(rect()).mapRect(badgeRect()).toAlignedRect();
+}
+
+bool ProcessingVisualizer::event(QEvent *event)
+{
+    // The badge names the device shortened; its tooltip holds the whole name.
+    if (event->type() == QEvent::ToolTip) {
+        auto *help = static_cast<QHelpEvent *>(event);
+        const QRect badge = badgeArea();
+        if (badge.contains(help->pos()) && !deviceToolTip().isEmpty())
+            QToolTip::showText(help->globalPos(), deviceToolTip(), this, badge);
+        else
+            QToolTip::hideText();
+        return true;
+    }
+    return QWidget::event(event);
+}
+
+void ProcessingVisualizer::paintScene(QPainter &painter, const QRectF &rect, double phase) const
+{
+    const QSizeF natural = naturalSize();
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.translate(rect.center());
-    painter.scale(fit, fit);
-    painter.translate(-natural.width() / 2, -natural.height() / 2);
+    painter.setTransform(sceneTransform(rect), true);
 
     const QPalette &pal = palette();
     const QColor primary = Style::color(pal, Style::Tone::text);
@@ -315,21 +389,14 @@ void ProcessingVisualizer::paintScene(QPainter &painter, const QRectF &rect, dou
     flow(painter, dotsBand, phase, activityNow, Style::color(pal, Style::Tone::accent));
     x += dotsWidth + gap;
 
-    // The centre: two badges over the core grid.
-    const double centreWidth = natural.width() - 2 * x;
+    // The centre: the badge of the device that recognises, over the core grid.
+    const QRectF centre = centreRect();
+    const double centreWidth = centre.width();
     const double chipSide = coreChip();
     const QList<QList<double>> coreRows = rows(m_cores);
-    const double gridHeight = m_cores.isEmpty() ? 20 : coreRows.size() * chipSide + (coreRows.size() - 1) * chipGap;
-    const double centreHeight = badgeHeight() + gridGap + gridHeight;
-    double y = (height - centreHeight) / 2;
-    const double badgesLeft = x + (centreWidth - (2 * badgeWidth + badgeGap)) / 2;
-    badge(painter, QRectF(badgesLeft, y, badgeWidth, badgeHeight()), QStringLiteral("GPU"),
-          m_gpuDevice.isEmpty() ? m_gpuInterface : m_gpuDevice,
-          QStringLiteral("cpu"), m_gpu, phase, false, pal);
-    badge(painter, QRectF(badgesLeft + badgeWidth + badgeGap, y, badgeWidth, badgeHeight()),
-          QStringLiteral("Neural Engine"), m_aneActive ? m_active : m_off, QStringLiteral("brain"),
-          neuralEngineActivity(m_aneActive, phase), phase, !m_aneActive, pal);
-    y += badgeHeight() + gridGap;
+    badge(painter, badgeRect(), deviceTitle(), deviceSubtitle(), QStringLiteral("cpu"), deviceActivity(), phase,
+          false, pal);
+    double y = centre.top() + badgeHeight() + gridGap;
     if (m_cores.isEmpty()) {
         spinner(painter, QPointF(x + centreWidth / 2, y + 10), phase, Style::color(pal, Style::Tone::secondary));
     } else {
@@ -382,11 +449,7 @@ void ProcessingVisualizer::hideEvent(QHideEvent *event)
 
 void ProcessingVisualizer::changeEvent(QEvent *event)
 {
-    if (event->type() == QEvent::LanguageChange) {
+    if (event->type() == QEvent::LanguageChange)
         m_source = Tr::tr("Quelle");
-        m_active = Tr::tr("aktiv");
-        m_off = Tr::tr("aus");
-        m_gpuInterface = Tr::tr("Metal");
-    }
     QWidget::changeEvent(event);
 }

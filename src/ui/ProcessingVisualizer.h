@@ -1,12 +1,14 @@
 #pragma once
 
 #include <QList>
+#include <QTransform>
 #include <QWidget>
 
 class QTimer;
 
 // The animated scene of a running job: the "Quelle" jar drains into the "Sagwerk" jar
-// as the run advances, with the machine's load between them. Redrawn at the display's
+// as the run advances, with the machine's load between them: the device that recognises
+// and the processor's cores. Redrawn at the display's
 // frame rate; every frame is a function of the five inputs and the wall clock.
 class ProcessingVisualizer : public QWidget {
     Q_OBJECT
@@ -18,15 +20,20 @@ public:
     void setCores(const QList<double> &cores);
     // 0 to 1.
     void setGpu(double gpu);
-    void setNeuralEngineActive(bool active);
-    // The GPU badge names the device when one recognises; empty names the interface.
-    void setGpuDevice(const QString &name);
+    // What recognition runs on: a graphics device by name; else the processor by name,
+    // with the threads recognition uses. Both names are empty until a job has found out.
+    void setDevice(const QString &gpuName, const QString &cpuName, int threads);
 
     double progress() const { return m_progress; }
     const QList<double> &cores() const { return m_cores; }
     double gpu() const { return m_gpu; }
-    const QString &gpuDevice() const { return m_gpuDevice; }
-    bool neuralEngineActive() const { return m_aneActive; }
+    // The device badge: "GPU" or "CPU", the device's name or the thread count, and the
+    // whole name for its tooltip.
+    QString deviceTitle() const;
+    QString deviceSubtitle() const;
+    QString deviceToolTip() const;
+    // Where the badge lies in the widget.
+    QRect badgeArea() const;
 
     // The scene's own size, before it is scaled down to fit.
     QSizeF naturalSize() const;
@@ -37,6 +44,7 @@ public:
     QSize minimumSizeHint() const override;
 
 protected:
+    bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void showEvent(QShowEvent *event) override;
     void hideEvent(QHideEvent *event) override;
@@ -44,15 +52,19 @@ protected:
 
 private:
     double coreChip() const;
+    bool onGpu() const;
+    double deviceActivity() const;
+    // Scene coordinates: the natural size, scaled down and centred in the widget.
+    QTransform sceneTransform(const QRectF &rect) const;
+    QRectF centreRect() const;
+    QRectF badgeRect() const;
 
     double m_progress = 0;
     QList<double> m_cores;
     double m_gpu = 0;
-    bool m_aneActive = false;
     QTimer *m_frames = nullptr;
     QString m_source; // the translated label of the first jar
-    QString m_active;
-    QString m_off;
-    QString m_gpuInterface;
     QString m_gpuDevice;
+    QString m_cpuDevice;
+    int m_threads = 0;
 };

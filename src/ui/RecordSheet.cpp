@@ -159,6 +159,15 @@ void RecordSheet::stopAndTranscribe()
     });
 }
 
+void RecordSheet::showEvent(QShowEvent *event)
+{
+    QDialog::showEvent(event);
+    // The user asked for the recording on the setup screen already: it runs as the sheet
+    // opens. The button asks again only after a refusal.
+    if (!std::exchange(m_started, true))
+        m_recorder->start();
+}
+
 void RecordSheet::reject()
 {
     m_stopping = false;

@@ -8,8 +8,9 @@ class QPushButton;
 class Recorder;
 
 // The sheet that records from the microphone: a level bar, the running time, and one
-// button that starts the recording and then stops it and hands the file to a
-// transcription under "Aufnahme <date>". Cancelling, by button or Escape, throws the
+// button that stops the recording and hands the file to a transcription under
+// "Aufnahme <date>". The recording starts as the sheet opens; after a refusal the button
+// starts it again. Cancelling, by button or Escape, throws the
 // recording away. It owns its Recorder for as long as it lives.
 class RecordSheet : public QDialog {
     Q_OBJECT
@@ -27,6 +28,7 @@ public:
 
 protected:
     void changeEvent(QEvent *event) override;
+    void showEvent(QShowEvent *event) override;
 
 private:
     void startOrStop();
@@ -44,4 +46,5 @@ private:
     QPushButton *m_go;
     // Stopped, and waiting for the encoder to close the file.
     bool m_stopping = false;
+    bool m_started = false;
 };

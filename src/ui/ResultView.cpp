@@ -6,10 +6,13 @@
 #include "export/DocxExporter.h"
 #include "export/PDFExporter.h"
 #include "review/AudioPlayer.h"
+#include "review/TranscriptLayout.h"
 #include "review/TranscriptLines.h"
 #include "ui/CorrectionSheet.h"
 #include "ui/FileManager.h"
+#include "ui/FindBar.h"
 #include "ui/Icons.h"
+#include "ui/NameDialog.h"
 #include "ui/PlayerBar.h"
 #include "ui/Spinner.h"
 #include "ui/Style.h"
@@ -31,11 +34,13 @@
 #include <QSaveFile>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QShortcut>
 #include <QStackedWidget>
 #include <QStandardPaths>
 #include <QTextBrowser>
 #include <QTimer>
 #include <QToolButton>
+#include <QUndoStack>
 #include <QVBoxLayout>
 
 namespace {
@@ -114,6 +119,14 @@ ResultView::ResultView(AppModel &app, QWidget *parent) : QWidget(parent), m_app(
     m_column->addLayout(viewRow);
 
     m_column->addWidget(Style::divider(this));
+
+    m_findBar = new FindBar(this);
+    m_findBar->hide();
+    connect(m_findBar, &FindBar::queryChanged, this, [this] { runFind(false); });
+    connect(m_findBar, &FindBar::step, this, &ResultView::stepFind);
+    connect(m_findBar, &FindBar::playRequested, this, &ResultView::playFromMatch);
+    connect(m_findBar, &FindBar::closeRequested, this, &ResultView::closeFind);
+    m_column->addWidget(m_findBar);
 
     m_textArea = new QStackedWidget(this);
     m_textView = new TranscriptTextView(m_textArea);
@@ -212,6 +225,27 @@ ResultView::ResultView(AppModel &app, QWidget *parent) : QWidget(parent), m_app(
     m_speakerNotice->setForegroundRole(QPalette::PlaceholderText);
     m_column->addWidget(m_speakerNotice);
 
+    m_undo = new QUndoStack(this);
+    QAction *undo = m_undo->createUndoAction(this);
+    undo->setShortcut(QKeySequence::Undo);
+    QAction *redo = m_undo->createRedoAction(this);
+    redo->setShortcut(QKeySequence::Redo);
+    for (QAction *a : {undo, redo}) {
+        a->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        addAction(a);
+    }
+
+    auto shortcut = [this](const QKeySequence &keys, auto action) {
+        auto *s = new QShortcut(keys, this, nullptr, nullptr, Qt::WidgetWithChildrenShortcut);
+        connect(s, &QShortcut::activated, this, action);
+    };
+    shortcut(QKeySequence::Find, [this] { openFind(); });
+    shortcut(QKeySequence(Qt::Key_F3), [this] { m_findBar->isVisible() ? stepFind(true) : openFind(); });
+    shortcut(QKeySequence(Qt::SHIFT | Qt::Key_F3), [this] { m_findBar->isVisible() ? stepFind(false) : openFind(); });
+    // A text field takes its own Space first (it claims the key before shortcuts).
+    shortcut(QKeySequence(Qt::Key_Space), [this] { m_player->togglePlay(); });
+    shortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_C), [this] { copy(); });
+
     connect(&m_app, &AppModel::currentChanged, this, &ResultView::takeCurrent);
     // The menu's state follows the key of the active model.
     for (auto signal : {&AppModel::anthropicKeyChanged, &AppModel::openaiKeyChanged, &AppModel::activeModelIdChanged}) {
@@ -280,6 +314,7 @@ void ResultView::startItem()
     m_playerBar = new PlayerBar(*m_player, m_playerSlot);
     m_playerSlot->layout()->addWidget(m_playerBar);
 
+    m_undo->clear();
     m_showTimestamps = true;
     m_selectedView = TranscriptLines::originalView;
     m_selectedText.clear();
@@ -387,6 +422,7 @@ void ResultView::showPicker()
                    : view == TranscriptLines::speakerView ? Tr::tr("Sprecher")
                                                           : Tr::tr("Stufe %1").arg(view));
         b->setChecked(view == m_selectedView);
+        Style::markChosen(b, view == m_selectedView);
     }
 }
 
@@ -522,7 +558,12 @@ void ResultView::showActions()
                             &ResultView::exportDocx);
     QAction *srt = m_exportMenu->addAction(Icons::themed(QStringLiteral("media-view-subtitles")),
                                            Tr::tr("Untertitel (.srt)"), this, &ResultView::exportSubtitles);
-    srt->setEnabled(!m_item.result.segments.isEmpty());
+    QAction *vtt = m_exportMenu->addAction(Icons::themed(QStringLiteral("media-view-subtitles")),
+                                           Tr::tr("Untertitel (.vtt)"), this, &ResultView::exportVtt);
+    for (QAction *subtitles : {srt, vtt})
+        subtitles->setEnabled(!m_item.result.segments.isEmpty());
+    m_exportMenu->addAction(Icons::themed(QStringLiteral("text-x-script")), Tr::tr("JSON (.json)"), this,
+                            &ResultView::exportJson);
     if (m_item.bundleURL) {
         m_exportMenu->addSeparator();
         m_exportMenu->addAction(Icons::themed(QStringLiteral("folder")), Tr::tr("Im Finder zeigen"), this,
@@ -558,6 +599,13 @@ void ResultView::retranslate()
 
 void ResultView::refreshText()
 {
+    refreshSurface();
+    if (m_findBar->isVisible())
+        runFind(true);
+}
+
+void ResultView::refreshSurface()
+{
     if (TranscriptLines::surface(m_item, m_selectedView) == TranscriptLines::Surface::Level) {
         // Refined text stands as it is: no time column, no seeking, no cursor, no corrections.
         const QString text = m_item.smoothed.value(*TranscriptLines::viewingLevel(m_selectedView));
@@ -571,8 +619,9 @@ void ResultView::refreshText()
     m_textArea->setCurrentWidget(m_textView);
     Coordinator::View view;
     if (TranscriptLines::surface(m_item, m_selectedView) == TranscriptLines::Surface::Speaker) {
-        view.lines = [this] { return TranscriptLines::speakerLines(m_speakerTurns); };
+        view.lines = [this] { return TranscriptLines::speakerLines(m_speakerTurns, m_item.speakerNames); };
         view.rebuildKey = TranscriptLines::speakerRebuildKey(m_item, m_showTimestamps);
+        view.onRenameHeader = [this](const QString &shown) { askSpeakerName(shown); };
     } else {
         view.lines = [this] { return TranscriptLines::originalLines(m_item.result); };
         view.rebuildKey = TranscriptLines::rebuildKey(m_item, m_showTimestamps);
@@ -585,6 +634,127 @@ void ResultView::refreshText()
     view.onCreateCorrection = [this](const QString &text) { openCorrectionSheet(text); };
     view.onSelectionText = [this](const QString &text) { setSelectedText(text); };
     m_textView->refresh(view);
+}
+
+// --- Find ---
+
+namespace {
+constexpr qsizetype maxMarks = 300;
+}
+
+QTextEdit *ResultView::shownText() const
+{
+    return m_textArea->currentWidget() == m_levelText ? static_cast<QTextEdit *>(m_levelText)
+                                                      : static_cast<QTextEdit *>(m_textView);
+}
+
+void ResultView::openFind()
+{
+    m_findBar->open();
+    runFind(false);
+}
+
+void ResultView::closeFind()
+{
+    m_findBar->hide();
+    m_matches.clear();
+    m_match = -1;
+    showFindMarks();
+    shownText()->setFocus(Qt::OtherFocusReason);
+}
+
+void ResultView::runFind(bool textChanged)
+{
+    QTextEdit *edit = shownText();
+    // The text view's key names its laid-out text; the level text is its own key.
+    const QString key = edit == m_textView ? QStringLiteral("view|") + m_textView->coordinator().builtKey()
+                                           : QStringLiteral("level|") + m_levelShown;
+    if (textChanged && key == m_findKey)
+        return; // a tick of the player: nothing to find anew
+    if (key != m_findKey) {
+        m_find = TextFind(edit->document()->toPlainText());
+        m_findKey = key;
+    }
+    const qsizetype at = m_match >= 0 && m_match < m_matches.size() ? m_matches[m_match].start : -1;
+    m_matches = m_find.find(m_findBar->query());
+    m_match = -1;
+    if (!m_matches.isEmpty()) {
+        // Stay where the reader is: the first match at or after the last one shown.
+        m_match = 0;
+        while (at >= 0 && m_match + 1 < m_matches.size() && m_matches[m_match].start < at)
+            ++m_match;
+    }
+    m_findBar->showCount(m_match, m_matches.size());
+    m_findBar->setCanPlay(m_match >= 0 && edit == m_textView && TranscriptLines::audioURL(m_item));
+    if (m_match >= 0)
+        TranscriptTextView::scrollRangeToVisible(*edit, m_matches[m_match].start,
+                                                 m_matches[m_match].end - m_matches[m_match].start);
+    showFindMarks();
+}
+
+void ResultView::stepFind(bool forward)
+{
+    if (!m_findBar->isVisible()) {
+        openFind();
+        return;
+    }
+    m_match = TextFind::step(m_matches.size(), m_match, forward);
+    m_findBar->showCount(m_match, m_matches.size());
+    if (m_match < 0)
+        return;
+    const Corrections::Range &r = m_matches[m_match];
+    TranscriptTextView::scrollRangeToVisible(*shownText(), r.start, r.end - r.start);
+    showFindMarks();
+}
+
+void ResultView::showFindMarks()
+{
+    QTextEdit *edit = shownText();
+    QList<QTextEdit::ExtraSelection> marks;
+    if (m_findBar->isVisible() && !m_matches.isEmpty()) {
+        const QPalette &p = palette();
+        QTextCharFormat all, current;
+        all.setBackground(Style::withAlpha(Style::color(p, Style::Tone::yellow), 0.35));
+        current.setBackground(Style::withAlpha(Style::color(p, Style::Tone::orange), 0.75));
+        auto mark = [&](const Corrections::Range &r, const QTextCharFormat &format) {
+            QTextEdit::ExtraSelection s;
+            s.cursor = QTextCursor(edit->document());
+            s.cursor.setPosition(int(r.start));
+            s.cursor.setPosition(int(r.end), QTextCursor::KeepAnchor);
+            s.format = format;
+            marks << s;
+        };
+        // Every mark costs a little on each paint: a very common query marks the matches
+        // around the current one, which is where the reader looks.
+        const qsizetype around = std::max<qsizetype>(m_match, 0);
+        const qsizetype from = std::max<qsizetype>(0, around - maxMarks / 2);
+        for (qsizetype i = from; i < std::min(m_matches.size(), from + maxMarks); ++i)
+            mark(m_matches[i], all);
+        if (m_match >= 0)
+            mark(m_matches[m_match], current);
+    }
+    if (edit == m_textView)
+        m_textView->setFindMarks(marks);
+    else
+        m_levelText->setExtraSelections(marks);
+    // The other surface keeps no marks of an earlier search.
+    if (edit == m_textView)
+        m_levelText->setExtraSelections({});
+    else
+        m_textView->setFindMarks({});
+}
+
+void ResultView::playFromMatch()
+{
+    if (m_match < 0 || shownText() != m_textView)
+        return;
+    const std::optional<TranscriptLayout::Seek> seek =
+        TranscriptLayout::seekFor(m_textView->coordinator().anchors(), m_matches[m_match].start, 0);
+    if (!seek)
+        return;
+    m_player->seek(double(seek->ms) / 1000.0);
+    if (!m_player->isPlaying())
+        m_player->togglePlay();
 }
 
 void ResultView::seekFromText(qint64 ms, bool exact)
@@ -620,6 +790,7 @@ void ResultView::changeEvent(QEvent *event)
         showActions();
     } else if (event->type() == QEvent::PaletteChange) {
         retranslate();
+        showPicker();
         showChips();
     }
 }
@@ -670,10 +841,65 @@ void ResultView::exportDocx()
 
 void ResultView::exportSubtitles()
 {
-    // Subtitles always come from the raw segments, whatever view is on show.
+    // Subtitles come from the timed segments whatever view is on show; the speaker view's
+    // carry the names.
     const QString path = savePath(FileNames::deletingPathExtension(m_item.fileName) + QStringLiteral(".srt"), QString());
     if (!path.isEmpty())
-        writeText(path, AppModel::srt(m_item));
+        writeText(path, AppModel::srt(m_item, m_selectedView == TranscriptLines::speakerView));
+}
+
+void ResultView::exportVtt()
+{
+    const QString path = savePath(FileNames::deletingPathExtension(m_item.fileName) + QStringLiteral(".vtt"),
+                                  QStringLiteral("WebVTT (*.vtt)"));
+    if (!path.isEmpty())
+        writeText(path, AppModel::vtt(m_item));
+}
+
+void ResultView::exportJson()
+{
+    const QString path = savePath(FileNames::deletingPathExtension(m_item.fileName) + QStringLiteral(".json"),
+                                  QStringLiteral("JSON (*.json)"));
+    if (!path.isEmpty())
+        writeText(path, QString::fromUtf8(AppModel::transcriptJson(m_item)));
+}
+
+namespace {
+
+// One rename of speakers, and its way back.
+class SpeakerNamesChange : public QUndoCommand {
+public:
+    SpeakerNamesChange(AppModel &app, QString itemId, QMap<QString, QString> before, QMap<QString, QString> after)
+        : m_app(app), m_itemId(std::move(itemId)), m_before(std::move(before)), m_after(std::move(after))
+    {
+        setText(Tr::tr("Sprecher umbenennen"));
+    }
+    void undo() override { m_app.setSpeakerNames(m_itemId, m_before); }
+    void redo() override { m_app.setSpeakerNames(m_itemId, m_after); }
+
+private:
+    AppModel &m_app;
+    QString m_itemId;
+    QMap<QString, QString> m_before, m_after;
+};
+
+} // namespace
+
+void ResultView::askSpeakerName(const QString &shown)
+{
+    NameDialog::ask(this, Tr::tr("Sprecher umbenennen"), Tr::tr("Neuer Name für „%1“:").arg(shown), shown,
+                    [this, shown, itemId = m_item.id](const QString &name) {
+                        if (m_item.id == itemId)
+                            renameSpeaker(shown, name);
+                    });
+}
+
+void ResultView::renameSpeaker(const QString &shown, const QString &name)
+{
+    const QMap<QString, QString> before = m_item.speakerNames;
+    m_app.renameSpeaker(m_item.id, shown, name);
+    if (m_item.speakerNames != before)
+        m_undo->push(new SpeakerNamesChange(m_app, m_item.id, before, m_item.speakerNames));
 }
 
 void ResultView::revealBundle()

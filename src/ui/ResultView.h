@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/HistoryItem.h"
+#include "review/TextFind.h"
 #include "speakers/SpeakerTurn.h"
 
 #include <QWidget>
@@ -9,6 +10,7 @@
 #include <optional>
 
 class AppModel;
+class FindBar;
 class AudioPlayer;
 class PlayerBar;
 class QButtonGroup;
@@ -21,7 +23,9 @@ class QPushButton;
 class QScrollArea;
 class QStackedWidget;
 class QTextBrowser;
+class QTextEdit;
 class QToolButton;
+class QUndoStack;
 class QVBoxLayout;
 class TranscriptTextView;
 
@@ -62,8 +66,25 @@ public:
     void exportPDF();
     void exportDocx();
     void exportSubtitles();
+    void exportVtt();
+    void exportJson();
     void revealBundle();
     void openCorrectionSheet(const QString &from);
+    // Asks for a new name of the speaker shown as `shown`; undoable.
+    void askSpeakerName(const QString &shown);
+    // Renames at once, as a confirmed question does; undoable with Ctrl+Z.
+    void renameSpeaker(const QString &shown, const QString &name);
+    QUndoStack *undoStack() const { return m_undo; }
+
+    // Find in the text on show (Ctrl+F): every match marked, the current one in view.
+    void openFind();
+    void closeFind();
+    void stepFind(bool forward);
+    // Seeks the player to the current match and plays from there.
+    void playFromMatch();
+    FindBar *findBar() const { return m_findBar; }
+    const QList<Corrections::Range> &findMatches() const { return m_matches; }
+    qsizetype currentMatch() const { return m_match; }
 
 signals:
     void copiedChanged();
@@ -89,10 +110,16 @@ private:
     void chooseLevel(qint64 level);
     void retranslate();
     void refreshText();
+    void refreshSurface();
     void setSelectedText(const QString &text);
     void setCopied(bool copied);
     void seekFromText(qint64 ms, bool exact);
     QString savePath(const QString &defaultName, const QString &filter) const;
+    QTextEdit *shownText() const;
+    // Finds anew when the query or the text on show changed; `keep` stays near the
+    // current match instead of starting at the first.
+    void runFind(bool textChanged);
+    void showFindMarks();
 
     AppModel &m_app;
     HistoryItem m_item;
@@ -108,6 +135,12 @@ private:
     qsizetype m_speakerTurnSegments = 0; // the number of segments the turns were built over
     QString m_levelShown;   // the refined text in the plain surface
     SavePanel m_savePanel;
+    QUndoStack *m_undo = nullptr; // the renames of the item on show
+    FindBar *m_findBar = nullptr;
+    TextFind m_find;
+    QString m_findKey; // what the finder was built from
+    QList<Corrections::Range> m_matches;
+    qsizetype m_match = -1;
 
     QVBoxLayout *m_column = nullptr;
     QLabel *m_title = nullptr;

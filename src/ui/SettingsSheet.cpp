@@ -139,17 +139,13 @@ SettingsSheet::SettingsSheet(AppModel &app, QWidget *parent) : QDialog(parent), 
     outer->addWidget(Style::divider(this));
     auto *buttons = new QHBoxLayout;
     buttons->setContentsMargins(16, 16, 16, 16);
-    buttons->addStretch(1);
-    m_close = new QPushButton(this);
-    m_close->setObjectName(QStringLiteral("close"));
-    m_close->setAutoDefault(false);
-    m_save = new QPushButton(this);
-    m_save->setObjectName(QStringLiteral("save"));
-    m_save->setDefault(true);
-    connect(m_close, &QPushButton::clicked, this, &QDialog::reject);
-    connect(m_save, &QPushButton::clicked, this, &SettingsSheet::save);
-    buttons->addWidget(m_close);
-    buttons->addWidget(m_save);
+    m_appliesNote = wrapping(this, "appliesNote");
+    m_done = new QPushButton(this);
+    m_done->setObjectName(QStringLiteral("done"));
+    m_done->setDefault(true);
+    connect(m_done, &QPushButton::clicked, this, &SettingsSheet::accept);
+    buttons->addWidget(m_appliesNote, 1);
+    buttons->addWidget(m_done);
     outer->addLayout(buttons);
 
     connect(this, &QDialog::finished, &app, [&app] { app.setShowSettings(false); });
@@ -161,11 +157,12 @@ SettingsSheet::SettingsSheet(AppModel &app, QWidget *parent) : QDialog(parent), 
     refresh();
 }
 
-void SettingsSheet::save()
+void SettingsSheet::done(int result)
 {
+    // Every control applies at once, so no way of closing may lose a typed key either.
     m_anthropic->saveDraft();
     m_openai->saveDraft();
-    accept();
+    QDialog::done(result);
 }
 
 void SettingsSheet::changeEvent(QEvent *event)
@@ -185,7 +182,8 @@ void SettingsSheet::refresh()
     m_modelsHeading->setText(Tr::tr("Modelle"));
     Style::style(m_modelsHeading, TextSize::headline);
     m_modelsText->setText(Tr::tr("Für die Transkription – lokal, einmalig herunterladen. Größere Modelle sind genauer, aber "
-                   "langsamer. Optional die Neural Engine pro Modell laden."));
+                   "langsamer. Mit einer Vulkan-fähigen Grafikkarte rechnet die Erkennung dort, sonst auf dem "
+                   "Prozessor."));
     Style::style(m_modelsText, TextSize::caption, Tone::secondary);
 
     m_aiHeading->setText(Tr::tr("KI-Textüberarbeitung & Sprechernamen"));
@@ -223,6 +221,7 @@ void SettingsSheet::refresh()
                    "Aufnahme wie gewohnt erkennen."));
     Style::style(m_betaText, TextSize::caption, Tone::secondary);
 
-    m_close->setText(Tr::tr("Schließen"));
-    m_save->setText(Tr::tr("Speichern"));
+    m_appliesNote->setText(Tr::tr("Änderungen gelten sofort."));
+    Style::style(m_appliesNote, TextSize::caption, Tone::secondary);
+    m_done->setText(Tr::tr("Fertig"));
 }

@@ -11,16 +11,16 @@ class QLabel;
 class QPushButton;
 
 // Speech models, API keys, the active AI model, the interface language and the beta
-// switches. Everything but the key drafts takes effect at once; "Speichern" stores the
-// drafts that were typed, "Schließen" drops them.
+// switches. Every change takes effect at once; a typed key is stored when the sheet
+// closes, whether by "Fertig", Return, Escape or the window's close button.
 class SettingsSheet : public QDialog {
     Q_OBJECT
 
 public:
     explicit SettingsSheet(AppModel &app, QWidget *parent = nullptr);
 
-    // Stores the non-empty key drafts and closes.
-    void save();
+    // Stores the non-empty key drafts, then closes.
+    void done(int result) override;
 
 protected:
     void changeEvent(QEvent *event) override;
@@ -44,6 +44,6 @@ private:
     QLabel *m_betaHeading = nullptr;
     QCheckBox *m_liveSpeakers = nullptr;
     QLabel *m_betaText = nullptr;
-    QPushButton *m_close = nullptr;
-    QPushButton *m_save = nullptr;
+    QLabel *m_appliesNote = nullptr;
+    QPushButton *m_done = nullptr;
 };

@@ -4,6 +4,7 @@
 #include "app/AppModel.h"
 #include "export/Format.h"
 #include "ui/Icons.h"
+#include "ui/NameDialog.h"
 #include "ui/Style.h"
 
 #include <QApplication>
@@ -11,6 +12,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QMenu>
+#include <QShortcut>
 #include <QPainter>
 #include <QPushButton>
 #include <QStyledItemDelegate>
@@ -136,6 +138,14 @@ Sidebar::Sidebar(AppModel &app, QWidget *parent) : QWidget(parent), m_app(app)
         menu->popup(m_list->viewport()->mapToGlobal(at));
     });
 
+    // F2 renames the selected item, as in a file manager.
+    auto *rename = new QShortcut(Qt::Key_F2, m_list, nullptr, nullptr, Qt::WidgetWithChildrenShortcut);
+    connect(rename, &QShortcut::activated, this, [this] {
+        const int row = m_list->currentRow();
+        if (row >= 0 && row < m_app.history().size())
+            askName(m_app.history().at(row));
+    });
+
     connect(&app, &AppModel::historyChanged, this, &Sidebar::rebuild);
     connect(&app, &AppModel::currentChanged, this, &Sidebar::selectCurrent);
 
@@ -153,11 +163,20 @@ QMenu *Sidebar::contextMenu(int row)
     if (row < 0 || row >= m_app.history().size())
         return menu;
     const HistoryItem item = m_app.history().at(row);
+    QAction *rename = menu->addAction(Icons::themed(QStringLiteral("edit-rename")), Tr::tr("Umbenennen…"));
+    rename->setShortcut(Qt::Key_F2);
+    connect(rename, &QAction::triggered, this, [this, item] { askName(item); });
     QAction *remove = menu->addAction(Icons::icon(QStringLiteral("trash"), palette()),
                                       Tr::tr("Löschen"));
     // From the list no question is asked.
     connect(remove, &QAction::triggered, &m_app, [app = &m_app, item] { app->deleteItem(item); });
     return menu;
+}
+
+void Sidebar::askName(const HistoryItem &item)
+{
+    NameDialog::ask(this, Tr::tr("Umbenennen"), Tr::tr("Name im Verlauf:"), item.fileName,
+                    [app = &m_app, id = item.id](const QString &name) { app->renameItem(id, name); });
 }
 
 void Sidebar::rebuild()

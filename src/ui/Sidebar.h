@@ -10,7 +10,7 @@ class QPushButton;
 struct HistoryItem;
 
 // The left column: the way to the settings, and the history, newest first. A click shows
-// an item; its context menu deletes it at once.
+// an item; its context menu renames it (also F2) or deletes it at once.
 class Sidebar : public QWidget {
     Q_OBJECT
 
@@ -27,6 +27,7 @@ protected:
     void changeEvent(QEvent *event) override;
 
 private:
+    void askName(const HistoryItem &item);
     void rebuild();
     void selectCurrent();
     void retranslate();

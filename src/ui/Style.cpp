@@ -1,5 +1,6 @@
 #include "ui/Style.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QEvent>
 #include <QLabel>
@@ -9,6 +10,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <cmath>
 
 namespace Style {
 
@@ -38,6 +40,32 @@ QColor mix(const QColor &a, const QColor &b, double t)
                             float(a.blueF() * (1 - t) + b.blueF() * t));
 }
 
+// Relative luminance as the accessibility guidelines define it.
+double luminance(const QColor &c)
+{
+    auto channel = [](double v) { return v <= 0.04045 ? v / 12.92 : std::pow((v + 0.055) / 1.055, 2.4); };
+    return 0.2126 * channel(c.redF()) + 0.7152 * channel(c.greenF()) + 0.0722 * channel(c.blueF());
+}
+
+// The palette's accent where it reads as a colour on the window. A desktop theme may
+// leave the accent unset (black) or give one as dark as the window in dark mode; then
+// the highlight's hue, else the system blue, brightened or darkened until it reads.
+QColor accent(const QPalette &palette)
+{
+    const QColor window = palette.color(QPalette::Window);
+    QColor chosen = isDark(palette) ? QColor(10, 132, 255) : QColor(0, 122, 255);
+    for (const QColor &candidate : {palette.color(QPalette::Accent), palette.color(QPalette::Highlight)}) {
+        if (candidate.hsvSaturationF() >= 0.25 && candidate.valueF() >= 0.2) {
+            chosen = candidate;
+            break;
+        }
+    }
+    const QColor toward = isDark(palette) ? QColor(Qt::white) : QColor(Qt::black);
+    for (int step = 0; step < 10 && contrast(chosen, window) < 3.0; ++step)
+        chosen = mix(chosen, toward, 0.15);
+    return chosen;
+}
+
 } // namespace
 
 QFont font(TextSize size, QFont::Weight weight)
@@ -56,6 +84,12 @@ QFont withTabularDigits(QFont font)
     return font;
 }
 
+double contrast(const QColor &a, const QColor &b)
+{
+    const double la = luminance(a), lb = luminance(b);
+    return (std::max(la, lb) + 0.05) / (std::min(la, lb) + 0.05);
+}
+
 bool isDark(const QPalette &palette)
 {
     return palette.color(QPalette::Window).lightness() < 128;
@@ -67,7 +101,7 @@ QColor color(const QPalette &palette, Tone tone)
     switch (tone) {
     case Tone::text: return palette.color(QPalette::WindowText);
     case Tone::secondary: return mix(palette.color(QPalette::WindowText), palette.color(QPalette::Window), 0.42);
-    case Tone::accent: return palette.color(QPalette::Accent);
+    case Tone::accent: return accent(palette);
     case Tone::green: return dark ? QColor(48, 209, 88) : QColor(28, 140, 58);
     case Tone::orange: return dark ? QColor(255, 159, 10) : QColor(196, 98, 0);
     case Tone::yellow: return dark ? QColor(255, 214, 10) : QColor(230, 170, 0);
@@ -79,6 +113,20 @@ QColor withAlpha(QColor color, double opacity)
 {
     color.setAlphaF(float(std::clamp(opacity, 0.0, 1.0) * color.alphaF()));
     return color;
+}
+
+void markChosen(QAbstractButton *button, bool chosen)
+{
+    // An empty palette sets no role: the button takes its parent's again.
+    QPalette own;
+    if (chosen) {
+        const QWidget *parent = button->parentWidget();
+        const QColor fill = color(parent ? parent->palette() : QApplication::palette(), Tone::accent);
+        const QColor white(Qt::white), black(Qt::black);
+        own.setColor(QPalette::Button, fill);
+        own.setColor(QPalette::ButtonText, contrast(fill, white) >= contrast(fill, black) ? white : black);
+    }
+    button->setPalette(own);
 }
 
 void style(QLabel *label, TextSize size, Tone tone, QFont::Weight weight)

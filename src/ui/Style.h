@@ -5,6 +5,7 @@
 #include <QFrame>
 #include <QMetaObject>
 
+class QAbstractButton;
 class QEvent;
 class QLabel;
 class QMessageBox;
@@ -27,9 +28,15 @@ QFont withTabularDigits(QFont font);
 enum class Tone { text, secondary, accent, green, orange, yellow };
 
 bool isDark(const QPalette &palette);
+// The contrast ratio of two colours, 1 to 21, as the accessibility guidelines define it.
+double contrast(const QColor &a, const QColor &b);
 QColor color(const QPalette &palette, Tone tone);
 // `color` made `opacity` times as opaque.
 QColor withAlpha(QColor color, double opacity);
+
+// The chosen one of a row of buttons (a segmented choice) filled with the accent, so that
+// it stands out in any theme, light or dark; call again when the palette changes.
+void markChosen(QAbstractButton *button, bool chosen);
 
 // Sets a label's text size and colour; call again when the palette changes.
 void style(QLabel *label, TextSize size, Tone tone = Tone::text, QFont::Weight weight = QFont::Normal);

@@ -52,16 +52,16 @@ TranscriptTextView::TranscriptTextView(QWidget *parent) : QTextEdit(parent)
     };
     surface.scrollIntoView = [this](qsizetype location, qsizetype length) { scrollRangeToVisible(location, length); };
     surface.highlight = [this](qsizetype location, qsizetype length, const QTextCharFormat &format) {
-        QList<ExtraSelection> light;
+        m_wordLight.clear();
         if (length > 0) {
             ExtraSelection word;
             word.cursor = QTextCursor(document());
             word.cursor.setPosition(location);
             word.cursor.setPosition(location + length, QTextCursor::KeepAnchor);
             word.format = format;
-            light << word;
+            m_wordLight << word;
         }
-        setExtraSelections(light);
+        showSelections();
     };
     m_coordinator.attach(document(), surface);
     applyStyles();
@@ -79,9 +79,10 @@ void TranscriptTextView::applyStyles()
     s.header = font();
     s.header.setPointSizeF(font().pointSizeF() + 1);
     s.header.setWeight(QFont::DemiBold);
-    s.accent = p.color(QPalette::Accent);
-    s.label = p.color(QPalette::WindowText);
-    s.secondary = p.color(QPalette::PlaceholderText);
+    // Through the shared tones: a desktop theme's raw accent may not read on its window.
+    s.accent = Style::color(p, Style::Tone::accent);
+    s.label = Style::color(p, Style::Tone::text);
+    s.secondary = Style::color(p, Style::Tone::secondary);
     s.green = Style::color(p, Style::Tone::green);
     m_coordinator.setStyles(s);
 }
@@ -134,6 +135,12 @@ void TranscriptTextView::mousePressEvent(QMouseEvent *event)
 
 void TranscriptTextView::mouseDoubleClickEvent(QMouseEvent *event)
 {
+    // A double click on a speaker's heading renames the speaker.
+    if (event->button() == Qt::LeftButton) {
+        const std::optional<QString> header = m_coordinator.headerAt(cursorForPosition(event->pos()).position());
+        if (header && m_coordinator.renameHeader(*header))
+            return;
+    }
     underMouse(event, event->button() == Qt::LeftButton, false,
                [this](QMouseEvent *e) { QTextEdit::mouseDoubleClickEvent(e); });
 }
@@ -164,22 +171,49 @@ void TranscriptTextView::contextMenuEvent(QContextMenuEvent *event)
         menu->insertAction(first, entry);
         menu->insertSeparator(first);
     }
+    if (const std::optional<QString> header = m_coordinator.headerAt(cursorForPosition(event->pos()).position());
+        header && m_lastView.onRenameHeader) {
+        QAction *first = menu->actions().value(0);
+        auto *entry = new QAction(Tr::tr("Sprecher umbenennen…"), menu);
+        connect(entry, &QAction::triggered, this, [this, name = *header] { m_coordinator.renameHeader(name); });
+        menu->insertAction(first, entry);
+        menu->insertSeparator(first);
+    }
     menu->setAttribute(Qt::WA_DeleteOnClose);
     menu->popup(event->globalPos());
 }
 
+void TranscriptTextView::setFindMarks(const QList<ExtraSelection> &marks)
+{
+    m_findMarks = marks;
+    showSelections();
+}
+
+void TranscriptTextView::showSelections()
+{
+    // A mark made for an older document would point into nothing.
+    m_findMarks.removeIf([this](const ExtraSelection &s) { return s.cursor.document() != document(); });
+    setExtraSelections(m_findMarks + m_wordLight);
+}
+
 void TranscriptTextView::scrollRangeToVisible(qsizetype location, qsizetype length)
 {
+    scrollRangeToVisible(*this, location, length);
+}
+
+void TranscriptTextView::scrollRangeToVisible(QTextEdit &edit, qsizetype location, qsizetype length)
+{
+    QTextDocument *document = edit.document();
     auto area = [&] {
-        QTextCursor cursor(document());
-        cursor.setPosition(location);
-        const QRect start = cursorRect(cursor);
-        cursor.setPosition(location + length);
-        return start.united(cursorRect(cursor));
+        QTextCursor cursor(document);
+        cursor.setPosition(int(location));
+        const QRect start = edit.cursorRect(cursor);
+        cursor.setPosition(int(location + length));
+        return start.united(edit.cursorRect(cursor));
     };
     QRect target = area();
-    QScrollBar *bar = verticalScrollBar();
-    const int height = viewport()->height();
+    QScrollBar *bar = edit.verticalScrollBar();
+    const int height = edit.viewport()->height();
     int value = bar->value();
     if (target.top() < 0)
         value += target.top();
@@ -187,7 +221,7 @@ void TranscriptTextView::scrollRangeToVisible(qsizetype location, qsizetype leng
         value += std::min(target.top(), target.bottom() - height + 1);
     if (value > bar->maximum()) {
         // The surface lays a new text out bit by bit; the scroll range grows with it.
-        document()->documentLayout()->documentSize();
+        document->documentLayout()->documentSize();
         target = area();
         value = bar->value() + std::min(target.top(), target.bottom() - height + 1);
     }

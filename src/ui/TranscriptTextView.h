@@ -19,6 +19,10 @@ public:
 
     // The least scrolling that shows the range.
     void scrollRangeToVisible(qsizetype location, qsizetype length);
+    static void scrollRangeToVisible(QTextEdit &edit, qsizetype location, qsizetype length);
+
+    // The marks of the find bar, drawn under the word cursor.
+    void setFindMarks(const QList<ExtraSelection> &marks);
 
 protected:
     void mousePressEvent(QMouseEvent *event) override;
@@ -36,9 +40,12 @@ private:
     void underMouse(QMouseEvent *event, bool left, bool reportAlways, Base base);
     void reportSelection(bool always);
     void applyStyles();
+    void showSelections();
 
     Coordinator m_coordinator;
     Coordinator::View m_lastView;
+    QList<ExtraSelection> m_wordLight;
+    QList<ExtraSelection> m_findMarks;
     bool m_leftMouse = false;
     bool m_reported = false;
     qsizetype m_location = -1;

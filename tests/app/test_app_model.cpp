@@ -315,6 +315,10 @@ TEST_F(AppModelTest, CorrectionsReachTheBundleAndDeleteRemovesIt)
 
     app.addCorrection(older.id, QStringLiteral("Meier"), QStringLiteral("Maier"), true, true);
     EXPECT_EQ(app.current()->id, newest.id) << "a change of another item leaves the screen alone";
+    // Names: the item's own, kept in the bundle; a blank one changes nothing.
+    app.renameItem(older.id, QStringLiteral(" Gespräch mit Frau Miller\n"));
+    app.renameItem(older.id, QStringLiteral("  "));
+    app.setSpeakerNames(older.id, {{QStringLiteral("Sprecher 1"), QStringLiteral("Diane Miller")}});
     {
         AppModel reread;
         const auto stored = std::find_if(reread.history().begin(), reread.history().end(),
@@ -322,6 +326,8 @@ TEST_F(AppModelTest, CorrectionsReachTheBundleAndDeleteRemovesIt)
         ASSERT_NE(stored, reread.history().end());
         ASSERT_EQ(stored->corrections.size(), 1);
         EXPECT_EQ(stored->corrections.first().to, QStringLiteral("Maier"));
+        EXPECT_EQ(stored->fileName, QStringLiteral("Gespräch mit Frau Miller"));
+        EXPECT_EQ(stored->speakerNames.value(QStringLiteral("Sprecher 1")), QStringLiteral("Diane Miller"));
     }
 
     app.deleteItem(older);

@@ -6,6 +6,7 @@
 #include "app/LanguageManager.h"
 #include "engine/Engine.h"
 #include "engine/EngineError.h"
+#include "review/TranscriptLines.h"
 
 #include <QCoreApplication>
 #include <QEvent>
@@ -149,5 +150,34 @@ TEST(Language, PlatformTextsReadForLinuxAndTheToolkitFollows)
                 QStringLiteral("Audio konnte nicht nach 16 kHz konvertiert werden: ") + format))
                 << e.errorDescription().toStdString();
         }
+    }
+}
+
+// Counts take the singular and the plural of each language, the metadata line follows the
+// language, and no catalogue says that the program itself is deleted.
+TEST(Language, CountsMetadataAndTheDeleteQuestion)
+{
+    LanguageManager &manager = LanguageManager::instance();
+    const auto restore = qScopeGuard([&] { manager.setLanguage(QStringLiteral("de")); });
+    HistoryItem item;
+    item.date = QDateTime(QDate(2025, 3, 14), QTime(9, 30));
+    item.result.segments.resize(1);
+    item.result.processingSeconds = 19.3;
+    const struct {
+        QString code, one, two, meta;
+    } languages[] = {
+        {"de", "1 Stelle wird ersetzt", "2 Stellen werden ersetzt", "14.03.2025 09:30  ·  1 Segment  ·  in 19.3 s"},
+        {"en", "1 occurrence will be replaced", "2 occurrences will be replaced", "14.03.2025 09:30  ·  1 segment  ·  in 19.3 s"},
+        {"fr", "1 occurrence sera remplacée", "2 occurrences seront remplacées",
+         "14.03.2025 09:30  ·  1 segment  ·  en 19.3 s"},
+        {"sv", "1 förekomst ersätts", "2 förekomster ersätts", "14.03.2025 09:30  ·  1 segment  ·  på 19.3 s"},
+    };
+    for (const auto &[code, one, two, meta] : languages) {
+        SCOPED_TRACE(code.toStdString());
+        manager.setLanguage(code);
+        EXPECT_EQ(QCoreApplication::translate("Sagwerk", "%n Stelle(n) werden ersetzt", nullptr, 1), one);
+        EXPECT_EQ(QCoreApplication::translate("Sagwerk", "%n Stelle(n) werden ersetzt", nullptr, 2), two);
+        EXPECT_EQ(TranscriptLines::metaString(item), meta);
+        EXPECT_FALSE(lookup("Aufnahme und Sagwerk werden dauerhaft entfernt.").contains(QStringLiteral("Sagwerk")));
     }
 }

@@ -6,6 +6,7 @@
 
 #include "app/AppModel.h"
 #include "capture/InterviewSession.h"
+#include "engine/WhisperEngine.h"
 #include "speakers/DiarizationModels.h"
 #include "storage/BundleStore.h"
 
@@ -258,6 +259,50 @@ TEST_F(Interview, LiveSpeakersSeparateTheWholeRecordingOnStop)
     if (value->speakerText) {
         EXPECT_TRUE(value->speakerText->startsWith(QStringLiteral("Sprecher 1: ")));
     }
+    QFile::remove(value->audio);
+    EXPECT_TRUE(leftovers().isEmpty());
+}
+
+// The microphone hears the speech once and then silence. The passes over the silence, the
+// tail at the stop included, add no line: every line comes from a pass that heard speech.
+class InterviewSilence : public Interview {};
+
+TEST_F(InterviewSilence, PassesOverSilenceAddNothing)
+{
+    InterviewSession session;
+    QList<std::pair<qint64, qint64>> ranges;
+    QObject::connect(&session, &InterviewSession::rangeHeard, &session,
+                     [&](qint64 from, qint64 to) { ranges.append({from, to}); });
+    session.start(model(), QStringLiteral("de"), false);
+    ASSERT_TRUE(session.isRecording()) << qPrintable(session.status());
+    ASSERT_TRUE(waitFor([&] { return session.elapsed() >= 45.0; }, 90'000));
+    QFuture<std::optional<InterviewResult>> stopped = session.stop();
+    ASSERT_TRUE(waitFor([&] { return stopped.isFinished(); }, 60'000));
+    const std::optional<InterviewResult> value = stopped.result();
+    ASSERT_TRUE(value);
+
+    // Where the speech ends, from the recording itself.
+    const QByteArray wav = readAll(value->audio);
+    std::vector<float> samples;
+    for (qsizetype at = 44; at + 1 < wav.size(); at += 2)
+        samples.push_back(qFromLittleEndian<qint16>(wav.constData() + at) / 32768.0f);
+    qint64 speechEndMs = 0;
+    for (size_t at = 0; at + 480 <= samples.size(); at += 480)
+        if (!WhisperEngine::isSilent(samples, at, 480))
+            speechEndMs = qint64(at + 480) / 16;
+    ASSERT_GT(speechEndMs, 0) << "the microphone heard no speech";
+    ASSERT_LT(speechEndMs + 25'000, InterviewSession::durationMs(value->audio)) << "too little silence followed";
+
+    // The first pass that reaches past the speech is the last that may add a line.
+    qint64 lastHeardSpeech = 0;
+    for (const auto &[from, to] : ranges) {
+        lastHeardSpeech = to;
+        if (to > speechEndMs)
+            break;
+    }
+    ASSERT_GT(ranges.last().second, lastHeardSpeech + 20'000) << "passes went over the silence";
+    for (const TranscriptSegment &s : value->result.segments)
+        EXPECT_LT(s.startMs, lastHeardSpeech) << qPrintable(s.text);
     QFile::remove(value->audio);
     EXPECT_TRUE(leftovers().isEmpty());
 }

@@ -29,14 +29,18 @@ protected:
         Engine::setFfmpegCandidatesForTesting(QStringList{Media::script(name, body)});
     }
 
-    static QString convertError(const std::function<void()> &f)
+    static QString convertError(const std::function<void()> &f) { return caught(f).first; }
+    // What ffmpeg said itself, kept apart from the user's text.
+    static QString convertDetails(const std::function<void()> &f) { return caught(f).second; }
+
+    static std::pair<QString, QString> caught(const std::function<void()> &f)
     {
         try {
             f();
         } catch (const EngineError &e) {
-            return e.errorDescription();
+            return {e.errorDescription(), e.details()};
         }
-        return QStringLiteral("(no error)");
+        return {QStringLiteral("(no error)"), {}};
     }
 };
 
@@ -100,24 +104,27 @@ TEST_F(Fallback, EmptyTrackFromTheChildIsAnEmptyResultNotAnError)
     EXPECT_TRUE(Engine::decodeTo16kMonoFloats(Media::emptyFile()).empty());
 }
 
-TEST_F(Fallback, ChildFailuresBecomeTheirTrimmedErrorOutput)
+TEST_F(Fallback, ChildFailuresSayItInWordsAndKeepTheirTrimmedOutputAsDetails)
 {
+    const QString damaged = prefix + QStringLiteral("Die Datei ist beschädigt oder enthält keine lesbare Tonspur.");
     useFfmpeg(QStringLiteral("quiet-failure"), QStringLiteral("exit 1"));
-    EXPECT_EQ(convertError([] { Engine::decodeTo16kMonoFloats(Media::emptyFile()); }), prefix);
+    EXPECT_EQ(convertError([] { Engine::decodeTo16kMonoFloats(Media::emptyFile()); }), damaged);
+    EXPECT_EQ(convertDetails([] { Engine::decodeTo16kMonoFloats(Media::emptyFile()); }), QString());
 
     useFfmpeg(QStringLiteral("talking-failure"), QStringLiteral("printf '\\n  kaputt: Ende der Datei \\n\\n' >&2; exit 3"));
-    EXPECT_EQ(convertError([] { Engine::decodeTo16kMonoFloats(Media::emptyFile()); }),
-              prefix + QStringLiteral("kaputt: Ende der Datei"));
+    EXPECT_EQ(convertError([] { Engine::decodeTo16kMonoFloats(Media::emptyFile()); }), damaged);
+    EXPECT_EQ(convertDetails([] { Engine::decodeTo16kMonoFloats(Media::emptyFile()); }),
+              QStringLiteral("kaputt: Ende der Datei"));
 
     useFfmpeg(QStringLiteral("latin1-failure"), QStringLiteral("printf 'Gr\\374\\337e' >&2; exit 7"));
-    EXPECT_EQ(convertError([] { Engine::extractWav(Media::emptyFile()); }), prefix + QStringLiteral("Exit 7"));
+    EXPECT_EQ(convertDetails([] { Engine::extractWav(Media::emptyFile()); }), QStringLiteral("Exit 7"));
 
     // A child that outlasts one wait, and one that writes more than a pipe holds: all of
     // its output is kept, and neither side blocks.
     useFfmpeg(QStringLiteral("slow-chatty-failure"),
               QStringLiteral("sleep 1.5; head -c 300000 /dev/zero | tr '\\0' x >&2; echo ' Ende' >&2; exit 2"));
-    EXPECT_EQ(convertError([] { Engine::decodeTo16kMonoFloats(Media::emptyFile()); }),
-              prefix + QString(300000, u'x') + QStringLiteral(" Ende"));
+    EXPECT_EQ(convertDetails([] { Engine::decodeTo16kMonoFloats(Media::emptyFile()); }),
+              QString(300000, u'x') + QStringLiteral(" Ende"));
 }
 
 TEST_F(Fallback, CancelStopsTheChildBeforeOrWhileItRuns)
@@ -129,7 +136,8 @@ TEST_F(Fallback, CancelStopsTheChildBeforeOrWhileItRuns)
     early->cancel();
     QElapsedTimer clock;
     clock.start();
-    EXPECT_EQ(convertError([&] { Engine::runProcess(*Engine::ffmpegURL(), {"-i", "x"}, early, &EngineError::convertFailed); }),
+    EXPECT_EQ(convertError([&] { Engine::runProcess(*Engine::ffmpegURL(), {"-i", "x"}, early,
+                                                     [](const QString &m) { return EngineError::convertFailed(m); }); }),
               QStringLiteral("Abgebrochen."));
 
     // Cancelled while it runs, from another thread, twice: same outcome, temp file gone.

@@ -8,10 +8,10 @@
 
 #include <QDir>
 #include <QFile>
-#include <QProcess>
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <memory>
 
 namespace {
@@ -31,25 +31,6 @@ void writeFile(const QString &path, qint64 size, const QByteArray &marker = "old
     ASSERT_TRUE(QFile::resize(path, size));
 }
 
-QByteArray zipArchive(const QList<std::pair<QString, QByteArray>> &entries)
-{
-    const QString path = QDir::tempPath() + QStringLiteral("/archive.zip");
-    QStringList args{"-c",
-                     "import sys, zipfile\n"
-                     "with zipfile.ZipFile(sys.argv[1], 'w') as z:\n"
-                     "    for i in range(2, len(sys.argv), 2): z.writestr(sys.argv[i], sys.argv[i + 1])\n",
-                     path};
-    for (const auto &[name, content] : entries)
-        args << name << QString::fromUtf8(content);
-    QProcess python;
-    python.start(QStringLiteral("python3"), args);
-    python.waitForFinished(-1);
-    EXPECT_EQ(python.exitCode(), 0) << python.readAllStandardError().toStdString();
-    const QByteArray zip = Media::readFile(path);
-    QFile::remove(path);
-    return zip;
-}
-
 class ModelStoreTest : public ::testing::Test {
 protected:
     void SetUp() override
@@ -62,7 +43,7 @@ protected:
 
     static void waitForDownloads(const ModelStore &store)
     {
-        ASSERT_TRUE(waitFor([&] { return store.downloading().isEmpty() && store.coreMLDownloading().isEmpty(); }));
+        ASSERT_TRUE(waitFor([&] { return store.downloading().isEmpty(); }));
     }
 
     QString home, models;
@@ -71,7 +52,7 @@ protected:
 } // namespace
 
 
-TEST_F(ModelStoreTest, FolderStateFollowsSizesAndPackagesIndependently)
+TEST_F(ModelStoreTest, FolderStateFollowsSizesAndTheFolderIsWatched)
 {
     ModelStore store;
     EXPECT_EQ(store.modelsDir(), models);
@@ -91,20 +72,18 @@ TEST_F(ModelStoreTest, FolderStateFollowsSizesAndPackagesIndependently)
     EXPECT_EQ(store.installed(), (QSet<QString>{"base-q5_1", "small-q5_1", "large-v3-turbo-q5_0"}));
     EXPECT_EQ(installedSignals, 1);
 
-    // Any item of the package's name counts, even an empty folder, model or not.
-    QDir(models).mkdir(medium.coreMLName);
-    writeFile(models + u'/' + base.coreMLName + QStringLiteral("/coremldata.bin"), 10);
-    store.refresh();
-    EXPECT_EQ(store.coreMLInstalled(), (QSet<QString>{"base-q5_1", "medium-q5_0"}));
+    // Another program renames a model into place, as the command line's import does, or
+    // removes one: the store sees it without being asked.
+    const QString staged = models + QStringLiteral("/.import.part");
+    writeFile(staged, bound(medium) + 1);
+    ASSERT_EQ(std::rename(QFile::encodeName(staged).constData(), QFile::encodeName(modelPath(medium)).constData()), 0);
+    ASSERT_TRUE(waitFor([&] { return store.installed().contains(medium.id); }));
+    QFile::remove(modelPath(base));
+    ASSERT_TRUE(waitFor([&] { return !store.installed().contains(base.id); }));
 
-    // Deleting one kind leaves the other.
-    store.deleteModel(base);
-    EXPECT_FALSE(QFile::exists(modelPath(base)));
-    EXPECT_TRUE(store.coreMLInstalled().contains(base.id));
-    store.deleteCoreML(base);
-    store.deleteCoreML(small);
-    EXPECT_FALSE(QFile::exists(models + u'/' + base.coreMLName));
-    EXPECT_EQ(store.coreMLInstalled(), QSet<QString>{"medium-q5_0"});
+    store.deleteModel(small);
+    EXPECT_FALSE(QFile::exists(modelPath(small)));
+    EXPECT_EQ(store.installed(), (QSet<QString>{"medium-q5_0", "large-v3-turbo-q5_0"}));
 }
 
 TEST_F(ModelStoreTest, StartImportsTheDeveloperModelOnceAndStillChecksItsSize)
@@ -157,12 +136,13 @@ TEST_F(ModelStoreTest, DownloadReplacesTheOldModelOnlyAtTheEnd)
     EXPECT_TRUE(std::is_sorted(fractions.begin(), fractions.end()));
 }
 
-TEST_F(ModelStoreTest, AnswersWithoutLengthOrWithAnErrorPageLandAsTheyAre)
+TEST_F(ModelStoreTest, AnswersWithoutLengthLandAndErrorPagesFailPerModel)
 {
     writeFile(modelPath(small), bound(small) + 1);
     LocalServer server;
-    const QByteArray body = randomBytes(3'000'000);
+    const QByteArray body = randomBytes(bound(base) + 1000);
     server.answer(QStringLiteral("/ggml-base-q5_1.bin"), {.body = body, .sendLength = false});
+    server.answer(QStringLiteral("/ggml-medium-q5_0.bin"), {.body = "<html>moved</html>"});
     ModelStore store(server.base());
     QList<double> fractions;
     QObject::connect(&store, &ModelStore::downloadingChanged, [&] {
@@ -172,15 +152,28 @@ TEST_F(ModelStoreTest, AnswersWithoutLengthOrWithAnErrorPageLandAsTheyAre)
 
     // Without a length there is no progress, but the file arrives whole.
     store.download(base);
-    // An error page replaces a good model and is found out only by its size.
+    // An error page, and a page that answers 200, never replace or become a model: each
+    // model says why, in words.
     store.download(small);
+    store.download(medium);
     waitForDownloads(store);
     ASSERT_FALSE(fractions.isEmpty());
     EXPECT_EQ(fractions.count(0.0), fractions.size()) << "progress without a length";
     EXPECT_TRUE(Media::readFile(modelPath(base)) == body);
-    EXPECT_TRUE(Media::readFile(modelPath(small)).contains("404 Not Found"));
-    EXPECT_TRUE(store.installed().isEmpty());
+    EXPECT_EQ(Media::readFile(modelPath(small)).left(9), "old model");
+    EXPECT_FALSE(QFile::exists(modelPath(medium)));
+    EXPECT_EQ(store.installed(), (QSet<QString>{"base-q5_1", "small-q5_1"}));
+    EXPECT_EQ(store.failures().value(small.id),
+              QStringLiteral("Der Server lieferte statt des Modells eine Fehlerseite (HTTP 404)."));
+    EXPECT_TRUE(store.failures().value(medium.id).startsWith(QStringLiteral("Die geladene Datei ist zu klein")));
+    EXPECT_FALSE(store.failures().contains(base.id));
     EXPECT_TRUE(Media::temporaryEntries().isEmpty());
+
+    // A new attempt clears the model's failure at once.
+    store.download(small);
+    EXPECT_FALSE(store.failures().contains(small.id));
+    waitForDownloads(store);
+    EXPECT_TRUE(store.failures().contains(small.id));
 }
 
 TEST_F(ModelStoreTest, FailedOrAbandonedDownloadsKeepTheOldModelAndNoTemporaryFile)
@@ -217,46 +210,9 @@ TEST_F(ModelStoreTest, FailedOrAbandonedDownloadsKeepTheOldModelAndNoTemporaryFi
     ModelStore refused(gone);
     refused.download(base);
     waitForDownloads(refused);
-    ASSERT_TRUE(refused.errorMessage());
-    EXPECT_TRUE(refused.errorMessage()->contains(QStringLiteral("refused"), Qt::CaseInsensitive))
-        << refused.errorMessage()->toStdString();
+    // Offline, in the user's words rather than the transfer layer's.
+    EXPECT_EQ(refused.failures().value(base.id),
+              QStringLiteral("Der Server ist nicht erreichbar. Bitte die Internetverbindung prüfen."));
+    EXPECT_EQ(refused.errorMessage(), refused.failures().value(base.id));
     EXPECT_TRUE(Media::temporaryEntries().isEmpty());
-}
-
-TEST_F(ModelStoreTest, NeuralEnginePackagesAreUnpackedBesideTheModels)
-{
-    const QString package = models + u'/' + base.coreMLName;
-    LocalServer server;
-    const QString zipPath = QStringLiteral("/ggml-base-encoder.mlmodelc.zip");
-    server.answer(zipPath, {.body = zipArchive({{base.coreMLName + QStringLiteral("/coremldata.bin"), "first"},
-                                                {base.coreMLName + QStringLiteral("/weights/weight.bin"), "w1"}})});
-    server.answer(QStringLiteral("/ggml-small-encoder.mlmodelc.zip"), {.body = "PK? not really a zip archive"});
-    ModelStore store(server.base());
-
-    // The download ends only once the package is unpacked, so no moment shows neither.
-    std::optional<bool> installedWhenEnded;
-    QObject::connect(&store, &ModelStore::coreMLDownloadingChanged, [&] {
-        if (store.coreMLDownloading().isEmpty() && !installedWhenEnded)
-            installedWhenEnded = store.coreMLInstalled().contains(base.id);
-    });
-
-    // A package and a model download of the same model run side by side.
-    store.downloadCoreML(base);
-    store.downloadCoreML(base);
-    store.download(base);
-    EXPECT_EQ(store.coreMLDownloading().size(), 1);
-    waitForDownloads(store);
-    EXPECT_EQ(server.hits(zipPath), 1);
-    EXPECT_EQ(Media::readFile(package + QStringLiteral("/coremldata.bin")), "first");
-    EXPECT_EQ(store.coreMLInstalled(), QSet<QString>{"base-q5_1"});
-    EXPECT_EQ(installedWhenEnded, true);
-    EXPECT_TRUE(store.installed().isEmpty()) << "the model file got an error page";
-
-    store.downloadCoreML(small);
-    waitForDownloads(store);
-    EXPECT_EQ(store.errorMessage(), QStringLiteral("Entpacken des ANE-Encoders fehlgeschlagen."));
-    EXPECT_EQ(store.coreMLInstalled(), QSet<QString>{"base-q5_1"});
-    EXPECT_TRUE(Media::temporaryEntries().isEmpty());
-    EXPECT_EQ(QDir(models).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
-              (QStringList{base.coreMLName, base.fileName}));
 }

@@ -1,7 +1,13 @@
 // What the result screen shows and hands out of an item, headless.
+#include "JsonSchema.h"
 #include "Transcripts.h"
 
 #include "review/TranscriptLines.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 
 #include <gtest/gtest.h>
 
@@ -128,4 +134,58 @@ TEST(TranscriptLines, SpeakerViewLinesKeyAndPicker)
     // Without a speaker text the speaker view falls back to the original.
     item.speakerText.reset();
     EXPECT_EQ(surface(item, speakerView), Surface::Original);
+}
+
+TEST(TranscriptLines, GivenNamesAndCorrectionsReachEveryViewSubtitleAndTheJson)
+{
+    HistoryItem item = sample();
+    item.speakerText = QStringLiteral("Sprecher 1: Herr Schäfer kommt.\n  Sprecher 2: Ohne Wörter.");
+    item.smoothed.insert(1, QStringLiteral("Sprecher 1: Herr Schäfer ist da."));
+    item.corrections << Correction{{}, "Schäfer", "Schaefer"};
+    const QString unnamedKey = speakerRebuildKey(item, true);
+    item.speakerNames.insert(QStringLiteral("Sprecher 1"), QStringLiteral("Diane Miller"));
+    EXPECT_NE(speakerRebuildKey(item, true), unnamedKey);
+
+    const QList<TranscriptLine> lines =
+        speakerLines(SpeakerTurn::build(*item.speakerText, item.result.segments), item.speakerNames);
+    EXPECT_EQ(lines[0].text, QStringLiteral("Diane Miller"));
+    EXPECT_EQ(lines[2].text, QStringLiteral("Sprecher 2"));
+    EXPECT_EQ(currentText(item, speakerView, false),
+              QStringLiteral("Diane Miller: Herr Schaefer kommt.\n  Sprecher 2: Ohne Wörter."));
+    // "Zeitmarken" in the speaker view: the time of each turn in front of it.
+    EXPECT_EQ(currentText(item, speakerView, true),
+              QStringLiteral("[0:00] Diane Miller: Herr Schaefer kommt.\n[1:02] Sprecher 2: Ohne Wörter."));
+    EXPECT_EQ(currentText(item, 1, false), QStringLiteral("Diane Miller: Herr Schaefer ist da."));
+
+    // A name shown for several labels renames them all; a label shown as a name is no longer found by itself.
+    item.speakerNames.insert(QStringLiteral("Sprecher 2"), QStringLiteral("Diane Miller"));
+    EXPECT_EQ(labelsShownAs(item, QStringLiteral("Diane Miller")), (QStringList{"Sprecher 1", "Sprecher 2"}));
+    EXPECT_TRUE(labelsShownAs(item, QStringLiteral("Sprecher 1")).isEmpty());
+    item.speakerNames.remove(QStringLiteral("Sprecher 2"));
+
+    // Subtitles carry the corrections always, and the names when asked.
+    const QList<Cue> plain = subtitleCues(item, false);
+    ASSERT_EQ(plain.size(), 2);
+    EXPECT_EQ(plain[0].text, QStringLiteral("Herr Schaefer kommt."));
+    EXPECT_EQ(plain[0].speaker, std::nullopt);
+    const QList<Cue> named = subtitleCues(item, true);
+    EXPECT_EQ(named[0].speaker, QStringLiteral("Diane Miller"));
+    EXPECT_EQ(named[1].speaker, QStringLiteral("Sprecher 2"));
+
+    QFile schemaFile(QStringLiteral(SAGWERK_TRANSCRIPT_SCHEMA));
+    ASSERT_TRUE(schemaFile.open(QIODevice::ReadOnly));
+    const QJsonValue schema = QJsonDocument::fromJson(schemaFile.readAll()).object();
+    const QJsonObject json = QJsonDocument::fromJson(TranscriptJson::encode(transcriptDocument(item))).object();
+    EXPECT_EQ(JsonSchema::violations(schema, json), QStringList());
+    EXPECT_EQ(json["speakers"], (QJsonArray{"Diane Miller", "Sprecher 2"}));
+    EXPECT_EQ(json["model"], QJsonValue()) << "not known for this transcript";
+    const QJsonObject first = json["segments"][0].toObject();
+    EXPECT_EQ(first["text"], QStringLiteral("Herr Schaefer kommt."));
+    EXPECT_EQ(first["originalText"], QStringLiteral("Herr Schäfer kommt."));
+    EXPECT_EQ(first["words"][1], (QJsonObject{{"text", "Schäfer"}, {"startMs", 400}, {"endMs", 1200}, {"speaker", "Diane Miller"}}));
+    EXPECT_EQ(json["corrections"][0]["to"], QStringLiteral("Schaefer"));
+    // The schema is strict enough to catch a document that drifts from it.
+    QJsonObject drifted = json;
+    drifted["segments"] = QJsonArray{QJsonObject{{"startMs", 1.5}, {"text", "x"}}};
+    EXPECT_EQ(JsonSchema::violations(schema, drifted).size(), 5) << JsonSchema::violations(schema, drifted).join('\n').toStdString();
 }

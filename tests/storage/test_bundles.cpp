@@ -6,6 +6,7 @@
 
 #include <QDir>
 #include <QDirIterator>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QRegularExpression>
@@ -264,6 +265,8 @@ TEST_F(Bundles, PatchesChangeOneFieldAndKeepTheRest)
     const Correction other{QUuid::createUuid(), "ähm", "", false, true};
     saveCorrections(bundle, {rule, other});
     saveSpeakerText(bundle, "Sprecher 1: Hallo");
+    saveSpeakerNames(bundle, {{"Sprecher 1", "Diane Miller"}});
+    saveDisplayName(bundle, "Umbenannt");
 
     json = document(bundle);
     EXPECT_FALSE(json.contains("futureKey"));
@@ -273,11 +276,23 @@ TEST_F(Bundles, PatchesChangeOneFieldAndKeepTheRest)
                                                    {"caseSensitive", true}, {"wholeWord", false}}));
     const HistoryItem item = historyItem(list()[0]);
     EXPECT_EQ(item.corrections, (QList<Correction>{rule, other}));
+    EXPECT_EQ(item.speakerNames, (QMap<QString, QString>{{"Sprecher 1", "Diane Miller"}}));
+    EXPECT_EQ(item.fileName, "Umbenannt");
+    EXPECT_EQ(QFileInfo(bundle).exists(), true) << "the folder keeps its name";
     BundleData after = list()[0].data;
     after.smoothed = before.smoothed;
     after.corrections = before.corrections;
     after.speakerText = before.speakerText;
+    after.speakerNames = before.speakerNames;
+    after.displayName = before.displayName;
     EXPECT_TRUE(after == before) << "no other field changed";
+
+    saveSpeakerNames(bundle, {});
+    EXPECT_FALSE(document(bundle).contains("speakerNames")) << "no names, no key";
+    // A names value of the wrong form makes the document unreadable, as any mistyped key does.
+    json = document(bundle);
+    json["speakerNames"] = QJsonObject{{"Sprecher 1", 3}};
+    EXPECT_FALSE(BundleData::decode(QJsonDocument(json).toJson()).has_value());
 
     saveCorrections(bundle, {});
     EXPECT_FALSE(document(bundle).contains("corrections"));

@@ -15,9 +15,11 @@ struct CliRun {
 
 // Runs sagwerk-cli while this process's event loop keeps serving the local servers;
 // sends it Ctrl-C once `interruptWhen` holds.
-inline CliRun cli(const QStringList &args, const std::function<bool()> &interruptWhen = {})
+inline CliRun cli(const QStringList &args, const std::function<bool()> &interruptWhen = {},
+                  const QProcessEnvironment &environment = QProcessEnvironment::systemEnvironment())
 {
     QProcess p;
+    p.setProcessEnvironment(environment);
     p.start(QStringLiteral(SAGWERK_CLI), args);
     EXPECT_TRUE(p.waitForStarted());
     if (interruptWhen) {

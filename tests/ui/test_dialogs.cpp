@@ -139,7 +139,7 @@ private slots:
         QVERIFY(smallRow->state() == ModelRow::State::installed);
         QVERIFY(child<RadioMark>(smallRow, QStringLiteral("radio"))->isSelectedMark());
         QVERIFY(shows(smallRow, QStringLiteral("trash")) && !shows(smallRow, QStringLiteral("load")));
-        QCOMPARE(textOf(smallRow, QStringLiteral("coreMLLoad")), QStringLiteral("Core-ML-Paket laden (163 MB)"));
+        QVERIFY(!shows(smallRow, QStringLiteral("failureLine")));
         clickRow(baseRow);
         QCOMPARE(app.selectedModelId(), small.id);
 
@@ -156,12 +156,22 @@ private slots:
         clickRow(baseRow);
         QCOMPARE(app.selectedModelId(), base.id);
 
-        // A failed download (no file on the server) leaves the row as it was.
+        // A failed download (no file on the server) says why in the row, with a retry in
+        // place of "Laden".
         ModelRow *largeRow = rowOf(&list, large);
         click(largeRow, QStringLiteral("load"));
         QVERIFY(waitFor([&] { return store.downloading().isEmpty(); }));
         QVERIFY(largeRow->state() == ModelRow::State::available);
-        QVERIFY(shows(largeRow, QStringLiteral("load")) && shows(largeRow, QStringLiteral("note")));
+        QVERIFY(shows(largeRow, QStringLiteral("note")) && !shows(largeRow, QStringLiteral("load")));
+        QVERIFY(shows(largeRow, QStringLiteral("failureLine")));
+        QCOMPARE(textOf(largeRow, QStringLiteral("failure")),
+                 QStringLiteral("Laden fehlgeschlagen: Der Server lieferte statt des Modells eine Fehlerseite (HTTP 404)."));
+        QCOMPARE(textOf(largeRow, QStringLiteral("retry")), QStringLiteral("Erneut versuchen"));
+        click(largeRow, QStringLiteral("retry"));
+        QVERIFY(largeRow->state() == ModelRow::State::downloading);
+        QVERIFY(!shows(largeRow, QStringLiteral("failureLine")));
+        QVERIFY(waitFor([&] { return store.downloading().isEmpty(); }));
+        QVERIFY(shows(largeRow, QStringLiteral("failureLine")));
 
         // Deleting the chosen model hands the choice on; with none left it falls back to Small.
         click(baseRow, QStringLiteral("trash"));
@@ -188,11 +198,13 @@ private slots:
         sheet->show();
         QVERIFY(!shows(child(sheet.get(), QStringLiteral("anthropicKey")), QStringLiteral("stored")));
         QVERIFY(shows(sheet.get(), QStringLiteral("keyWarning")));
-        QTest::keyClicks(keyField(sheet.get(), "anthropicKey"), QStringLiteral("sk-ant-dropped"));
-        click(sheet.get(), QStringLiteral("close"));
-        QCOMPARE(sheet->result(), int(QDialog::Rejected));
+        // Every change applies at once; so does a typed key when the sheet closes by Escape.
+        QTest::keyClicks(keyField(sheet.get(), "anthropicKey"), QStringLiteral("sk-ant-escaped"));
+        QTest::keyClick(sheet.get(), Qt::Key_Escape);
+        QVERIFY(!sheet->isVisible());
         QVERIFY(!app.showSettings());
-        QVERIFY(app.anthropicKey().isEmpty());
+        QCOMPARE(app.anthropicKey(), QStringLiteral("sk-ant-escaped"));
+        app.saveAnthropicKey(QString());
 
         // Return stores a typed key, trimmed, and leaves an empty draft's key alone.
         app.saveOpenAIKey(QStringLiteral("sk-openai-kept"));
@@ -231,7 +243,7 @@ private slots:
         QCOMPARE(textOf(sheet.get(), QStringLiteral("keyWarning")),
                  QStringLiteral("No OpenAI key is stored for the active model yet."));
         app.setAppLanguage(QStringLiteral("system"));
-        QCOMPARE(textOf(sheet.get(), QStringLiteral("save")), QStringLiteral("Speichern"));
+        QCOMPARE(textOf(sheet.get(), QStringLiteral("done")), QStringLiteral("Fertig"));
     }
 
     void wizardWalksThroughItsSteps()
@@ -295,7 +307,7 @@ private slots:
         QCOMPARE(help.selection().value_or(QString()), QStringLiteral("models"));
         // The choice survives a change of book; French reads the English one.
         app.setAppLanguage(QStringLiteral("fr"));
-        QCOMPARE(help.body()->section().title, QStringLiteral("Models & Neural Engine"));
+        QCOMPARE(help.body()->section().title, QStringLiteral("Models & graphics card"));
         QCOMPARE(help.windowTitle(), QStringLiteral("Aide"));
         const auto labels = help.body()->findChildren<QLabel *>();
         const auto has = [&](const QString &fragment) {

@@ -36,7 +36,7 @@ TEST_F(RecordSheetTest, ARecordingEndsAsATranscript)
     QLabel *time = sheet.findChild<QLabel *>(QStringLiteral("time"));
     QPushButton *go = button(sheet, "go");
     EXPECT_FALSE(sheet.findChild<QLabel *>(QStringLiteral("permissionDenied"))->isVisible());
-    go->click();
+    // The setup screen asked already: the sheet records as it opens.
     ASSERT_TRUE(waitFor([&] { return sheet.recorder().isRecording(); }, 10'000));
     EXPECT_EQ(go->text(), QStringLiteral("Stopp && Transkribieren")) << "an ampersand, not a shortcut mark";
     ASSERT_TRUE(waitFor([&] { return sheet.recorder().elapsed() >= 2.2; }, 15'000));
@@ -63,7 +63,6 @@ TEST_F(RecordSheetTest, CancellingThrowsTheRecordingAway)
     app.setShowRecorder(true);
     RecordSheet sheet(app);
     sheet.show();
-    button(sheet, "go")->click();
     ASSERT_TRUE(waitFor([&] { return sheet.recorder().isRecording(); }, 10'000));
     const QString file = sheet.recorder().fileURL().value_or(QString());
     ASSERT_TRUE(QFile::exists(file));
@@ -82,14 +81,15 @@ TEST_F(RecordSheetWithoutInput, ShowsTheRefusal)
     RecordSheet sheet(app);
     sheet.show();
     QPushButton *go = button(sheet, "go");
-    go->click();
     QLabel *denied = sheet.findChild<QLabel *>(QStringLiteral("permissionDenied"));
     ASSERT_TRUE(waitFor([&] { return denied->isVisible(); }, 10'000));
     EXPECT_EQ(denied->text(),
               QStringLiteral("Kein Mikrofon-Zugriff. Bitte ein Mikrofon anschließen und in den Toneinstellungen des "
                              "Desktops als Eingabe wählen."));
     EXPECT_TRUE(sheet.isVisible()) << "the user can retry or cancel";
-    EXPECT_EQ(go->text(), QStringLiteral("Aufnahme starten"));
+    EXPECT_EQ(go->text(), QStringLiteral("Aufnahme starten")) << "a retry after the refusal";
+    go->click();
+    ASSERT_TRUE(waitFor([&] { return denied->isVisible(); }, 10'000));
     button(sheet, "cancel")->click();
     EXPECT_FALSE(sheet.isVisible());
     EXPECT_TRUE(Media::temporaryEntries().isEmpty());

@@ -9,6 +9,7 @@
 #include "review/TranscriptLines.h"
 #include "speakers/Diarizer.h"
 #include "ui/CorrectionSheet.h"
+#include "ui/FindBar.h"
 #include "ui/PlayerBar.h"
 #include "ui/ResultView.h"
 #include "ui/TranscriptTextView.h"
@@ -17,6 +18,7 @@
 #include <QCheckBox>
 #include <QClipboard>
 #include <QDBusConnection>
+#include <QDesktopServices>
 #include <QDir>
 #include <QFile>
 #include <QLabel>
@@ -41,6 +43,17 @@ public slots:
 
 public:
     QStringList shown;
+};
+
+// Takes what would go to the desktop's default handler of file addresses.
+class OpenedUrls : public QObject {
+    Q_OBJECT
+
+public slots:
+    void open(const QUrl &url) { opened << url; }
+
+public:
+    QList<QUrl> opened;
 };
 
 QString temp(const QString &name)
@@ -168,8 +181,13 @@ TEST_F(ResultViewTest, ExportNamesFollowTheViewAndFilesHoldTheText)
     save("a.srt", &ResultView::exportSubtitles);
     save("a.pdf", &ResultView::exportPDF);
     save("a.docx", &ResultView::exportDocx);
+    save("a.vtt", &ResultView::exportVtt);
+    save("a.json", &ResultView::exportJson);
     EXPECT_EQ(asked, (QStringList{"Mühle am Fluss.txt|", "Mühle am Fluss.srt|", "Mühle am Fluss.pdf|PDF (*.pdf)",
-                                  "Mühle am Fluss.docx|Word (*.docx)"}));
+                                  "Mühle am Fluss.docx|Word (*.docx)", "Mühle am Fluss.vtt|WebVTT (*.vtt)",
+                                  "Mühle am Fluss.json|JSON (*.json)"}));
+    EXPECT_EQ(contents(temp(QStringLiteral("a.vtt"))), AppModel::vtt(item).toUtf8());
+    EXPECT_EQ(contents(temp(QStringLiteral("a.json"))), AppModel::transcriptJson(item));
     EXPECT_EQ(contents(temp(QStringLiteral("a.txt"))), AppModel::plainText(item, true).toUtf8());
     EXPECT_EQ(contents(temp(QStringLiteral("a.srt"))), AppModel::srt(item).toUtf8());
     EXPECT_TRUE(contents(temp(QStringLiteral("a.pdf"))).startsWith("%PDF"));
@@ -199,14 +217,87 @@ TEST_F(ResultViewTest, ExportNamesFollowTheViewAndFilesHoldTheText)
             texts << (a->isSeparator() ? QStringLiteral("-") : a->text() + (a->isEnabled() ? "" : " (aus)"));
         return texts;
     };
-    EXPECT_EQ(menuTexts(), (QStringList{"Textdatei (.txt)", "PDF", "Word (.docx)", "Untertitel (.srt)"}));
+    EXPECT_EQ(menuTexts(), (QStringList{"Textdatei (.txt)", "PDF", "Word (.docx)", "Untertitel (.srt)",
+                                        "Untertitel (.vtt)", "JSON (.json)"}));
     item.result.segments.clear();
     item.bundleURL = temp(QStringLiteral("bundle"));
     app.setCurrent(item);
     EXPECT_EQ(menuTexts(),
-              (QStringList{"Textdatei (.txt)", "PDF", "Word (.docx)", "Untertitel (.srt) (aus)", "-", "Im Dateimanager zeigen"}));
+              (QStringList{"Textdatei (.txt)", "PDF", "Word (.docx)", "Untertitel (.srt) (aus)",
+                           "Untertitel (.vtt) (aus)", "JSON (.json)", "-", "Im Dateimanager zeigen"}));
 }
 
+
+TEST_F(ResultViewTest, FindMarksStepsAndPlaysFromAMatchWithTheKeyboard)
+{
+    HistoryItem item = withAudio(60);
+    item.result.segments[4].text = QStringLiteral("Frau Müller kommt.");
+    item.result.segments[50].text = QStringLiteral("Und MULLER geht.");
+    app.setCurrent(item);
+    ResultView view(app, nullptr);
+    expose(view);
+    TranscriptTextView &text = *view.textView();
+    text.setFocus();
+
+    QTest::keyClick(&view, Qt::Key_F, Qt::ControlModifier);
+    ASSERT_TRUE(view.findBar()->isVisible());
+    QLineEdit *field = view.findBar()->field();
+    EXPECT_TRUE(field->hasFocus());
+    QTest::keyClicks(field, QStringLiteral("muller"));
+    auto *count = view.findBar()->findChild<QLabel *>(QStringLiteral("findCount"));
+    EXPECT_EQ(count->text(), QStringLiteral("1 von 2"));
+    const QString shown = text.document()->toPlainText();
+    const auto current = [&] {
+        const Corrections::Range r = view.findMatches()[view.currentMatch()];
+        return shown.mid(r.start, r.end - r.start);
+    };
+    EXPECT_EQ(current(), QStringLiteral("Müller"));
+
+    // Enter goes on, Shift+Enter back, F3 on again; the current match comes into view and is marked.
+    QTest::keyClick(field, Qt::Key_Return);
+    EXPECT_EQ(count->text(), QStringLiteral("2 von 2"));
+    EXPECT_EQ(current(), QStringLiteral("MULLER"));
+    QTextCursor at(text.document());
+    at.setPosition(int(view.findMatches()[1].start));
+    EXPECT_TRUE(text.viewport()->rect().contains(text.cursorRect(at).center()));
+    const auto marked = [&] {
+        for (const QTextEdit::ExtraSelection &s : text.extraSelections())
+            if (s.cursor.selectionStart() == view.findMatches()[view.currentMatch()].start)
+                return true;
+        return false;
+    };
+    EXPECT_TRUE(marked());
+    QTest::keyClick(field, Qt::Key_Return, Qt::ShiftModifier);
+    EXPECT_EQ(view.currentMatch(), 0);
+    QTest::keyClick(field, Qt::Key_F3);
+    EXPECT_EQ(view.currentMatch(), 1);
+    EXPECT_TRUE(marked());
+
+    // Space in the field is a space; Alt+Enter plays from the match's segment.
+    QTest::keyClick(field, Qt::Key_Space);
+    EXPECT_EQ(field->text(), QStringLiteral("muller "));
+    EXPECT_FALSE(view.player().isPlaying());
+    QTest::keyClick(field, Qt::Key_Backspace);
+    QTest::keyClick(field, Qt::Key_Return, Qt::AltModifier);
+    EXPECT_TRUE(view.player().isPlaying());
+    EXPECT_NEAR(view.player().currentTime(), item.result.segments[50].startMs / 1000.0, 0.05);
+
+    // Escape closes the bar and takes the marks away; Space in the text pauses.
+    QTest::keyClick(field, Qt::Key_Escape);
+    EXPECT_FALSE(view.findBar()->isVisible());
+    EXPECT_TRUE(text.extraSelections().size() <= 1) << "at most the word cursor";
+    QTest::keyClick(&text, Qt::Key_Space);
+    EXPECT_FALSE(view.player().isPlaying());
+    QTest::keyClick(&text, Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), view.currentText());
+
+    // A level's plain text is searched too, but has nothing to play from.
+    item.smoothed.insert(1, QStringLiteral("Frau Müller sagt, Herr Müller kam."));
+    app.setCurrent(item);
+    view.openFind();
+    EXPECT_EQ(view.findMatches().size(), 2);
+    EXPECT_FALSE(view.findBar()->findChild<QToolButton *>(QStringLiteral("findPlay"))->isEnabled());
+}
 
 TEST_F(ResultViewTest, CorrectionSheetCountsPreviewsAndSavesAChip)
 {
@@ -227,7 +318,7 @@ TEST_F(ResultViewTest, CorrectionSheetCountsPreviewsAndSavesAChip)
     view.openCorrectionSheet(QStringLiteral("Mühle"));
     auto *sheet = view.findChild<CorrectionSheet *>();
     ASSERT_NE(sheet, nullptr);
-    EXPECT_EQ(sheet->matchCountText(), QStringLiteral("4 Stelle(n) werden ersetzt"));
+    EXPECT_EQ(sheet->matchCountText(), QStringLiteral("4 Stellen werden ersetzt"));
     ASSERT_EQ(sheet->previews().size(), 4);
     EXPECT_EQ(sheet->previews()[0], QStringLiteral("…Die ⟦Mühle⟧ steht am Fluss, die Müh…"));
     EXPECT_EQ(sheet->previews()[2], QStringLiteral("…uss, die Mühle ist alt. ⟦Mühle⟧n und MÜHLE gibt es viel…"));
@@ -241,7 +332,7 @@ TEST_F(ResultViewTest, CorrectionSheetCountsPreviewsAndSavesAChip)
     checks[0]->click(); // and case
     EXPECT_EQ(sheet->ranges().size(), 2);
     fields[0]->setText(QStringLiteral("Windrad"));
-    EXPECT_EQ(sheet->matchCountText(), QStringLiteral("0 Stelle(n) werden ersetzt"));
+    EXPECT_EQ(sheet->matchCountText(), QStringLiteral("0 Stellen werden ersetzt"));
     EXPECT_TRUE(sheet->previews().isEmpty());
     EXPECT_FALSE(sheet->canSave()) << "nothing matches";
     fields[0]->setText(QStringLiteral("Mühle"));
@@ -284,15 +375,27 @@ TEST_F(ResultViewTest, RevealsTheBundleThroughTheFileManager)
                                    QDBusConnection::ExportAllSlots));
     ASSERT_TRUE(bus.registerService(QStringLiteral("org.freedesktop.FileManager1")));
 
+    // The item's own folder, even as a path with a trailing slash, is what gets selected.
+    const QString folder = temp(QStringLiteral("Aufnahmen/2025-03-14 Mühle"));
+    ASSERT_TRUE(QDir().mkpath(folder));
     HistoryItem item = withAudio(2);
-    item.bundleURL = temp(QStringLiteral("Aufnahmen/2025-03-14 Mühle"));
+    item.bundleURL = folder + u'/';
     app.setCurrent(item);
     ResultView view(app, nullptr);
     view.revealBundle();
     ASSERT_TRUE(QTest::qWaitFor([&] { return !fileManager.shown.isEmpty(); }, 5000));
-    EXPECT_EQ(fileManager.shown, QStringList{QUrl::fromLocalFile(*item.bundleURL).toString()});
+    EXPECT_EQ(fileManager.shown, QStringList{QUrl::fromLocalFile(folder).toString()});
     bus.unregisterService(QStringLiteral("org.freedesktop.FileManager1"));
     QDBusConnection::disconnectFromBus(QStringLiteral("file-manager"));
+
+    // Without a file manager on the bus the item's folder opens, not the one of all items.
+    OpenedUrls handler;
+    QDesktopServices::setUrlHandler(QStringLiteral("file"), &handler, "open");
+    view.revealBundle();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !handler.opened.isEmpty(); }, 5000));
+    QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
+    EXPECT_EQ(handler.opened, QList<QUrl>{QUrl::fromLocalFile(folder)});
+    QDir(folder).removeRecursively();
 }
 
 
@@ -397,6 +500,17 @@ TEST_F(ResultViewTest, Screenshots)
         view.setSelectedView(TranscriptLines::speakerView);
         QTest::qWait(50);
         EXPECT_TRUE(view.grab().save(folder + QStringLiteral("/result-speakers-%1.png").arg(name)));
+
+        // A speaker with a name, and the find bar over the text.
+        speaking.speakerBusy = false;
+        speaking.speakerNames.insert(QStringLiteral("Sprecher 1"), QStringLiteral("Diane Miller"));
+        app.setCurrent(speaking);
+        view.openFind();
+        view.findBar()->field()->setText(QStringLiteral("mühle"));
+        view.stepFind(true);
+        QTest::qWait(50);
+        EXPECT_TRUE(view.grab().save(folder + QStringLiteral("/result-find-%1.png").arg(name)));
+        view.closeFind();
     }
     QIcon::setThemeName(QString());
     QIcon::setThemeSearchPaths(iconPaths);

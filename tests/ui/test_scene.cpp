@@ -1,9 +1,15 @@
-// The processing scene at its edges, and the monitor with counters that cannot be read.
+// The processing scene at its edges, its device badge, and the monitor with counters that
+// cannot be read.
 #include "ui/ProcessingScene.h"
+#include "ui/ProcessingVisualizer.h"
 #include "ui/SystemMonitor.h"
 
+#include <QApplication>
 #include <QFile>
+#include <QHelpEvent>
 #include <QTemporaryDir>
+#include <QTest>
+#include <QToolTip>
 
 #include <gtest/gtest.h>
 
@@ -30,11 +36,44 @@ TEST(ProcessingScene, EdgesOfFillLoadAndCores)
     // Loads beyond the scale take the colour of its end.
     for (auto [load, hue] : {std::pair{-1.0, 0.33}, {7.0, 0.0}})
         EXPECT_NEAR(loadColor(load).hueF(), hue, 0.005) << load;
-    EXPECT_EQ(neuralEngineActivity(false, 0.52), 0.0);
-    for (double phase = 0; phase < 3; phase += 0.01) {
-        const double a = neuralEngineActivity(true, phase);
-        EXPECT_TRUE(a >= 0.1 - 1e-12 && a <= 1.0 + 1e-12) << phase;
-    }
+}
+
+// The badge names what recognises: the GPU by its name, else the CPU with its threads; the
+// tooltip over the badge holds the whole name, which the badge may shorten.
+TEST(ProcessingScene, TheBadgeNamesTheDeviceThatRecognises)
+{
+    ProcessingVisualizer scene;
+    scene.resize(660, 300);
+    scene.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&scene));
+    const QString gpu = QStringLiteral("NVIDIA GeForce RTX 4070 Laptop GPU with a name longer than the badge");
+    const QString cpu = QStringLiteral("AMD Ryzen 7 7840U w/ Radeon 780M Graphics");
+    auto tipAt = [&](QPoint at) {
+        QToolTip::hideText();
+        EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); }));
+        QHelpEvent help(QEvent::ToolTip, at, scene.mapToGlobal(at));
+        QApplication::sendEvent(&scene, &help);
+        return QToolTip::isVisible() ? QToolTip::text() : QString();
+    };
+
+    scene.setDevice(gpu, {}, 6);
+    EXPECT_EQ(scene.deviceTitle(), QStringLiteral("GPU"));
+    EXPECT_EQ(scene.deviceSubtitle(), gpu);
+    EXPECT_EQ(tipAt(scene.badgeArea().center()), gpu);
+    EXPECT_EQ(tipAt(QPoint(2, 2)), QString()) << "only the badge has a tooltip";
+
+    scene.setDevice({}, cpu, 6);
+    EXPECT_EQ(scene.deviceTitle(), QStringLiteral("CPU"));
+    EXPECT_EQ(scene.deviceSubtitle(), QStringLiteral("6 Threads"));
+    EXPECT_EQ(tipAt(scene.badgeArea().center()), cpu + QStringLiteral(" · 6 Threads"));
+    // With many cores the grid grows and the badge moves; its tooltip goes along.
+    scene.setCores(QList<double>(32, 0.5));
+    EXPECT_EQ(tipAt(scene.badgeArea().center()), cpu + QStringLiteral(" · 6 Threads"));
+
+    // Before a job has found out, no device is claimed.
+    scene.setDevice({}, {}, 6);
+    EXPECT_EQ(scene.deviceSubtitle(), QStringLiteral("…"));
+    EXPECT_EQ(tipAt(scene.badgeArea().center()), QString());
 }
 
 TEST(SystemMonitor, UnreadableCountersKeepTheLastLoads)

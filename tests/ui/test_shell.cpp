@@ -2,7 +2,9 @@
 // file on a real display server (Xvfb).
 #include "ShellFixture.h"
 
+#include "app/LanguageManager.h"
 #include "engine/ModelStore.h"
+#include "engine/WhisperEngine.h"
 #include "ui/BusyView.h"
 #include "ui/ContentView.h"
 #include "ui/DetailPane.h"
@@ -17,7 +19,12 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGuiApplication>
+#include <QLineEdit>
+#include <QScopeGuard>
+#include <QStyle>
+#include <QStyleOptionFrame>
 #include <QLabel>
+#include <QInputDialog>
 #include <QListWidget>
 #include <QMenu>
 #include <QMessageBox>
@@ -197,12 +204,22 @@ TEST_F(ShellTest, ToolbarDeleteAsksFirstAndTheRowMenuDoesNot)
     EXPECT_FALSE(QDir(newer).exists());
     EXPECT_EQ(pane.screen(), Screen::drop);
 
-    // From the row's context menu it goes at once.
+    // The row's context menu renames it, into its bundle, ...
     QListWidget *list = view.sidebar()->historyList();
     ASSERT_EQ(list->count(), 1);
     QMenu *menu = view.sidebar()->contextMenu(0);
-    ASSERT_EQ(menu->actions().size(), 1);
+    ASSERT_EQ(menu->actions().size(), 2);
     menu->actions().first()->trigger();
+    menu->close();
+    auto *ask = view.sidebar()->findChild<QInputDialog *>(QStringLiteral("nameDialog"));
+    ASSERT_NE(ask, nullptr);
+    ask->setTextValue(QStringLiteral("Gespräch mit Diane"));
+    ask->accept();
+    EXPECT_EQ(list->item(0)->toolTip(), QStringLiteral("Gespräch mit Diane"));
+    EXPECT_EQ(BundleStore::historyItem(*BundleStore::load(older)).fileName, QStringLiteral("Gespräch mit Diane"));
+    // ... and deletes it at once.
+    menu = view.sidebar()->contextMenu(0);
+    menu->actions().last()->trigger();
     menu->close();
     EXPECT_TRUE(app.history().isEmpty());
     EXPECT_FALSE(QDir(older).exists());
@@ -239,6 +256,32 @@ TEST_F(ShellTest, OpenPanelAndDropStageTheFirstFile)
 }
 
 
+// The link field's hint shows whole in the window at its first size, in every language.
+TEST_F(ShellTest, TheLinkHintShowsWholeInEveryLanguage)
+{
+    SagwerkApp sagwerk;
+    MainWindow *window = sagwerk.mainWindow();
+    window->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(window));
+    const auto restore = qScopeGuard([] { LanguageManager::instance().setLanguage(QStringLiteral("de")); });
+    for (const QString code : {"de", "en", "fr", "sv"}) {
+        LanguageManager::instance().setLanguage(code);
+        QCoreApplication::processEvents();
+        auto *field = window->findChild<QLineEdit *>(QStringLiteral("linkField"));
+        ASSERT_TRUE(field && field->isVisible());
+        // Where the field draws its text, as the line edit itself works it out.
+        QStyleOptionFrame option;
+        option.initFrom(field);
+        option.rect = field->rect();
+        option.lineWidth = field->style()->pixelMetric(QStyle::PM_DefaultFrameWidth, &option, field);
+        const QRect contents = field->style()->subElementRect(QStyle::SE_LineEditContents, &option, field);
+        const int room = contents.width() - field->textMargins().left() - field->textMargins().right() - 4;
+        EXPECT_GE(room, field->fontMetrics().horizontalAdvance(field->placeholderText()))
+            << code.toStdString() << ": " << field->placeholderText().toStdString();
+    }
+}
+
+
 // The desktop's standard keys: Ctrl+O opens the chooser, F1 the help, Escape closes help
 // and about, Ctrl+Q quits.
 TEST_F(ShellTest, StandardShortcuts)
@@ -256,12 +299,18 @@ TEST_F(ShellTest, StandardShortcuts)
     QTest::keyClick(window, Qt::Key_O, Qt::ControlModifier);
     EXPECT_EQ(asked, 1);
 
-    QTest::keyClick(window, Qt::Key_F1);
-    QWidget *help = sagwerk.window(QStringLiteral("help"));
-    ASSERT_TRUE(help && help->isVisible());
-    ASSERT_TRUE(QTest::qWaitForWindowActive(help));
-    QTest::keyClick(help, Qt::Key_Escape);
-    EXPECT_FALSE(help->isVisible());
+    // The menu shows F1, and F1 and Ctrl+? both open the help.
+    EXPECT_EQ(window->helpAction()->shortcut(), QKeySequence(Qt::Key_F1));
+    for (const QKeyCombination key : {QKeyCombination(Qt::Key_F1), Qt::CTRL | Qt::Key_Question}) {
+        window->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+        QTest::keyClick(window, key.key(), key.keyboardModifiers());
+        QWidget *help = sagwerk.window(QStringLiteral("help"));
+        ASSERT_TRUE(help && help->isVisible()) << QKeySequence(key).toString().toStdString();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(help));
+        QTest::keyClick(help, Qt::Key_Escape);
+        EXPECT_FALSE(help->isVisible());
+    }
 
     sagwerk.openWindow(QStringLiteral("about"));
     QWidget *about = sagwerk.window(QStringLiteral("about"));
@@ -307,6 +356,12 @@ TEST_F(ShellTest, RoadFromDropAndOpenToHistory)
     EXPECT_FALSE(pane.newAction()->isEnabled() || pane.openAction()->isEnabled());
     EXPECT_TRUE(pane.settingsAction()->isEnabled());
     EXPECT_TRUE(busy->statusText().startsWith(QStringLiteral("Transkribiere… ")));
+    // The badge's device is the one the engine recognises on, as sagwerk-cli --verbose
+    // names it: here no GPU is visible, so the processor.
+    ASSERT_TRUE(waitFor([&] { return !app.gpuDevice().isEmpty() || !app.cpuDevice().isEmpty(); }));
+    const std::optional<WhisperEngine::Device> gpu = WhisperEngine::gpuDevice();
+    EXPECT_EQ(app.gpuDevice(), gpu ? gpu->name : QString());
+    EXPECT_EQ(app.cpuDevice(), gpu ? QString() : WhisperEngine::cpuDevice().name);
 
     ASSERT_TRUE(waitFor([&] { return !app.isBusy(); }, 120000));
     ASSERT_FALSE(app.errorMessage().has_value()) << app.errorMessage()->toStdString();

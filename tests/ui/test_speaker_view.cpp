@@ -11,7 +11,11 @@
 #include "ui/TranscriptTextView.h"
 
 #include <QComboBox>
+#include <QDir>
+#include <QFile>
+#include <QInputDialog>
 #include <QLabel>
+#include <QUndoStack>
 #include <QPushButton>
 #include <QSettings>
 #include <QTest>
@@ -120,6 +124,7 @@ TEST_F(SpeakerViewTest, ControlFollowsAudioKeyAndBusyState)
     EXPECT_EQ(view.selectedView(), TranscriptLines::speakerView);
     EXPECT_EQ(pickerTexts(view), (QStringList{QStringLiteral("Original"), QStringLiteral("Sprecher")}));
     EXPECT_EQ(view.exportBase(), QStringLiteral("Gespräch an der Mühle-sprecher"));
+    view.setShowTimestamps(false);
     EXPECT_EQ(view.currentText(), text);
 }
 
@@ -156,4 +161,45 @@ TEST_F(SpeakerViewTest, SpeakerLinesCarryHeadersAndTheWordCursor)
     without.speakerText.reset();
     app.setCurrent(without);
     EXPECT_FALSE(view.textView()->document()->toPlainText().contains(QStringLiteral("Sprecher 1")));
+}
+
+TEST_F(SpeakerViewTest, ASpeakerRenamedFromItsHeadingIsNamedEverywhereAndTheRenameUndoes)
+{
+    const HistoryItem item = interview();
+    app.setCurrent(item);
+    ResultView view(app, nullptr);
+    expose(view);
+    view.setSelectedView(TranscriptLines::speakerView);
+    TranscriptTextView &text = *view.textView();
+
+    // A double click on the heading asks for the name.
+    QTextCursor heading(text.document());
+    heading.setPosition(int(text.document()->toPlainText().indexOf(QStringLiteral("Sprecher 1"))) + 2);
+    QTest::mouseDClick(text.viewport(), Qt::LeftButton, {}, text.cursorRect(heading).center());
+    QInputDialog *ask = nullptr;
+    ASSERT_TRUE(QTest::qWaitFor([&] { return (ask = view.findChild<QInputDialog *>("nameDialog")) != nullptr; }, 2000));
+    EXPECT_EQ(ask->textValue(), QStringLiteral("Sprecher 1"));
+    ask->setTextValue(QStringLiteral("  Diane Miller "));
+    ask->accept();
+
+    const QString shown = text.document()->toPlainText();
+    EXPECT_EQ(shown.count(QStringLiteral("Diane Miller")), 2) << qPrintable(shown);
+    EXPECT_FALSE(shown.contains(QStringLiteral("Sprecher 1")));
+    EXPECT_EQ(app.current()->speakerNames, (QMap<QString, QString>{{"Sprecher 1", "Diane Miller"}}));
+    EXPECT_TRUE(view.currentText().contains(QStringLiteral("] Diane Miller: "))) << "with time marks, as the switch says";
+    QString saved;
+    view.setSavePanel([&](const QString &name, const QString &) { return saved = QDir::tempPath() + u'/' + name; });
+    view.exportSubtitles();
+    EXPECT_TRUE(QString::fromUtf8(Media::readFile(saved)).contains(QStringLiteral("\nDiane Miller: ")));
+    QFile::remove(saved);
+
+    // Renaming the name again, then undoing both steps, gives the label back.
+    view.renameSpeaker(QStringLiteral("Diane Miller"), QStringLiteral("Dr. Diane Miller"));
+    EXPECT_EQ(app.current()->speakerNames.value(QStringLiteral("Sprecher 1")), QStringLiteral("Dr. Diane Miller"));
+    view.undoStack()->undo();
+    view.undoStack()->undo();
+    EXPECT_TRUE(app.current()->speakerNames.isEmpty());
+    EXPECT_EQ(text.document()->toPlainText().count(QStringLiteral("Sprecher 1")), 2);
+    view.undoStack()->redo();
+    EXPECT_EQ(text.document()->toPlainText().count(QStringLiteral("Diane Miller")), 2);
 }

@@ -2,6 +2,7 @@
 #include "Transcripts.h"
 
 #include "review/TranscriptLines.h"
+#include "ui/Style.h"
 #include "ui/TranscriptTextView.h"
 
 #include <QApplication>
@@ -138,7 +139,7 @@ TEST_F(TextViewTest, WordCursorLightsOneWordAndLeavesTheTextAlone)
     ASSERT_TRUE(view.coordinator().highlighted());
     EXPECT_EQ(view.coordinator().highlighted()->loc, word(5).loc);
     EXPECT_EQ(lit(), std::pair(word(5).loc, word(5).loc + word(5).length));
-    EXPECT_EQ(view.extraSelections()[0].format.foreground().color(), view.palette().color(QPalette::Accent));
+    EXPECT_EQ(view.extraSelections()[0].format.foreground().color(), Style::color(view.palette(), Style::Tone::accent));
 
     refresh(word(5).ms + 20, true);
     refresh(word(6).ms, true);

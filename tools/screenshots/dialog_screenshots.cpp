@@ -64,31 +64,28 @@ int main(int argc, char **argv)
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     const QPalette light = Palettes::light();
 
-    // A store with every state on show: Base with its package, Small chosen with its
-    // package on the way, Medium downloading, Large available.
+    // A store with every state on show: Base installed, Small chosen, Medium downloading,
+    // Large after a failed download.
     const QList<WhisperModel> &models = WhisperModel::all();
     const QString dir = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
                         + QStringLiteral("/Sagwerk/models");
     install(models[0], dir);
     install(models[1], dir);
-    QDir(dir).mkpath(models[0].coreMLName);
     LocalServer server;
     const QByteArray body(qint64(models[2].approxSizeMB) * 900'000, 'x');
     server.answer(QLatin1Char('/') + models[2].fileName, {.body = body, .holdAfter = body.size() * 2 / 5});
-    const QByteArray package(2'000'000, 'z');
-    server.answer(QLatin1Char('/') + models[1].coreMLName + QStringLiteral(".zip"),
-                  {.body = package, .holdAfter = package.size() * 7 / 10});
     AppModel model(nullptr, new ModelStore(server.base()));
     model.setSelectedModelId(models[1].id);
     model.saveAnthropicKey(QStringLiteral("sk-ant-screenshot"));
     model.saveOpenAIKey(QString());
     model.setActiveModelId(QStringLiteral("gpt-4o"));
     model.modelStore()->download(models[2]);
-    model.modelStore()->downloadCoreML(models[1]);
-    waitFor([&] { return server.held() == 2; });
+    // The server has no such file: an error page.
+    model.modelStore()->download(models[3]);
+    waitFor([&] { return server.held() == 1; });
     waitFor([&] {
         return model.modelStore()->downloading().value(models[2].id) > 0.35
-               && model.modelStore()->coreMLDownloading().value(models[1].id) > 0.65;
+               && model.modelStore()->failures().contains(models[3].id);
     });
 
     for (const QString &look : {QStringLiteral("light"), QStringLiteral("dark")}) {

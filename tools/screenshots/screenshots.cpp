@@ -189,15 +189,13 @@ int main(int argc, char **argv)
     scene.setProgress(0.42);
     scene.setCores({0.05, 0.3, 0.55, 0.8, 1.0, 0.15, 0.65, 0.9, 0.0, 0.45});
     scene.setGpu(0.7);
-    scene.setGpuDevice(QStringLiteral("NVIDIA GeForce RTX 4070 Laptop GPU"));
-    scene.setNeuralEngineActive(true);
+    scene.setDevice(QStringLiteral("NVIDIA GeForce RTX 4070 Laptop GPU"), {}, 8);
     scene.show();
     save(&scene, QStringLiteral("15-scene"));
     scene.setCores({});
     scene.setGpu(0);
-    scene.setGpuDevice({});
+    scene.setDevice({}, QStringLiteral("AMD Ryzen 7 7840U w/ Radeon 780M Graphics"), 8);
     scene.setProgress(0);
-    scene.setNeuralEngineActive(false);
     save(&scene, QStringLiteral("16-scene-idle"));
     return 0;
 }
