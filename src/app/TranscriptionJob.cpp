@@ -64,7 +64,7 @@ void TranscriptionJob::start(const QString &url, const QString &displayName, con
     // runs all the same.
     VadModel::ensure(control).then(this, [=, this](const QString &) {
         if (control->isCancelled()) {
-            finish(Outcome{{}, {}, {}, true}, displayName, createdAt);
+            finish(Outcome{{}, {}, {}, {}, true}, displayName, createdAt);
             return;
         }
         run(url, displayName, createdAt, modelPath, language, control, progress);
