@@ -65,7 +65,9 @@ void TranscriptionJob::start(const QString &url, const QString &displayName, con
     // runs all the same.
     VadModel::ensure(control).then(this, [=, this](const QString &) {
         if (control->isCancelled()) {
-            finish(Outcome{.cancelled = true}, displayName, createdAt);
+            Outcome cancelled;
+            cancelled.cancelled = true;
+            finish(cancelled, displayName, createdAt);
             return;
         }
         run(url, displayName, createdAt, modelPath, language, control, progress);
