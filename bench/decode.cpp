@@ -38,7 +38,7 @@ int main(int argc, char **argv)
 
         t.start();
         Engine::runProcess(QStringLiteral("/usr/bin/ffmpeg"), Engine::ffmpegArguments(input, wav), nullptr,
-                           &EngineError::convertFailed);
+                           [](const QString &m) { return EngineError::convertFailed(m); });
         theirs.push_back(t.nsecsElapsed() / 1e9);
         QFile::remove(wav);
     }

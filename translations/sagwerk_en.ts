@@ -451,6 +451,10 @@
         <translation>History</translation>
     </message>
     <message>
+        <source>Verlauf durchsuchen</source>
+        <translation>Search the history</translation>
+    </message>
+    <message>
         <source>Modell</source>
         <translation>Model</translation>
     </message>
@@ -902,6 +906,8 @@
     <message>
         <source>in %1 s</source>
         <translation>in %1 s</translation>
+    </message>
+    <message>
         <source>Keine Treffer</source>
         <translation>No matches</translation>
     </message>
@@ -931,6 +937,30 @@
     <message>
         <source>Suche schließen (Esc)</source>
         <translation>Close search (Esc)</translation>
+    </message>
+    <message>
+        <source>Whisper-Modelle (*.bin)</source>
+        <translation>Whisper models (*.bin)</translation>
+    </message>
+    <message>
+        <source>Alle Dateien (*)</source>
+        <translation>All files (*)</translation>
+    </message>
+    <message>
+        <source>Modell importieren</source>
+        <translation>Import model</translation>
+    </message>
+    <message>
+        <source>Ein Whisper-Modell von der Festplatte übernehmen: eine whisper.cpp-Datei oder einen CTranslate2-Modellordner</source>
+        <translation>Take a Whisper model from disk: a whisper.cpp file or a CTranslate2 model folder</translation>
+    </message>
+    <message>
+        <source>Modelldatei…</source>
+        <translation>Model file…</translation>
+    </message>
+    <message>
+        <source>Modellordner (CTranslate2)…</source>
+        <translation>Model folder (CTranslate2)…</translation>
     </message>
 </context>
 </TS>

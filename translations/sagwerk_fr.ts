@@ -451,6 +451,10 @@
         <translation>Historique</translation>
     </message>
     <message>
+        <source>Verlauf durchsuchen</source>
+        <translation>Rechercher dans l’historique</translation>
+    </message>
+    <message>
         <source>Modell</source>
         <translation>Modèle</translation>
     </message>
@@ -902,6 +906,8 @@
     <message>
         <source>in %1 s</source>
         <translation>en %1 s</translation>
+    </message>
+    <message>
         <source>Keine Treffer</source>
         <translation>Aucun résultat</translation>
     </message>
@@ -931,6 +937,30 @@
     <message>
         <source>Suche schließen (Esc)</source>
         <translation>Fermer la recherche (Échap)</translation>
+    </message>
+    <message>
+        <source>Whisper-Modelle (*.bin)</source>
+        <translation>Modèles Whisper (*.bin)</translation>
+    </message>
+    <message>
+        <source>Alle Dateien (*)</source>
+        <translation>Tous les fichiers (*)</translation>
+    </message>
+    <message>
+        <source>Modell importieren</source>
+        <translation>Importer un modèle</translation>
+    </message>
+    <message>
+        <source>Ein Whisper-Modell von der Festplatte übernehmen: eine whisper.cpp-Datei oder einen CTranslate2-Modellordner</source>
+        <translation>Reprendre un modèle Whisper depuis le disque : un fichier whisper.cpp ou un dossier de modèle CTranslate2</translation>
+    </message>
+    <message>
+        <source>Modelldatei…</source>
+        <translation>Fichier de modèle…</translation>
+    </message>
+    <message>
+        <source>Modellordner (CTranslate2)…</source>
+        <translation>Dossier de modèle (CTranslate2)…</translation>
     </message>
 </context>
 </TS>

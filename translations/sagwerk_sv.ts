@@ -451,6 +451,10 @@
         <translation>Historik</translation>
     </message>
     <message>
+        <source>Verlauf durchsuchen</source>
+        <translation>Sök i historiken</translation>
+    </message>
+    <message>
         <source>Modell</source>
         <translation>Modell</translation>
     </message>
@@ -902,6 +906,8 @@
     <message>
         <source>in %1 s</source>
         <translation>på %1 s</translation>
+    </message>
+    <message>
         <source>Keine Treffer</source>
         <translation>Inga träffar</translation>
     </message>
@@ -931,6 +937,30 @@
     <message>
         <source>Suche schließen (Esc)</source>
         <translation>Stäng sökningen (Esc)</translation>
+    </message>
+    <message>
+        <source>Whisper-Modelle (*.bin)</source>
+        <translation>Whisper-modeller (*.bin)</translation>
+    </message>
+    <message>
+        <source>Alle Dateien (*)</source>
+        <translation>Alla filer (*)</translation>
+    </message>
+    <message>
+        <source>Modell importieren</source>
+        <translation>Importera modell</translation>
+    </message>
+    <message>
+        <source>Ein Whisper-Modell von der Festplatte übernehmen: eine whisper.cpp-Datei oder einen CTranslate2-Modellordner</source>
+        <translation>Hämta en Whisper-modell från disken: en whisper.cpp-fil eller en CTranslate2-modellmapp</translation>
+    </message>
+    <message>
+        <source>Modelldatei…</source>
+        <translation>Modellfil…</translation>
+    </message>
+    <message>
+        <source>Modellordner (CTranslate2)…</source>
+        <translation>Modellmapp (CTranslate2)…</translation>
     </message>
 </context>
 </TS>

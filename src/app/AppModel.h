@@ -83,6 +83,8 @@ public:
     const std::optional<QString> &errorMessage() const { return m_errorMessage.value(); }
     // What a program or library said itself about the error, shown only on request.
     const QString &errorDetails() const { return m_errorDetails; }
+    // Starts the failed work again; empty where trying again makes no sense.
+    const std::function<void()> &errorRetry() const { return m_errorRetry; }
     const std::optional<HistoryItem> &current() const { return m_current.value(); }
     const QList<HistoryItem> &history() const { return m_history.value(); }
     const std::optional<PendingItem> &pending() const { return m_pending.value(); }
@@ -127,10 +129,13 @@ public:
     void setShowRecorder(bool show) { m_showRecorder = show; }
     void setInterviewActive(bool active) { m_interviewActive = active; }
     void setShowOnboarding(bool show) { m_showOnboarding = show; }
-    // The details are set first, so that whoever hears of the message finds them.
-    void setErrorMessage(const std::optional<QString> &message, const QString &details = {})
+    // The details and the retry are set first, so that whoever hears of the message finds
+    // them. A retry starts the failed work again (a download that can succeed later).
+    void setErrorMessage(const std::optional<QString> &message, const QString &details = {},
+                         std::function<void()> retry = {})
     {
         m_errorDetails = details;
+        m_errorRetry = std::move(retry);
         m_errorMessage = message;
     }
     // Items change by replacement, so every assignment is news.
@@ -276,6 +281,7 @@ private:
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, QString, m_cpuDevice, &AppModel::cpuDeviceChanged)
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, std::optional<QString>, m_errorMessage, &AppModel::errorMessageChanged)
     QString m_errorDetails;
+    std::function<void()> m_errorRetry;
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, std::optional<HistoryItem>, m_current, &AppModel::currentChanged)
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, QList<HistoryItem>, m_history, &AppModel::historyChanged)
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, std::optional<PendingItem>, m_pending, &AppModel::pendingChanged)

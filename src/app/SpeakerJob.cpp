@@ -218,6 +218,14 @@ void SpeakerJob::fail(const TranscribeControlPtr &, const QString &id, std::exce
                 throw;
             std::rethrow_exception(wrapped.exception());
         }
+    } catch (const DiarizationModels::TransferFailed &e) {
+        // The models could not be fetched, as when offline: the same job may work later.
+        AppModel *app = &m_app;
+        m_app.setErrorMessage(e.errorDescription(), e.details(), [app, id] {
+            for (const HistoryItem &item : app->history())
+                if (item.id == id)
+                    return app->detectSpeakers(item);
+        });
     } catch (const UserError &e) {
         // The user's own cancel, wherever it stopped the job, shows nothing.
         if (!e.isCancelled())

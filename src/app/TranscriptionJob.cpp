@@ -16,8 +16,9 @@ struct TranscriptionJob::Outcome {
     // Absent when the bundle could not be made; the item then lives in memory only.
     std::optional<LoadedBundle> bundle;
     QString error;
-    QString details;
     bool cancelled = false;
+    // What a program said itself, shown behind the error's details.
+    QString details;
 };
 
 TranscriptionJob::TranscriptionJob(AppModel &app) : m_app(app)
@@ -64,7 +65,9 @@ void TranscriptionJob::start(const QString &url, const QString &displayName, con
     // runs all the same.
     VadModel::ensure(control).then(this, [=, this](const QString &) {
         if (control->isCancelled()) {
-            finish(Outcome{{}, {}, {}, {}, true}, displayName, createdAt);
+            Outcome cancelled;
+            cancelled.cancelled = true;
+            finish(cancelled, displayName, createdAt);
             return;
         }
         run(url, displayName, createdAt, modelPath, language, control, progress);

@@ -275,22 +275,22 @@ private:
         m_bar = std::make_unique<ProgressBar>("Transkription");
         ProgressBar *bar = m_bar.get();
         // The voice-activity model is fetched on first use, as the application does.
-        VadModel::ensure(control)
-            .then(this, [file, modelPath, language, control, bar](const QString &) {
-                return QtConcurrent::run([file, modelPath, language, control, bar]() -> Outcome {
-                    try {
-                        return {Engine::transcribe(file, modelPath, language, control,
-                                                   [bar](double f) { bar->update(f); }),
-                                {}, false, {}};
-                    } catch (const UserError &e) {
-                        return {std::nullopt, e.errorDescription(), e.isCancelled(), e.details()};
-                    } catch (const std::exception &e) {
-                        return {std::nullopt, QString::fromLocal8Bit(e.what()), false, {}};
-                    }
-                });
-            })
-            .unwrap()
-            .then(this, [this](const Outcome &outcome) {
+        VadModel::ensure(control).then(this, [this, file, modelPath, language, control, bar](const QString &) {
+            if (control->isCancelled()) {
+                m_bar.reset();
+                printError(EngineError::cancelled().errorDescription());
+                return end(Cancelled);
+            }
+            QtConcurrent::run([file, modelPath, language, control, bar]() -> Outcome {
+                try {
+                    return {Engine::transcribe(file, modelPath, language, control, [bar](double f) { bar->update(f); }),
+                            {}, false, {}};
+                } catch (const UserError &e) {
+                    return {std::nullopt, e.errorDescription(), e.isCancelled(), e.details()};
+                } catch (const std::exception &e) {
+                    return {std::nullopt, QString::fromLocal8Bit(e.what()), false, {}};
+                }
+            }).then(this, [this](const Outcome &outcome) {
                 m_bar.reset();
                 if (!outcome.result) {
                     printError(outcome.error, outcome.details);
@@ -300,6 +300,7 @@ private:
                 std::fwrite(json.constData(), 1, size_t(json.size()), stdout);
                 end(Ok);
             });
+        });
     }
 
     // The application's own road: staging, the settings' model and language unless named,

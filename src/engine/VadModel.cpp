@@ -92,23 +92,21 @@ QFuture<QString> ensure(const TranscribeControlPtr &control)
     request.stallTimeoutMs = 30000;
     auto promise = std::make_shared<QPromise<QString>>();
     promise->start();
-    Network::download(request)
-        .then([promise](const Network::Response &response) {
-            if (response.status && *response.status != 200) {
-                QFile::remove(response.file);
-                promise->addResult(QString());
-                promise->finish();
-                return;
-            }
-            QtConcurrent::run(install, response.file).then([promise](const QString &placed) {
-                promise->addResult(placed);
-                promise->finish();
-            });
-        })
-        .onFailed([promise] {
-            promise->addResult(QString());
+    // Handed the whole transfer, so that a failed or cancelled one ends the wait too.
+    Network::download(request).then([promise](const QFuture<Network::Response> &transfer) {
+        const auto give = [promise](const QString &placed) {
+            promise->addResult(placed);
             promise->finish();
-        });
+        };
+        if (transfer.isCanceled() || transfer.resultCount() == 0)
+            return give({});
+        const Network::Response response = transfer.result();
+        if (response.status && *response.status != 200) {
+            QFile::remove(response.file);
+            return give({});
+        }
+        QtConcurrent::run(install, response.file).then([give](const QString &placed) { give(placed); });
+    });
     return promise->future();
 }
 

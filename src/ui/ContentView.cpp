@@ -99,7 +99,15 @@ void ContentView::updateAlert()
     m_alert->setInformativeText(*message);
     // A program's own lines (ffmpeg's, the network layer's) wait behind "Details".
     m_alert->setDetailedText(m_app.errorDetails());
+    // A failed download offers to try again right there.
+    if (const std::function<void()> retry = m_app.errorRetry()) {
+        QPushButton *again = m_alert->addButton(Tr::tr("Erneut versuchen"), QMessageBox::AcceptRole);
+        again->setObjectName(QStringLiteral("retry"));
+        // The alert's end clears the error and its retry: this button keeps its own.
+        connect(again, &QPushButton::clicked, &m_app, retry);
+    }
     QPushButton *ok = m_alert->addButton(Tr::tr("OK"), QMessageBox::RejectRole);
+    ok->setObjectName(QStringLiteral("ok"));
     m_alert->setDefaultButton(ok);
     m_alert->setEscapeButton(ok);
     Style::styleAlert(m_alert);
@@ -112,8 +120,10 @@ void ContentView::changeEvent(QEvent *event)
     if (event->type() == QEvent::LanguageChange && m_alert) {
         m_alert->setWindowTitle(Tr::tr("Fehler"));
         m_alert->setText(Tr::tr("Fehler"));
-        if (!m_alert->buttons().isEmpty())
-            m_alert->buttons().first()->setText(Tr::tr("OK"));
+        if (auto *ok = m_alert->findChild<QPushButton *>(QStringLiteral("ok")))
+            ok->setText(Tr::tr("OK"));
+        if (auto *again = m_alert->findChild<QPushButton *>(QStringLiteral("retry")))
+            again->setText(Tr::tr("Erneut versuchen"));
     }
     QWidget::changeEvent(event);
 }

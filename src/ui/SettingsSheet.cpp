@@ -6,6 +6,7 @@
 #include "app/LanguageManager.h"
 #include "ui/AIModelPicker.h"
 #include "ui/KeyField.h"
+#include "ui/ModelImportRow.h"
 #include "ui/ModelRow.h"
 #include "ui/Style.h"
 
@@ -77,6 +78,7 @@ SettingsSheet::SettingsSheet(AppModel &app, QWidget *parent) : QDialog(parent), 
     models->addWidget(m_modelsHeading);
     models->addWidget(m_modelsText);
     models->addWidget(m_models);
+    models->addWidget(new ModelImportRow(app, content));
 
     body->addWidget(Style::divider(content));
 

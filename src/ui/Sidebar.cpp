@@ -2,6 +2,7 @@
 #include "core/Tr.h"
 
 #include "app/AppModel.h"
+#include "app/HistoryFilter.h"
 #include "export/Format.h"
 #include "ui/Icons.h"
 #include "ui/NameDialog.h"
@@ -10,6 +11,7 @@
 #include <QApplication>
 #include <QEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
 #include <QShortcut>
@@ -101,6 +103,14 @@ Sidebar::Sidebar(AppModel &app, QWidget *parent) : QWidget(parent), m_app(app)
     m_heading->setFont(Style::font(Style::TextSize::caption, QFont::Bold));
     m_heading->setContentsMargins(sidePadding, 0, 0, 2);
     layout->addWidget(m_heading);
+
+    m_search = new QLineEdit(this);
+    m_search->setObjectName(QStringLiteral("historySearch"));
+    m_search->setClearButtonEnabled(true);
+    layout->addWidget(m_search);
+    m_filter = new HistoryFilter(this);
+    connect(m_search, &QLineEdit::textChanged, this, [this](const QString &query) { m_filter->search(m_app.history(), query); });
+    connect(m_filter, &HistoryFilter::matchesChanged, this, &Sidebar::showMatches);
 
     m_list = new QListWidget(this);
     m_list->setFrameShape(QFrame::NoFrame);
@@ -196,7 +206,18 @@ void Sidebar::rebuild()
     const bool any = !m_app.history().isEmpty();
     m_heading->setVisible(any);
     m_list->setVisible(any);
+    m_search->setVisible(any);
+    if (m_filter->isActive())
+        m_filter->search(m_app.history(), m_search->text());
     selectCurrent();
+}
+
+void Sidebar::showMatches()
+{
+    for (int row = 0; row < m_list->count(); ++row) {
+        QListWidgetItem *item = m_list->item(row);
+        item->setHidden(m_filter->isActive() && !m_filter->matches().contains(item->data(IdRole).toString()));
+    }
 }
 
 void Sidebar::selectCurrent()
@@ -223,6 +244,7 @@ void Sidebar::retranslate()
     // A lone "&" would mark a mnemonic.
     m_settings->setText(Tr::tr("Modelle & Einstellungen").replace(u'&', QStringLiteral("&&")));
     m_heading->setText(Tr::tr("Verlauf"));
+    m_search->setPlaceholderText(Tr::tr("Verlauf durchsuchen"));
 }
 
 void Sidebar::restyle()

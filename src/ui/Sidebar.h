@@ -3,7 +3,9 @@
 #include <QWidget>
 
 class AppModel;
+class HistoryFilter;
 class QLabel;
+class QLineEdit;
 class QListWidget;
 class QMenu;
 class QPushButton;
@@ -20,6 +22,8 @@ public:
     QPushButton *settingsButton() const { return m_settings; }
     QLabel *historyHeading() const { return m_heading; }
     QListWidget *historyList() const { return m_list; }
+    // Narrows the list to items whose name or text holds what is typed.
+    QLineEdit *historySearch() const { return m_search; }
     // The context menu of a row, as it opens on a right click.
     QMenu *contextMenu(int row);
 
@@ -32,10 +36,13 @@ private:
     void selectCurrent();
     void retranslate();
     void restyle();
+    void showMatches();
 
     AppModel &m_app;
     QPushButton *m_settings = nullptr;
     QLabel *m_heading = nullptr;
     QListWidget *m_list = nullptr;
+    QLineEdit *m_search = nullptr;
+    HistoryFilter *m_filter = nullptr;
     bool m_syncing = false;
 };

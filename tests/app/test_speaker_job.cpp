@@ -139,6 +139,33 @@ TEST_F(SpeakerJobs, ByVoiceWithoutKeyStoresTheLabels)
     EXPECT_NO_TEMPORARY_FILES();
 }
 
+// Offline, the model download says so in words and offers to try again; once the host
+// answers, the retry runs the whole job.
+TEST_F(SpeakerJobs, AFailedModelDownloadSaysWhyAndRetries)
+{
+    child("0.0 -- 0.95 speaker_0\\n0.95 -- 2.0 speaker_1\\n");
+    QFile::remove(DiarizationModels::embPath());
+    const QByteArray gone = LocalServer().base().toString().chopped(1).toUtf8();
+    qputenv("SAGWERK_SPEAKER_MODEL_HOST", gone);
+    AppModel app;
+    detect(app);
+    EXPECT_EQ(app.errorMessage(), "Sprecher-Modelle konnten nicht geladen werden: Der Server ist nicht erreichbar. "
+                                  "Bitte die Internetverbindung prüfen.");
+    EXPECT_FALSE(app.errorDetails().isEmpty()) << "the transfer layer's own words, for a closer look";
+    ASSERT_TRUE(app.errorRetry());
+
+    qputenv("SAGWERK_SPEAKER_MODEL_HOST", server.base().toString().chopped(1).toUtf8());
+    server.answer(DiarizationModels::embURL().path(), {.body = "emb"});
+    const std::function<void()> retry = app.errorRetry();
+    app.setErrorMessage(std::nullopt);
+    retry();
+    EXPECT_TRUE(app.current()->speakerBusy);
+    ASSERT_TRUE(waitFor([&] { return !app.current()->speakerBusy; }));
+    EXPECT_EQ(app.errorMessage(), std::nullopt);
+    EXPECT_EQ(app.current()->speakerText, "Sprecher 1: Guten Tag.\nSprecher 2: Hallo zurück.");
+    EXPECT_TRUE(QFile::exists(DiarizationModels::embPath()));
+}
+
 TEST_F(SpeakerJobs, TheAINamesTwoSpeakersButNotOne)
 {
     AppModel app;
@@ -239,7 +266,7 @@ TEST_F(SpeakerJobs, TheCommandLineSeparatesStoresAndExports)
     ASSERT_EQ(spans.size(), 2);
     EXPECT_EQ(spans[0].toObject(), (QJsonObject{{"start", 0.0}, {"end", 0.95}, {"speaker", 3}}));
 
-    const CliRun exported = cli({"export", bundle, "--format", "txt", "--view", "speakers"});
+    const CliRun exported = cli({"export", bundle, "--format", "txt", "--view", "speakers", "--no-timestamps"});
     EXPECT_EQ(exported.status, 0);
     EXPECT_EQ(exported.out, "Sprecher 1: Guten Tag.\nSprecher 2: Hallo zurück.");
 

@@ -12,6 +12,7 @@
 #include "ui/HelpView.h"
 #include "ui/InlineMarkdown.h"
 #include "ui/KeyField.h"
+#include "ui/ModelImportRow.h"
 #include "ui/ModelRow.h"
 #include "ui/OnboardingWizard.h"
 #include "ui/SettingsSheet.h"
@@ -188,6 +189,27 @@ private slots:
         QCOMPARE(app.selectedModelId(), medium.id);
         mediumRow->deleteModel();
         QCOMPARE(app.selectedModelId(), QStringLiteral("small-q5_1"));
+    }
+
+    void settingsImportAModelAndSayWhyNot()
+    {
+        AppModel app;
+        SettingsSheet sheet(app);
+        sheet.show();
+        auto *row = sheet.findChild<ModelImportRow *>();
+        QVERIFY(row);
+        // A file that is no model, then a real model of no catalogue size: each import runs
+        // to its end and says in plain words why it took nothing.
+        row->importFrom(Media::textFileNamedMp3());
+        QVERIFY(waitFor([&] { return row->status()->isVisible(); }));
+        QVERIFY2(row->status()->text().startsWith(QStringLiteral("Kein Whisper-Modell gefunden")),
+                 qPrintable(row->status()->text()));
+        row->importFrom(Media::tinyModel());
+        QVERIFY(!row->status()->isVisible());
+        QVERIFY(waitFor([&] { return row->status()->isVisible(); }));
+        QVERIFY2(row->status()->text().contains(QStringLiteral("passt zu keinem Modell des Katalogs")),
+                 qPrintable(row->status()->text()));
+        QVERIFY(QDir(modelsDir()).entryList(QDir::Files).isEmpty());
     }
 
     void settingsKeysLanguageAndSwitches()

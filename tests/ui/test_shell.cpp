@@ -25,6 +25,7 @@
 #include <QStyleOptionFrame>
 #include <QLabel>
 #include <QInputDialog>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
 #include <QMessageBox>
@@ -180,6 +181,39 @@ TEST_F(ShellTest, ToolbarAndSetupFollowTheirEnabledRules)
     EXPECT_FALSE(app.pending().has_value());
 }
 
+TEST_F(ShellTest, HistorySearchNarrowsByNameAndByTheTextsInside)
+{
+    addBundle(QStringLiteral("Gespräch mit Frau Müller.m4a"), QDateTime::currentDateTime().addDays(-2));
+    const QString spoken = addBundle(QStringLiteral("Notiz.m4a"), QDateTime::currentDateTime().addDays(-1));
+    BundleStore::saveSpeakerText(spoken, QStringLiteral("Sprecher 1: Frau MULLER kommt morgen."));
+    addBundle(QStringLiteral("Einkauf.m4a"), QDateTime::currentDateTime());
+    AppModel app;
+    ContentView view(app);
+    view.show();
+    QListWidget *list = view.sidebar()->historyList();
+    ASSERT_EQ(list->count(), 3);
+    const auto shown = [&] {
+        QStringList names;
+        for (int row = 0; row < list->count(); ++row)
+            if (!list->item(row)->isHidden())
+                names << list->item(row)->toolTip();
+        return names;
+    };
+    // The name matches at once, blind to case and accents; the speaker text a moment later.
+    view.sidebar()->historySearch()->setText(QStringLiteral("muller"));
+    EXPECT_TRUE(shown().contains(QStringLiteral("Gespräch mit Frau Müller.m4a")));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return shown().size() == 2; }, 5000)) << shown().join(", ").toStdString();
+    EXPECT_EQ(shown(), (QStringList{"Notiz.m4a", "Gespräch mit Frau Müller.m4a"}));
+    // Text of every item is searched, the full text too.
+    view.sidebar()->historySearch()->setText(QStringLiteral("hallo"));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return shown().size() == 3; }, 5000));
+    view.sidebar()->historySearch()->setText(QStringLiteral("nirgends"));
+    QTest::qWait(200);
+    EXPECT_TRUE(shown().isEmpty());
+    view.sidebar()->historySearch()->clear();
+    EXPECT_EQ(shown().size(), 3);
+}
+
 TEST_F(ShellTest, ToolbarDeleteAsksFirstAndTheRowMenuDoesNot)
 {
     const QString older = addBundle(QStringLiteral("older.m4a"), QDateTime::currentDateTime().addDays(-1));
@@ -255,6 +289,36 @@ TEST_F(ShellTest, OpenPanelAndDropStageTheFirstFile)
     EXPECT_EQ(std::get<PendingItem::File>(app.pending()->kind).url, QStringLiteral("/x/notes.txt"));
 }
 
+
+// An error shows the user's text, a program's own lines behind "Details", and a retry
+// where the failed work can be tried again.
+TEST_F(ShellTest, TheErrorAlertKeepsDetailsBackAndOffersARetry)
+{
+    AppModel app;
+    ContentView view(app);
+    view.show();
+    int retried = 0;
+    app.setErrorMessage(QStringLiteral("Die Datei ist beschädigt."), QStringLiteral("[mov] moov atom not found"),
+                        [&] { ++retried; });
+    auto *alert = view.findChild<QMessageBox *>();
+    ASSERT_TRUE(alert);
+    EXPECT_EQ(alert->informativeText(), QStringLiteral("Die Datei ist beschädigt."));
+    EXPECT_EQ(alert->detailedText(), QStringLiteral("[mov] moov atom not found"));
+    QAbstractButton *retry = buttonLabelled(alert, QStringLiteral("Erneut versuchen"));
+    ASSERT_TRUE(retry);
+    retry->click();
+    EXPECT_EQ(retried, 1);
+    EXPECT_FALSE(app.errorMessage().has_value());
+
+    // Without a retry there is only OK.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    ASSERT_FALSE(view.findChild<QMessageBox *>()) << "the first alert is gone";
+    app.setErrorMessage(QStringLiteral("Kein Modell ausgewählt/installiert."));
+    alert = view.findChild<QMessageBox *>();
+    ASSERT_TRUE(alert);
+    EXPECT_FALSE(buttonLabelled(alert, QStringLiteral("Erneut versuchen")));
+    EXPECT_TRUE(alert->detailedText().isEmpty());
+}
 
 // The link field's hint shows whole in the window at its first size, in every language.
 TEST_F(ShellTest, TheLinkHintShowsWholeInEveryLanguage)

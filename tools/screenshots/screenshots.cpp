@@ -8,6 +8,8 @@
 
 #include "app/AppModel.h"
 #include "app/Settings.h"
+#include "engine/Engine.h"
+#include "engine/EngineError.h"
 #include "engine/ModelStore.h"
 #include "storage/BundleStore.h"
 #include "ui/BusyView.h"
@@ -120,6 +122,16 @@ int main(int argc, char **argv)
             QStringLiteral("Modell Small ist nicht installiert. Bitte in den Einstellungen herunterladen."));
         settle();
         save(window->content()->errorAlert(), QStringLiteral("04-error-alert"));
+        window->content()->errorAlert()->close();
+        settle();
+        // A damaged file: the user's text, ffmpeg's own lines behind the details button.
+        try {
+            Engine::decodeTo16kMonoFloats(Media::textFileNamedMp3());
+        } catch (const EngineError &e) {
+            sagwerk.model().setErrorMessage(e.errorDescription(), e.details());
+        }
+        settle();
+        save(window->content()->errorAlert(), QStringLiteral("04-error-alert-damaged"));
         window->content()->errorAlert()->close();
     }
 
