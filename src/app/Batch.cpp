@@ -8,6 +8,7 @@
 #include "engine/Engine.h"
 #include "engine/EngineError.h"
 #include "engine/ModelStore.h"
+#include "engine/VadModel.h"
 #include "engine/WhisperEngine.h"
 #include "links/MediaDownloader.h"
 #include "links/PodcastResolver.h"
@@ -281,7 +282,9 @@ void BatchRun::start()
             m_known.insert(QString::number(c->size) + u':' + c->sha256,
                            Known{bundle.url, bundle.data.speakerText.has_value()});
     }
-    fill();
+    // The voice-activity model, fetched on first use as a single job fetches it; without
+    // it the batch recognises all the same.
+    VadModel::ensure(m_vadControl).then(this, [this](const QString &) { fill(); });
 }
 
 void BatchRun::cancel()
@@ -303,6 +306,7 @@ void BatchRun::cancel()
     }
     if (m_speakerJob)
         m_speakerJob->cancel();
+    m_vadControl->cancel();
     fill();
 }
 
@@ -325,8 +329,9 @@ void BatchRun::fill()
         begin(job);
     }
     if (m_running.isEmpty() && !m_speakerRunning && m_speakerQueue.isEmpty()
-        && (m_cancelled || m_next >= m_sources.size())) {
+        && (m_cancelled || m_next >= m_sources.size()) && !m_finished) {
         m_next = m_sources.size();
+        m_finished = true;
         emit finished();
     }
 }

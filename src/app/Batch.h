@@ -141,6 +141,7 @@ private:
     qsizetype m_completed = 0;
     bool m_cancelled = false;
     bool m_started = false;
+    bool m_finished = false;
     QList<std::shared_ptr<Job>> m_running;
     // Content keys ("size:sha256") of the history, with the bundle that holds each, and
     // the keys of what this run is making now.
@@ -154,4 +155,5 @@ private:
     std::unique_ptr<SpeakerJob> m_speakerJob;
     QList<std::shared_ptr<Job>> m_speakerQueue;
     std::shared_ptr<Job> m_speakerRunning;
+    const TranscribeControlPtr m_vadControl = std::make_shared<TranscribeControl>();
 };

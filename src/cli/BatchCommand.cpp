@@ -37,9 +37,9 @@ QString bar(double fraction, int width)
 class BatchRunCommand : public Run {
 public:
     BatchRunCommand(std::unique_ptr<AppModel> app, QList<Batch::Source> sources, BatchRun::Options options,
-                    std::unique_ptr<QFile> report, int problems)
+                    std::unique_ptr<QFile> report)
         : m_app(std::move(app)), m_run(*m_app, std::move(sources), options), m_report(std::move(report)),
-          m_failed(problems), m_terminal(::isatty(STDERR_FILENO) == 1)
+          m_terminal(::isatty(STDERR_FILENO) == 1)
     {
         connect(&m_run, &BatchRun::entryFinished, this, [this](const BatchRun::Entry &e) { record(e); });
         connect(&m_run, &BatchRun::finished, this, [this] { done(); });
@@ -52,6 +52,12 @@ public:
         if (m_terminal)
             m_redraw.start();
         m_run.start();
+    }
+
+    // An argument that names nothing to transcribe fails like a source.
+    void refuse(const QString &argument, const QString &problem)
+    {
+        record(BatchRun::Entry{Batch::Source{argument, argument, false}, BatchRun::Outcome::Failed, {}, problem, 0});
     }
 
 protected:
@@ -219,8 +225,6 @@ std::unique_ptr<QObject> batch(const QStringList &args)
     }
 
     const Batch::Expansion expansion = Batch::expand(parser.positionalArguments());
-    for (const auto &[argument, problem] : expansion.problems)
-        printError(Tr::tr("Fehlgeschlagen: %1: %2").arg(QDir::toNativeSeparators(argument), problem));
     BatchRun::Options options;
     options.modelPath = std::get<0>(setup).first;
     options.language = std::get<0>(setup).second;
@@ -228,7 +232,9 @@ std::unique_ptr<QObject> batch(const QStringList &args)
     if (parser.isSet(QStringLiteral("speakers")))
         options.speakers = speakers;
     auto run = std::make_unique<BatchRunCommand>(std::move(app), Batch::select(expansion.sources, shard), options,
-                                                 std::move(report), int(expansion.problems.size()));
+                                                 std::move(report));
+    for (const auto &[argument, problem] : expansion.problems)
+        run->refuse(argument, problem);
     run->start();
     return run;
 }

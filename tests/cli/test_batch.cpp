@@ -228,6 +228,7 @@ TEST(CliBatch, SpeakersAreSeparatedAlsoForBundlesMadeBeforeWithoutThem)
     Media::writeFile(child, "#!/bin/sh\nprintf '%s\\n' \"$@\" > \"$(dirname \"$0\")/args\"\n"
                             "printf '0.0 -- 1.0 speaker_0\\n1.0 -- 3.0 speaker_1\\n'\n");
     QFile::setPermissions(child, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    qputenv("SAGWERK_DIARIZE_PROGRAM", child.toUtf8());
     const QString folder = archive(QStringLiteral("voices"), 2);
     const QStringList sources = media(folder);
     const QString model = Media::tinyModel();
@@ -245,4 +246,5 @@ TEST(CliBatch, SpeakersAreSeparatedAlsoForBundlesMadeBeforeWithoutThem)
         EXPECT_TRUE(b.data.speakerText) << b.url.toStdString();
     EXPECT_TRUE(Media::readFile(home + "/Developer/SagwerkMac/vendor/args").startsWith("--clustering.num-clusters=2\n"));
     expectEachSourceOnce(sources);
+    qunsetenv("SAGWERK_DIARIZE_PROGRAM");
 }
