@@ -8,6 +8,7 @@
 #include "TinyModel.h"
 
 #include "app/AppModel.h"
+#include "app/TranscriptionJob.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -104,8 +105,8 @@ int main(int argc, char **argv)
         lateness.push_back(std::max(0.0, double(now - lastTick) / 1e6 - tickMs));
         lastTick = now;
     });
-    QObject::connect(&state, &AppModel::isBusyChanged, [&] {
-        if (!state.isBusy())
+    QObject::connect(&state.transcription(), &TranscriptionJob::isBusyChanged, [&] {
+        if (!state.transcription().isBusy())
             QCoreApplication::quit();
     });
     QTimer::singleShot(0, [&] {
@@ -114,7 +115,7 @@ int main(int argc, char **argv)
         job.start();
         // The call itself runs on the main thread too, so it counts.
         state.transcribe(video, QStringLiteral("Video"), overrides);
-        if (!state.isBusy())
+        if (!state.transcription().isBusy())
             QCoreApplication::quit();
     });
     app.exec();

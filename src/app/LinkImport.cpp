@@ -1,13 +1,10 @@
 #include "app/LinkImport.h"
 
-#include "app/AppModel.h"
 #include "core/Tr.h"
 #include "links/MediaDownloader.h"
 #include "links/PodcastResolver.h"
 
-LinkImport::LinkImport(AppModel &app) : m_app(app)
-{
-}
+LinkImport::LinkImport(QObject *parent) : QObject(parent) {}
 
 LinkImport::~LinkImport()
 {
@@ -17,22 +14,16 @@ LinkImport::~LinkImport()
 
 void LinkImport::start(const QString &link)
 {
-    if (m_app.isBusy() || m_app.linkBusy())
+    if (m_isBusy)
         return;
-    const QString text = link.trimmed();
-    if (text.isEmpty())
-        return;
-    m_app.setErrorMessage(std::nullopt);
-    m_app.setCurrent(std::nullopt);
-    m_app.setInterviewActive(false);
-    m_app.m_linkBusy = true;
-    m_app.m_linkProgress = 0.0;
-    m_app.m_linkStatus = Tr::tr("Link wird aufgelöst…");
+    m_isBusy = true;
+    m_progress = 0.0;
+    m_status = Tr::tr("Link wird aufgelöst…");
 
     // The user cannot cancel an import; the control only lets this object end the
     // resolution's request when it goes away.
     m_control = std::make_shared<TranscribeControl>();
-    PodcastResolver::resolve(text, PodcastResolver::defaultLookupBase, m_control)
+    PodcastResolver::resolve(link, PodcastResolver::defaultLookupBase, m_control)
         .then(this, [this](const QFuture<ResolvedMedia> &resolution) {
             m_control.reset();
             try {
@@ -48,16 +39,14 @@ void LinkImport::start(const QString &link)
 
 void LinkImport::download(const QUrl &url, const QString &title)
 {
-    m_app.m_linkStatus = Tr::tr("Episode wird geladen…");
-    auto *downloader = new MediaDownloader([this](double fraction) { m_app.m_linkProgress = fraction; }, this);
+    m_status = Tr::tr("Episode wird geladen…");
+    auto *downloader = new MediaDownloader([this](double fraction) { m_progress = fraction; }, this);
     downloader->download(url)
         .then(this,
               [this, downloader, title](const QString &file) {
                   downloader->deleteLater();
                   end(std::nullopt);
-                  // Refused without a word if a job has started meanwhile; the file then
-                  // stays in the temporary folder.
-                  m_app.stage(file, title);
+                  emit downloaded(file, title);
               })
         .onFailed(this, [this, downloader](const Network::Error &error) {
             downloader->deleteLater();
@@ -67,9 +56,9 @@ void LinkImport::download(const QUrl &url, const QString &title)
 
 void LinkImport::end(const std::optional<QString> &error)
 {
-    m_app.m_linkBusy = false;
-    m_app.m_linkStatus = std::nullopt;
-    m_app.m_linkProgress = 0.0;
+    m_isBusy = false;
+    m_status = std::nullopt;
+    m_progress = 0.0;
     if (error)
-        m_app.setErrorMessage(*error);
+        emit failed(*error);
 }

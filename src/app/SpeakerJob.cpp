@@ -2,7 +2,7 @@
 
 #include "ai/AIModel.h"
 #include "ai/Smoother.h"
-#include "app/AppModel.h"
+#include "core/HistoryItem.h"
 #include "core/Tr.h"
 #include "core/UserError.h"
 #include "engine/Engine.h"
@@ -20,9 +20,6 @@
 
 namespace {
 
-// The diarisation program's clustering threshold, the same in every job.
-constexpr double threshold = 0.9;
-
 // The separated voices and the segments they are laid over.
 struct Voices {
     QList<SpeakerSpan> spans;
@@ -37,7 +34,7 @@ void throwIfCancelled(const TranscribeControlPtr &control)
 
 } // namespace
 
-SpeakerJob::SpeakerJob(AppModel &app) : m_app(app) {}
+SpeakerJob::SpeakerJob(QObject *parent) : QObject(parent) {}
 
 SpeakerJob::~SpeakerJob()
 {
@@ -52,15 +49,13 @@ SpeakerJob::~SpeakerJob()
     }
 }
 
-QFuture<SpeakerJob::Result> SpeakerJob::start(const HistoryItem &item, const Overrides &overrides)
+QFuture<SpeakerJob::Result> SpeakerJob::start(const HistoryItem &item, int speakerCount, const QString &key,
+                                              const QString &modelId)
 {
     if (item.speakerBusy)
         return QtFuture::makeExceptionalFuture<Result>(std::make_exception_ptr(Cancelled()));
-    // Fixed for this run: later changes of the settings don't reach it.
-    const QString key = overrides.apiKey.value_or(m_app.activeKey());
-    const QString modelId = overrides.modelId.value_or(m_app.activeModelId());
     if (item.audioURL && QFile::exists(*item.audioURL))
-        return acoustic(item, *item.audioURL, overrides.speakerCount.value_or(m_app.speakerCount()), key, modelId);
+        return acoustic(item, *item.audioURL, speakerCount, key, modelId);
     return textOnly(item, key, modelId);
 }
 
@@ -75,8 +70,8 @@ QFuture<SpeakerJob::Result> SpeakerJob::acoustic(const HistoryItem &item, const 
     // A listed item that was never opened has its segments still on disk.
     const std::optional<QList<TranscriptSegment>> segments
         = item.segmentsPending ? std::nullopt : std::optional(item.result.segments);
-    m_app.updateItem(id, [](HistoryItem &h) { h.speakerBusy = true; });
-    m_app.m_speakerStatus = Tr::tr("Sprecher werden erkannt…");
+    emit began(id);
+    m_status = Tr::tr("Sprecher werden erkannt…");
 
     QPointer<SpeakerJob> self(this);
     auto status = [self, control](const QString &text) {
@@ -92,13 +87,13 @@ QFuture<SpeakerJob::Result> SpeakerJob::acoustic(const HistoryItem &item, const 
               [this, control, audio, speakerCount, progress, segments,
                bundle](const DiarizationModels::Paths &models) {
                   throwIfCancelled(control);
-                  m_app.m_speakerStatus = Tr::tr("Bereite Audio auf…");
+                  m_status = Tr::tr("Bereite Audio auf…");
                   QFuture<Voices> work = QtConcurrent::run([=] {
                       const QString wav = Engine::extractWav(audio, control);
                       // From here on every way out removes the WAV file.
                       const auto removeWav = qScopeGuard([&] { QFile::remove(wav); });
                       throwIfCancelled(control);
-                      QList<SpeakerSpan> spans = Diarizer::diarize(wav, models.seg, models.emb, threshold,
+                      QList<SpeakerSpan> spans = Diarizer::diarize(wav, models.seg, models.emb, Diarizer::defaultThreshold,
                                                                    speakerCount, control, progress);
                       throwIfCancelled(control);
                       if (segments)
@@ -122,7 +117,7 @@ QFuture<SpeakerJob::Result> SpeakerJob::acoustic(const HistoryItem &item, const 
                       speakers.insert(s.speaker);
                   if (!hasKey || speakers.size() < 2)
                       return QtFuture::makeReadyValueFuture(Result{spans, labelled});
-                  m_app.m_speakerStatus = Tr::tr("KI ergänzt Namen und Rollen…");
+                  m_status = Tr::tr("KI ergänzt Namen und Rollen…");
                   return Smoother::refineSpeakers(labelled, key, AIModel::by(modelId))
                       .then([spans](const QString &named) { return Result{spans, named}; });
               })
@@ -143,9 +138,8 @@ QFuture<SpeakerJob::Result> SpeakerJob::acoustic(const HistoryItem &item, const 
 QFuture<SpeakerJob::Result> SpeakerJob::textOnly(const HistoryItem &item, const QString &key, const QString &modelId)
 {
     if (key.isEmpty()) {
-        m_app.setErrorMessage(Tr::tr("Kein API-Key für den gewählten Anbieter hinterlegt. Bitte in den "
-                                     "Einstellungen eintragen."));
-        m_app.setShowSettings(true);
+        emit keyMissing(Tr::tr("Kein API-Key für den gewählten Anbieter hinterlegt. Bitte in den "
+                               "Einstellungen eintragen."));
         return QtFuture::makeExceptionalFuture<Result>(std::make_exception_ptr(Cancelled()));
     }
     if (item.result.fullText.isEmpty())
@@ -155,8 +149,8 @@ QFuture<SpeakerJob::Result> SpeakerJob::textOnly(const HistoryItem &item, const 
     m_control = control;
     const QString id = item.id;
     const std::optional<QString> bundle = item.bundleURL;
-    m_app.updateItem(id, [](HistoryItem &h) { h.speakerBusy = true; });
-    m_app.m_speakerStatus = Tr::tr("Sprecher werden erkannt…");
+    emit began(id);
+    m_status = Tr::tr("Sprecher werden erkannt…");
     return Smoother::detectSpeakers(item.result.fullText, key, AIModel::by(modelId))
         .then(this,
               [this, control, id, bundle](const QString &text) {
@@ -177,7 +171,7 @@ void SpeakerJob::postStatus(const TranscribeControlPtr &job, const QString &text
         this,
         [self, job, text] {
             if (self && self->m_control == job)
-                self->m_app.m_speakerStatus = text;
+                self->m_status = text;
         },
         Qt::QueuedConnection);
 }
@@ -185,12 +179,9 @@ void SpeakerJob::postStatus(const TranscribeControlPtr &job, const QString &text
 void SpeakerJob::finish(const TranscribeControlPtr &, const QString &id, const QString &text,
                         const std::optional<QString> &bundle)
 {
-    m_app.updateItem(id, [&](HistoryItem &h) {
-        h.speakerText = text;
-        h.speakerBusy = false;
-    });
+    emit finished(id, text);
     // The end of either of two jobs clears the shared fields.
-    m_app.m_speakerStatus = std::nullopt;
+    m_status = std::nullopt;
     m_control.reset();
     if (bundle)
         BundleStore::saveSpeakerText(*bundle, text);
@@ -198,9 +189,9 @@ void SpeakerJob::finish(const TranscribeControlPtr &, const QString &id, const Q
 
 void SpeakerJob::fail(const TranscribeControlPtr &, const QString &id, std::exception_ptr error)
 {
-    m_app.updateItem(id, [](HistoryItem &h) { h.speakerBusy = false; });
-    m_app.m_speakerStatus = std::nullopt;
+    m_status = std::nullopt;
     m_control.reset();
+    QString message;
     try {
         // The thread pool wraps what it does not know as its own exception type.
         try {
@@ -212,14 +203,15 @@ void SpeakerJob::fail(const TranscribeControlPtr &, const QString &id, std::exce
         }
     } catch (const DiarizerError &e) {
         if (!e.isCancelled())
-            m_app.setErrorMessage(e.errorDescription());
+            message = e.errorDescription();
     } catch (const UserError &e) {
         // A cancel that another subsystem reports as its own error still shows.
-        m_app.setErrorMessage(e.errorDescription());
+        message = e.errorDescription();
     } catch (const std::exception &e) {
-        m_app.setErrorMessage(QString::fromLocal8Bit(e.what()));
+        message = QString::fromLocal8Bit(e.what());
     } catch (...) {
     }
+    emit failed(id, message);
 }
 
 void SpeakerJob::cancel()

@@ -1,6 +1,5 @@
 #include "app/TranscriptionJob.h"
 
-#include "app/AppModel.h"
 #include "core/UserError.h"
 #include "engine/Engine.h"
 #include "engine/EngineError.h"
@@ -18,10 +17,10 @@ struct TranscriptionJob::Outcome {
     bool cancelled = false;
 };
 
-TranscriptionJob::TranscriptionJob(AppModel &app) : m_app(app)
+TranscriptionJob::TranscriptionJob(QObject *parent) : QObject(parent)
 {
     m_timer.setInterval(100);
-    connect(&m_timer, &QTimer::timeout, this, [this] { m_app.m_busyElapsed = m_app.m_busyElapsed + 0.1; });
+    connect(&m_timer, &QTimer::timeout, this, [this] { m_busyElapsed = m_busyElapsed + 0.1; });
 }
 
 TranscriptionJob::~TranscriptionJob()
@@ -32,15 +31,15 @@ TranscriptionJob::~TranscriptionJob()
         m_task->waitForFinished();
 }
 
-void TranscriptionJob::start(const QString &url, const QString &displayName, const QString &modelPath,
+void TranscriptionJob::start(const QString &path, const QString &displayName, const QString &modelPath,
                              const QString &language)
 {
-    if (m_app.m_isBusy)
+    if (m_isBusy)
         return;
     const QDateTime createdAt = QDateTime::currentDateTime();
-    m_app.m_isBusy = true;
-    m_app.m_busyElapsed = 0.0;
-    m_app.m_busyProgress = 0.0;
+    m_isBusy = true;
+    m_busyElapsed = 0.0;
+    m_busyProgress = 0.0;
     m_timer.start();
 
     const TranscribeControlPtr control = std::make_shared<TranscribeControl>();
@@ -53,7 +52,7 @@ void TranscriptionJob::start(const QString &url, const QString &displayName, con
             self.data(),
             [self, fraction] {
                 if (self)
-                    self->m_app.m_busyProgress = fraction;
+                    self->m_busyProgress = fraction;
             },
             Qt::QueuedConnection);
     };
@@ -66,11 +65,11 @@ void TranscriptionJob::start(const QString &url, const QString &displayName, con
             self.data(),
             [self, name = device ? device->name : QString()] {
                 if (self)
-                    self->m_app.m_gpuDevice = name;
+                    self->m_gpuDevice = name;
             },
             Qt::QueuedConnection);
         try {
-            outcome.result = Engine::transcribe(url, modelPath, language, control, progress);
+            outcome.result = Engine::transcribe(path, modelPath, language, control, progress);
         } catch (const UserError &e) {
             outcome.error = e.errorDescription();
             outcome.cancelled = e.isCancelled();
@@ -81,7 +80,7 @@ void TranscriptionJob::start(const QString &url, const QString &displayName, con
         }
         // Past recognition a cancel is no longer heard: the job finishes with its bundle.
         try {
-            outcome.bundle = BundleStore::create(displayName, createdAt, url, *outcome.result);
+            outcome.bundle = BundleStore::create(displayName, createdAt, path, *outcome.result);
         } catch (...) {
             // Dropped without a word: the transcript is kept in memory.
         }
@@ -95,7 +94,7 @@ void TranscriptionJob::finish(const Outcome &outcome, const QString &displayName
 {
     if (!outcome.result) {
         if (!outcome.cancelled)
-            m_app.setErrorMessage(outcome.error);
+            emit failed(outcome.error);
         finishBusy();
         return;
     }
@@ -109,17 +108,14 @@ void TranscriptionJob::finish(const Outcome &outcome, const QString &displayName
         item.date = createdAt;
         item.result = *outcome.result;
     }
-    m_app.prependToHistory(item);
-    m_app.setCurrent(item);
+    emit finished(item);
     finishBusy();
-    if (m_app.speakerDetection())
-        m_app.detectSpeakers(item);
 }
 
 void TranscriptionJob::finishBusy()
 {
-    m_app.m_isBusy = false;
-    m_app.m_busyProgress = 0.0;
+    m_isBusy = false;
+    m_busyProgress = 0.0;
     m_timer.stop();
     m_task.reset();
     m_control.reset();

@@ -54,7 +54,7 @@ private:
                                            "eine Fehlerseite.")));
             return end(Failed);
         }
-        std::printf("%s\n", qPrintable(m_store.modelsDir() + u'/' + m_model.fileName));
+        std::printf("%s\n", qPrintable(m_store.path(m_model)));
         end(Ok);
     }
 

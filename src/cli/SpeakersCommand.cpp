@@ -32,7 +32,7 @@ QByteArray resultJson(const SpeakerJob::Result &result)
 class SpeakersRun : public Run {
 public:
     SpeakersRun(std::unique_ptr<AppModel> app, const HistoryItem &item, SpeakerJob::Overrides overrides, bool json)
-        : m_app(std::move(app)), m_job(*m_app), m_item(item), m_overrides(std::move(overrides)), m_json(json)
+        : m_app(std::move(app)), m_item(item), m_overrides(std::move(overrides)), m_json(json)
     {
     }
 
@@ -40,7 +40,7 @@ public:
     {
         apiKey(AIModel::by(m_app->activeModelId()).provider).then(this, [this](const QString &key) {
             m_overrides.apiKey = key;
-            m_job.start(m_item, m_overrides)
+            m_app->detectSpeakers(m_item, m_overrides)
                 .then(this,
                       [this](const SpeakerJob::Result &result) {
                           const QByteArray out = m_json ? resultJson(result) : result.text.toUtf8() + '\n';
@@ -66,12 +66,11 @@ protected:
     void interrupted() override
     {
         m_interrupted = true;
-        m_job.cancel();
+        m_app->cancelSpeakers();
     }
 
 private:
     const std::unique_ptr<AppModel> m_app;
-    SpeakerJob m_job;
     const HistoryItem m_item;
     SpeakerJob::Overrides m_overrides;
     const bool m_json;

@@ -4,6 +4,7 @@
 #include "cli/Run.h"
 
 #include "app/AppModel.h"
+#include "app/TranscriptionJob.h"
 #include "core/UserError.h"
 #include "engine/Engine.h"
 #include "engine/ModelStore.h"
@@ -220,7 +221,7 @@ private:
                 printError(AppModel::notInstalledMessage(*model));
                 return end(Failed);
             }
-            modelPath = store.modelsDir() + u'/' + model->fileName;
+            modelPath = store.path(*model);
         }
         const QString language = m_options.language.value_or(QStringLiteral("auto"));
         const TranscribeControlPtr control = m_control;
@@ -262,16 +263,16 @@ private:
         m_app = std::make_unique<AppModel>();
         m_bar = std::make_unique<ProgressBar>("Transkription");
         // The job's end resets the progress after the busy flag, so after saved().
-        connect(m_app.get(), &AppModel::busyProgressChanged, this, [this] {
+        connect(&m_app->transcription(), &TranscriptionJob::busyProgressChanged, this, [this] {
             if (m_bar)
-                m_bar->update(m_app->busyProgress());
+                m_bar->update(m_app->transcription().busyProgress());
         });
         m_app->stage(QFileInfo(file).absoluteFilePath(), title);
         m_app->startPending(overrides);
-        if (!m_app->isBusy())
+        if (!m_app->transcription().isBusy())
             return saved();
-        connect(m_app.get(), &AppModel::isBusyChanged, this, [this] {
-            if (!m_app->isBusy())
+        connect(&m_app->transcription(), &TranscriptionJob::isBusyChanged, this, [this] {
+            if (!m_app->transcription().isBusy())
                 saved();
         });
     }

@@ -40,6 +40,8 @@ public:
     // The last failure; nothing here clears it.
     const std::optional<QString> &errorMessage() const { return m_errorMessage; }
     const QString &modelsDir() const { return m_modelsDir; }
+    // Where the model's file is, or goes.
+    QString path(const WhisperModel &model) const { return pathOf(model.fileName); }
 
     void refresh();
     // A model counts as installed when its file exceeds 90 % of the catalogue size;

@@ -1,9 +1,8 @@
 #include "ui/InterviewView.h"
 
 #include "app/AppModel.h"
-#include "capture/InterviewSession.h"
+#include "app/InterviewJob.h"
 #include "core/Tr.h"
-#include "engine/ModelStore.h"
 #include "export/TextForms.h"
 #include "ui/Icons.h"
 #include "ui/Spinner.h"
@@ -63,7 +62,7 @@ QLabel *caption(QWidget *parent)
 } // namespace
 
 InterviewView::InterviewView(AppModel &app, QWidget *parent)
-    : QWidget(parent), m_app(app), m_session(new InterviewSession(this))
+    : QWidget(parent), m_app(app), m_session(&app.interview())
 {
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(20, 16, 20, 16);
@@ -148,18 +147,23 @@ InterviewView::InterviewView(AppModel &app, QWidget *parent)
     status->addStretch(1);
     column->addWidget(m_statusRow);
 
-    for (auto signal : {&InterviewSession::elapsedChanged, &InterviewSession::isRecordingChanged,
-                        &InterviewSession::isFinalizingChanged, &InterviewSession::permissionDeniedChanged,
-                        &InterviewSession::statusChanged, &InterviewSession::speakerTextChanged})
+    for (auto signal : {&InterviewJob::elapsedChanged, &InterviewJob::isRecordingChanged,
+                        &InterviewJob::isFinalizingChanged, &InterviewJob::permissionDeniedChanged,
+                        &InterviewJob::statusChanged, &InterviewJob::speakerTextChanged})
         connect(m_session, signal, this, &InterviewView::showState);
-    connect(m_session, &InterviewSession::segmentsChanged, this, &InterviewView::showText);
-    connect(m_session, &InterviewSession::speakerTextChanged, this, &InterviewView::showText);
+    connect(m_session, &InterviewJob::segmentsChanged, this, &InterviewView::showText);
+    connect(m_session, &InterviewJob::speakerTextChanged, this, &InterviewView::showText);
 
     retranslate();
     showText();
 }
 
-InterviewView::~InterviewView() = default;
+InterviewView::~InterviewView()
+{
+    // A screen that goes away mid-recording leaves no recording behind.
+    if (m_session->isRecording())
+        m_session->cancel();
+}
 
 void InterviewView::showEvent(QShowEvent *event)
 {
@@ -169,8 +173,7 @@ void InterviewView::showEvent(QShowEvent *event)
     m_started = true;
     // Started from the event loop, once the screen is up.
     QTimer::singleShot(0, this, [this] {
-        const QString model = m_app.modelStore()->modelsDir() + u'/' + m_app.selectedModel().fileName;
-        m_session->start(model, m_app.language(), m_app.interviewLiveSpeakers());
+        m_app.startInterview();
     });
 }
 
@@ -178,20 +181,14 @@ void InterviewView::stop()
 {
     if (!m_session->isRecording() || m_session->isFinalizing())
         return;
-    m_session->stop().then(this, [this](const std::optional<InterviewResult> &value) {
-        if (value)
-            m_app.finishInterview(*value);
-        else
-            m_app.setInterviewActive(false);
-    });
+    m_app.stopInterview();
 }
 
 void InterviewView::cancel()
 {
     if (m_session->isFinalizing())
         return;
-    m_session->cancel();
-    m_app.setInterviewActive(false);
+    m_app.cancelInterview();
 }
 
 void InterviewView::showState()

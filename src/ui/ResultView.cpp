@@ -205,7 +205,7 @@ ResultView::ResultView(AppModel &app, QWidget *parent) : QWidget(parent), m_app(
         connect(&m_app, signal, this, &ResultView::showAIControl);
         connect(&m_app, signal, this, &ResultView::showSpeakerControl);
     }
-    connect(&m_app, &AppModel::speakerStatusChanged, this, &ResultView::showSpeakerControl);
+    connect(&m_app.speakerJob(), &SpeakerJob::statusChanged, this, &ResultView::showSpeakerControl);
 
     retranslate();
     m_item = m_app.current().value_or(HistoryItem());
@@ -445,7 +445,7 @@ void ResultView::showSpeakerControl()
     const bool busy = m_item.speakerBusy;
     m_speakers->setVisible(!busy);
     m_speakersBusy->setVisible(busy);
-    m_speakersBusyText->setText(m_app.speakerStatus().value_or(Tr::tr("Sprecher werden erkannt…")));
+    m_speakersBusyText->setText(m_app.speakerJob().status().value_or(Tr::tr("Sprecher werden erkannt…")));
     m_speakersCancel->setIcon(Icons::xmarkCircle(palette().color(QPalette::PlaceholderText)));
     m_speakersCancel->setToolTip(Tr::tr("Abbrechen"));
 

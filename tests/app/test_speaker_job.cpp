@@ -79,17 +79,17 @@ protected:
     QStringList detect(AppModel &app)
     {
         QStringList statuses;
-        QObject::connect(&app, &AppModel::speakerStatusChanged, &app, [&] {
-            if (app.speakerStatus())
-                statuses << *app.speakerStatus();
+        QObject::connect(&app.speakerJob(), &SpeakerJob::statusChanged, &app, [&] {
+            if (app.speakerJob().status())
+                statuses << *app.speakerJob().status();
         });
         app.setCurrent(itemOf(app, bundle));
         app.detectSpeakers(itemOf(app, bundle));
         EXPECT_TRUE(app.current()->speakerBusy);
         EXPECT_TRUE(itemOf(app, bundle).speakerBusy) << "history and current in step";
         EXPECT_TRUE(waitFor([&] { return !app.current()->speakerBusy; }));
-        app.disconnect(&app, &AppModel::speakerStatusChanged, &app, nullptr);
-        EXPECT_EQ(app.speakerStatus(), std::nullopt);
+        app.disconnect(&app.speakerJob(), &SpeakerJob::statusChanged, &app, nullptr);
+        EXPECT_EQ(app.speakerJob().status(), std::nullopt);
         return statuses;
     }
 
@@ -173,7 +173,7 @@ TEST_F(SpeakerJobs, CancelAndASecondCallWhileBusy)
     ASSERT_TRUE(waitFor([&] { return !app.current()->speakerBusy; }, 10'000));
     EXPECT_EQ(app.errorMessage(), std::nullopt) << "a cancel shows nothing";
     EXPECT_EQ(app.current()->speakerText, std::nullopt);
-    EXPECT_EQ(app.speakerStatus(), std::nullopt);
+    EXPECT_EQ(app.speakerJob().status(), std::nullopt);
     EXPECT_NO_TEMPORARY_FILES();
 }
 

@@ -6,7 +6,7 @@
 #include "Media.h"
 
 #include "app/AppModel.h"
-#include "capture/InterviewSession.h"
+#include "app/InterviewJob.h"
 #include "ui/InterviewView.h"
 
 #include <QDir>

@@ -1,6 +1,7 @@
 // The main window against the real application state: offscreen, and the whole road of a
 // file on a real display server (Xvfb).
 #include "ShellFixture.h"
+#include "app/TranscriptionJob.h"
 
 #include "engine/ModelStore.h"
 #include "ui/BusyView.h"
@@ -300,7 +301,7 @@ TEST_F(ShellTest, RoadFromDropAndOpenToHistory)
     ASSERT_TRUE(setup->startButton()->isEnabled());
 
     QTest::mouseClick(setup->startButton(), Qt::LeftButton);
-    ASSERT_TRUE(app.isBusy()) << (app.errorMessage() ? app.errorMessage()->toStdString() : "");
+    ASSERT_TRUE(app.transcription().isBusy()) << (app.errorMessage() ? app.errorMessage()->toStdString() : "");
     auto *busy = qobject_cast<BusyView *>(pane.screenWidget());
     ASSERT_TRUE(busy);
     EXPECT_TRUE(busy->monitor()->isSampling());
@@ -308,7 +309,7 @@ TEST_F(ShellTest, RoadFromDropAndOpenToHistory)
     EXPECT_TRUE(pane.settingsAction()->isEnabled());
     EXPECT_TRUE(busy->statusText().startsWith(QStringLiteral("Transkribiere… ")));
 
-    ASSERT_TRUE(waitFor([&] { return !app.isBusy(); }, 120000));
+    ASSERT_TRUE(waitFor([&] { return !app.transcription().isBusy(); }, 120000));
     ASSERT_FALSE(app.errorMessage().has_value()) << app.errorMessage()->toStdString();
     ASSERT_EQ(app.history().size(), 1);
     EXPECT_EQ(app.history().at(0).fileName, QStringLiteral("tone-3s.wav"));
@@ -325,8 +326,8 @@ TEST_F(ShellTest, RoadFromDropAndOpenToHistory)
     ASSERT_TRUE(QTest::qWaitForWindowActive(window));
     setup->startButton()->setFocus();
     QTest::keyClick(setup->startButton(), Qt::Key_Return);
-    ASSERT_TRUE(waitFor([&] { return app.isBusy() || !app.history().isEmpty(); }));
-    ASSERT_TRUE(waitFor([&] { return !app.isBusy(); }, 120000));
+    ASSERT_TRUE(waitFor([&] { return app.transcription().isBusy() || !app.history().isEmpty(); }));
+    ASSERT_TRUE(waitFor([&] { return !app.transcription().isBusy(); }, 120000));
     ASSERT_EQ(app.history().size(), 2);
     EXPECT_EQ(app.history().at(0).fileName, QStringLiteral("tone-2s.mp3"));
     EXPECT_EQ(rows->count(), 2);
