@@ -10,6 +10,7 @@
 
 #include <QCheckBox>
 #include <QEvent>
+#include <QKeyEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
@@ -125,6 +126,11 @@ InterviewView::InterviewView(AppModel &app, QWidget *parent)
     m_rows->addStretch(1);
     m_scroll->setWidget(rows);
     m_text->addWidget(m_scroll);
+    // The range grows once the new rows are laid out, which is when they can be scrolled to.
+    connect(m_scroll->verticalScrollBar(), &QScrollBar::rangeChanged, this, [this](int, int max) {
+        if (std::exchange(m_followRows, false))
+            m_scroll->verticalScrollBar()->setValue(max);
+    });
 
     auto *waiting = new QWidget(this);
     auto *waitingColumn = new QVBoxLayout(waiting);
@@ -171,10 +177,22 @@ void InterviewView::showEvent(QShowEvent *event)
     if (m_started)
         return;
     m_started = true;
+    // Return stops the interview, wherever the focus was before.
+    setFocusPolicy(Qt::StrongFocus);
+    setFocus();
     // Started from the event loop, once the screen is up.
     QTimer::singleShot(0, this, [this] {
         m_app.startInterview();
     });
+}
+
+void InterviewView::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        stop();
+        return;
+    }
+    QWidget::keyPressEvent(event);
 }
 
 void InterviewView::stop()
@@ -196,9 +214,12 @@ void InterviewView::showState()
     const bool finalizing = m_session->isFinalizing();
     static_cast<RecordingDot *>(m_dot)->setLit(m_session->isRecording());
     m_time->setText(timeText(qint64(std::trunc(m_session->elapsed() * 1000.0))));
-    // The switch comes with the first speaker text and then stays.
-    if (m_session->speakerText())
+    // The switch comes with the first speaker text, turned on so that the labels show at
+    // once, and then stays.
+    if (m_session->speakerText() && m_speakerSwitch->isHidden()) {
         m_speakerSwitch->setVisible(true);
+        m_speakerSwitch->setChecked(true);
+    }
     m_cancel->setEnabled(!finalizing);
     m_stop->setEnabled(m_session->isRecording() && !finalizing);
     // A button takes "&" for its shortcut mark; this one is a plain ampersand.
@@ -251,6 +272,7 @@ void InterviewView::showText()
     if (segments.size() != m_rowsShown) {
         m_rowsShown = segments.size();
         // New text comes into view; the user's own scrolling lasts until the next segment.
+        m_followRows = true;
         QTimer::singleShot(0, this, [this] {
             m_scroll->verticalScrollBar()->setValue(m_scroll->verticalScrollBar()->maximum());
         });

@@ -26,6 +26,7 @@ public:
 
 protected:
     void showEvent(QShowEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
     void changeEvent(QEvent *event) override;
 
 private:
@@ -38,6 +39,8 @@ private:
     bool m_started = false;
     bool m_showSpeaker = false;
     qsizetype m_rowsShown = 0;
+    // Set when rows came in; the next range of the scroll bar brings them into view.
+    bool m_followRows = false;
 
     QWidget *m_dot = nullptr;
     QLabel *m_title = nullptr;
