@@ -5,6 +5,8 @@
 //   bench-interview MODEL SECONDS    (under tests/support/with-sound-server.sh --speech)
 #include "app/InterviewJob.h"
 
+#include <QFile>
+
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QTimer>

@@ -4,9 +4,10 @@
 
 #include <QtConcurrent/QtConcurrentRun>
 
-#include "ai/AIModel.h"
+#include "core/AIModel.h"
 #include "app/InterviewCompletion.h"
 #include "app/InterviewJob.h"
+#include "app/RecordingJob.h"
 #include "app/LanguageManager.h"
 #include "app/LinkImport.h"
 #include "app/Refinement.h"
@@ -14,7 +15,8 @@
 #include "app/SpeakerJob.h"
 #include "app/TranscriptionJob.h"
 #include "core/Tr.h"
-#include "engine/ModelStore.h"
+#include "app/ModelStore.h"
+#include "app/PatchQueue.h"
 #include "export/TextForms.h"
 #include "storage/BundleStore.h"
 #include "storage/KeychainStore.h"
@@ -41,6 +43,7 @@ AppModel::AppModel(QObject *parent, ModelStore *store)
     , m_speakerJob(std::make_unique<SpeakerJob>())
     , m_refinement(std::make_unique<Refinement>())
     , m_interview(std::make_unique<InterviewJob>())
+    , m_recording(std::make_unique<RecordingJob>())
 {
     connectJobs();
     // The order matters: the first window must see a complete state.
@@ -72,6 +75,7 @@ AppModel::AppModel(QObject *parent, ModelStore *store)
 
     // Segments are most of a document's bytes and only the opened item shows them.
     QList<HistoryItem> history;
+    PatchQueue::drain();
     for (const LoadedBundle &bundle : BundleStore::listSummaries()) {
         history.append(BundleStore::historyItem(bundle));
         history.back().segmentsPending = true;
@@ -197,6 +201,7 @@ void AppModel::loadSegments(const QString &id, const QString &bundle)
         return;
     m_segmentsLoading.insert(id);
     QtConcurrent::run([bundle]() -> QList<TranscriptSegment> {
+        PatchQueue::drain();
         const std::optional<LoadedBundle> whole = BundleStore::load(bundle);
         return whole ? BundleStore::historyItem(*whole).result.segments : QList<TranscriptSegment>();
     }).then(this, [this, id](const QList<TranscriptSegment> &segments) {
@@ -239,8 +244,11 @@ std::optional<QString> AppModel::bundleOf(const QString &id) const
 
 void AppModel::deleteItem(const HistoryItem &item)
 {
-    if (item.bundleURL)
+    if (item.bundleURL) {
+        // A patch under way would write into the folder as it goes.
+        PatchQueue::drain();
         BundleStore::remove(*item.bundleURL);
+    }
     QList<HistoryItem> rest = m_history.value();
     rest.removeIf([&](const HistoryItem &h) { return h.id == item.id; });
     m_history.setValueBypassingBindings(std::move(rest));
@@ -344,8 +352,11 @@ void AppModel::startPending(const JobOverrides &overrides)
         transcribe(file->url, file->name, overrides);
     else if (std::holds_alternative<PendingItem::Recording>(item.kind))
         setShowRecorder(true);
-    else
+    else {
+        // The screen that comes shows no text of an earlier interview.
+        m_interview->reset();
         setInterviewActive(true);
+    }
 }
 
 void AppModel::transcribe(const QString &url, const std::optional<QString> &displayName,
@@ -497,7 +508,7 @@ void AppModel::changeCorrections(QString itemId, const std::function<void(QList<
     });
     const std::optional<QString> bundle = bundleOf(itemId);
     if (changed && bundle)
-        BundleStore::saveCorrections(*bundle, *changed);
+        PatchQueue::add([bundle = *bundle, rules = *changed] { BundleStore::saveCorrections(bundle, rules); });
 }
 
 QString AppModel::plainText(const HistoryItem &item, bool withTimestamps)

@@ -4,7 +4,7 @@
 #include "app/Refinement.h"
 #include "app/SpeakerJob.h"
 #include "core/PendingItem.h"
-#include "engine/WhisperModel.h"
+#include "core/WhisperModel.h"
 
 #include <QFuture>
 #include <QList>
@@ -21,6 +21,7 @@ class ModelStore;
 class TranscriptionJob;
 class LinkImport;
 class InterviewJob;
+class RecordingJob;
 struct InterviewResult;
 
 // The one observable state of the application: settings, history, the item on show and
@@ -87,6 +88,7 @@ public:
     LinkImport &linkImport() const { return *m_linkImport; }
     SpeakerJob &speakerJob() const { return *m_speakerJob; }
     InterviewJob &interview() const { return *m_interview; }
+    RecordingJob &recording() const { return *m_recording; }
 
     // The catalogue entry of `selectedModelId`, or the second entry when it names none.
     WhisperModel selectedModel() const;
@@ -257,4 +259,5 @@ private:
     std::unique_ptr<SpeakerJob> m_speakerJob;
     std::unique_ptr<Refinement> m_refinement;
     std::unique_ptr<InterviewJob> m_interview;
+    std::unique_ptr<RecordingJob> m_recording;
 };

@@ -4,6 +4,7 @@
 
 #include <QFile>
 #include "export/Format.h"
+#include "app/PatchQueue.h"
 #include "storage/BundleStore.h"
 
 #include <QtConcurrent/QtConcurrentRun>
@@ -25,15 +26,17 @@ QFuture<std::optional<HistoryItem>> InterviewCompletion::store(const InterviewRe
                    return std::nullopt;
                }
            })
-        .then([interview](const std::optional<LoadedBundle> &bundle) -> std::optional<HistoryItem> {
+        .then([interview](const std::optional<LoadedBundle> &bundle) -> QFuture<std::optional<HistoryItem>> {
             if (!bundle)
-                return std::nullopt;
+                return QtFuture::makeReadyValueFuture(std::optional<HistoryItem>());
             HistoryItem item = BundleStore::historyItem(*bundle);
-            if (interview.speakerText) {
-                // A patch like any other; where it fails, the text lives in memory only.
-                item.speakerText = interview.speakerText;
-                BundleStore::saveSpeakerText(bundle->url, *interview.speakerText);
-            }
-            return item;
-        });
+            if (!interview.speakerText)
+                return QtFuture::makeReadyValueFuture(std::optional<HistoryItem>(item));
+            // A patch like any other; where it fails, the text lives in memory only.
+            item.speakerText = interview.speakerText;
+            return PatchQueue::add([url = bundle->url, text = *interview.speakerText] {
+                       BundleStore::saveSpeakerText(url, text);
+                   }).then([item] { return std::optional<HistoryItem>(item); });
+        })
+        .unwrap();
 }

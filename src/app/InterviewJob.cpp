@@ -6,10 +6,12 @@
 #include "core/TranscribeControl.h"
 #include "core/Tr.h"
 #include "engine/WhisperEngine.h"
+#include "speakers/DiarizationModels.h"
 #include "speakers/Diarizer.h"
 
 #include <QFile>
 #include <QPromise>
+#include <QSet>
 #include <QtConcurrent/QtConcurrentRun>
 
 #include <algorithm>
@@ -23,6 +25,11 @@ struct KeptModel {
     const QString path;
     std::mutex lock;
     std::unique_ptr<WhisperEngine::LoadedModel> model;
+};
+
+// The speaker models once they are there.
+struct SpeakerModels {
+    DiarizationModels::Paths paths;
 };
 
 namespace {
@@ -68,6 +75,12 @@ std::optional<QString> separate(const QString &wav, qint64 toMs, const QList<Tra
         chunk = LiveRecording::extractRange(wav, 0, toMs);
         const QList<SpeakerSpan> spans = Diarizer::diarize(chunk, models.seg, models.emb, Diarizer::defaultThreshold, 0, control);
         QFile::remove(chunk);
+        // Labels over a single voice tell nothing; they come once a second one is heard.
+        QSet<int> voices;
+        for (const SpeakerSpan &span : spans)
+            voices.insert(span.speaker);
+        if (voices.size() < 2)
+            return std::nullopt;
         const QString text = Diarizer::speakerLabeledText(segments, spans);
         return text.contains(u':') ? std::optional(text) : std::nullopt;
     } catch (...) {
@@ -120,8 +133,10 @@ void InterviewJob::start(const QString &modelPath, const QString &language, bool
     Microphone::whenAllowed(this, [this] { begin(); }, [this] { m_permissionDenied = true; });
 }
 
-void InterviewJob::begin()
+void InterviewJob::reset()
 {
+    if (m_isRecording || m_isFinalizing)
+        return;
     m_segments.setValueBypassingBindings({});
     m_segments.notify();
     m_speakerText = std::nullopt;
@@ -129,6 +144,12 @@ void InterviewJob::begin()
     m_lastDiarMs = 0;
     m_elapsed = 0.0;
     m_status = QString();
+    m_permissionDenied = false;
+}
+
+void InterviewJob::begin()
+{
+    reset();
 
     QString error;
     switch (m_recording->start(&error)) {
@@ -147,7 +168,7 @@ void InterviewJob::begin()
     // The recording does not wait for the speaker models; without them nobody is separated.
     if (m_liveSpeakers) {
         DiarizationModels::ensure([](const QString &) {}, m_control)
-            .then(this, [this](const DiarizationModels::Paths &paths) { m_models = paths; })
+            .then(this, [this](const DiarizationModels::Paths &paths) { m_models = std::make_shared<SpeakerModels>(SpeakerModels{paths}); })
             .onFailed(this, [] {});
     }
 }
@@ -190,7 +211,7 @@ void InterviewJob::diarizeAll(qint64 upToMs)
         return;
     const QString wav = *m_wavPath;
     const QList<TranscriptSegment> segments = this->segments();
-    const DiarizationModels::Paths models = *m_models;
+    const DiarizationModels::Paths models = m_models->paths;
     const TranscribeControlPtr control = m_control;
     m_diarization = QtConcurrent::run([=] { return separate(wav, upToMs, segments, models, control); })
                         .then(this, [this, upToMs](const std::optional<QString> &text) {
@@ -295,7 +316,7 @@ QFuture<std::optional<InterviewResult>> InterviewJob::finish()
             // last rolling one stands.
             QFuture<std::optional<QString>> last = QtFuture::makeReadyValueFuture(std::optional<QString>());
             if (m_liveSpeakers && m_models && !value.result.segments.isEmpty()) {
-                const DiarizationModels::Paths models = *m_models;
+                const DiarizationModels::Paths models = m_models->paths;
                 const QList<TranscriptSegment> all = value.result.segments;
                 last = QtConcurrent::run([=] { return separate(wav, d, all, models, control); });
             }

@@ -2,7 +2,6 @@
 
 #include "core/TranscribeControl.h"
 #include "core/TranscriptionResult.h"
-#include "speakers/DiarizationModels.h"
 
 #include <QFuture>
 #include <QObject>
@@ -15,6 +14,7 @@
 
 class LiveRecording;
 struct KeptModel;
+struct SpeakerModels;
 
 // What a finished interview hands over: the recording (a temporary file, now the
 // receiver's), the transcript and the last speaker text.
@@ -69,6 +69,8 @@ public:
     QFuture<std::optional<InterviewResult>> stop();
     // Ends the recording and removes its file.
     void cancel();
+    // Forgets the last interview's text and state, for a new screen; not while one runs.
+    void reset();
 
 signals:
     void segmentsChanged();
@@ -116,7 +118,7 @@ private:
     std::optional<QFuture<void>> m_pass;
     // The speaker models once they are there, the position the last separation reached,
     // and the separation in flight.
-    std::optional<DiarizationModels::Paths> m_models;
+    std::shared_ptr<const SpeakerModels> m_models;
     qint64 m_lastDiarMs = 0;
     std::optional<QFuture<void>> m_diarization;
 };

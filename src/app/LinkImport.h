@@ -3,6 +3,7 @@
 #include "core/TranscribeControl.h"
 
 #include <QObject>
+#include <QPointer>
 #include <QProperty>
 #include <QString>
 #include <QUrl>
@@ -28,6 +29,8 @@ public:
 
     // Returns at once; does nothing while another link runs. `link` is trimmed and not empty.
     void start(const QString &link);
+    // Ends the resolution or the download without a word; a partial file goes too.
+    void cancel();
 
 signals:
     void isBusyChanged();
@@ -43,6 +46,7 @@ private:
 
     // Ends the running resolution when this object goes.
     TranscribeControlPtr m_control;
+    QPointer<QObject> m_downloader;
 
     Q_OBJECT_BINDABLE_PROPERTY(LinkImport, bool, m_isBusy, &LinkImport::isBusyChanged)
     Q_OBJECT_BINDABLE_PROPERTY(LinkImport, std::optional<QString>, m_status, &LinkImport::statusChanged)

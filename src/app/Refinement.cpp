@@ -1,9 +1,10 @@
 #include "app/Refinement.h"
 
-#include "ai/AIModel.h"
+#include "core/AIModel.h"
 #include "ai/SmoothingError.h"
 #include "ai/Smoother.h"
 #include "core/HistoryItem.h"
+#include "app/PatchQueue.h"
 #include "storage/BundleStore.h"
 
 QFuture<void> Refinement::start(const HistoryItem &item, qint64 level, const QString &key, const QString &modelId)
@@ -25,8 +26,10 @@ QFuture<void> Refinement::start(const HistoryItem &item, qint64 level, const QSt
         .then(this,
               [this, id, level, bundle](const QString &text) {
                   emit finished(id, level, text);
-                  if (bundle)
-                      BundleStore::saveSmoothed(*bundle, level, text);
+                  if (!bundle)
+                      return QtFuture::makeReadyVoidFuture();
+                  return PatchQueue::add([bundle = *bundle, level, text] { BundleStore::saveSmoothed(bundle, level, text); });
               })
+        .unwrap()
         .onFailed(this, [this, id](const SmoothingError &error) { emit failed(id, error.errorDescription()); });
 }

@@ -1,7 +1,8 @@
 #include "app/SpeakerJob.h"
 
-#include "ai/AIModel.h"
+#include "core/AIModel.h"
 #include "ai/Smoother.h"
+#include "app/PatchQueue.h"
 #include "core/HistoryItem.h"
 #include "core/Tr.h"
 #include "core/UserError.h"
@@ -98,6 +99,7 @@ QFuture<SpeakerJob::Result> SpeakerJob::acoustic(const HistoryItem &item, const 
                       throwIfCancelled(control);
                       if (segments)
                           return Voices{spans, *segments};
+                      PatchQueue::drain();
                       const std::optional<LoadedBundle> whole = bundle ? BundleStore::load(*bundle) : std::nullopt;
                       return Voices{spans, whole ? BundleStore::historyItem(*whole).result.segments
                                                  : QList<TranscriptSegment>()};
@@ -126,9 +128,9 @@ QFuture<SpeakerJob::Result> SpeakerJob::acoustic(const HistoryItem &item, const 
               [this, control, id, bundle](const Result &result) {
                   // An AI request cannot be stopped; a cancel drops its answer instead.
                   throwIfCancelled(control);
-                  finish(control, id, result.text, bundle);
-                  return result;
+                  return finish(control, id, result.text, bundle).then([result] { return result; });
               })
+        .unwrap()
         .onFailed(this, [this, control, id]() -> Result {
             fail(control, id, std::current_exception());
             throw;
@@ -155,9 +157,9 @@ QFuture<SpeakerJob::Result> SpeakerJob::textOnly(const HistoryItem &item, const 
         .then(this,
               [this, control, id, bundle](const QString &text) {
                   throwIfCancelled(control);
-                  finish(control, id, text, bundle);
-                  return Result{{}, text};
+                  return finish(control, id, text, bundle).then([text] { return Result{{}, text}; });
               })
+        .unwrap()
         .onFailed(this, [this, control, id]() -> Result {
             fail(control, id, std::current_exception());
             throw;
@@ -176,15 +178,16 @@ void SpeakerJob::postStatus(const TranscribeControlPtr &job, const QString &text
         Qt::QueuedConnection);
 }
 
-void SpeakerJob::finish(const TranscribeControlPtr &, const QString &id, const QString &text,
-                        const std::optional<QString> &bundle)
+QFuture<void> SpeakerJob::finish(const TranscribeControlPtr &, const QString &id, const QString &text,
+                                 const std::optional<QString> &bundle)
 {
     emit finished(id, text);
     // The end of either of two jobs clears the shared fields.
     m_status = std::nullopt;
     m_control.reset();
-    if (bundle)
-        BundleStore::saveSpeakerText(*bundle, text);
+    if (!bundle)
+        return QtFuture::makeReadyVoidFuture();
+    return PatchQueue::add([bundle = *bundle, text] { BundleStore::saveSpeakerText(bundle, text); });
 }
 
 void SpeakerJob::fail(const TranscribeControlPtr &, const QString &id, std::exception_ptr error)

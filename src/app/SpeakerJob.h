@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/TranscribeControl.h"
-#include "speakers/SpeakerSpan.h"
+#include "core/SpeakerSpan.h"
 
 #include <QFuture>
 #include <QList>
@@ -63,7 +63,8 @@ private:
     QFuture<Result> textOnly(const HistoryItem &item, const QString &key, const QString &modelId);
     // A status from any thread; dropped once the job it belongs to is over.
     void postStatus(const TranscribeControlPtr &job, const QString &text);
-    void finish(const TranscribeControlPtr &job, const QString &id, const QString &text,
+    // The future ends when the bundle has the text.
+    QFuture<void> finish(const TranscribeControlPtr &job, const QString &id, const QString &text,
                 const std::optional<QString> &bundle);
     void fail(const TranscribeControlPtr &job, const QString &id, std::exception_ptr error);
 

@@ -3,7 +3,7 @@
 #include "cli/ProgressBar.h"
 #include "cli/Run.h"
 
-#include "engine/ModelStore.h"
+#include "app/ModelStore.h"
 
 #include <QCommandLineParser>
 
@@ -71,10 +71,7 @@ std::unique_ptr<QObject> download(const QStringList &args)
     parser.addPositionalArgument(QStringLiteral("id"), QStringLiteral("model id"));
     parser.addOption({QStringLiteral("from"), QStringLiteral("repository base address"), QStringLiteral("url")});
     if (!parser.parse(args) || parser.positionalArguments().size() != 1) {
-        if (!parser.errorText().isEmpty())
-            std::fprintf(stderr, "%s\n", qPrintable(parser.errorText()));
-        std::fprintf(stderr, "%s", qPrintable(usage()));
-        finish(Usage);
+        finish(usageError(parser));
         return nullptr;
     }
     const QString id = parser.positionalArguments().constFirst();

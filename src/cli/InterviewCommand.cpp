@@ -4,7 +4,7 @@
 #include "app/AppModel.h"
 #include "app/InterviewJob.h"
 #include "core/Tr.h"
-#include "engine/ModelStore.h"
+#include "app/ModelStore.h"
 #include "export/TextForms.h"
 
 #include <QCommandLineParser>
@@ -80,10 +80,7 @@ std::unique_ptr<QObject> interview(const QStringList &args)
     bool durationOk = false;
     const double seconds = parser.parse(args) ? parser.value(QStringLiteral("duration")).toDouble(&durationOk) : 0;
     if (!durationOk || seconds <= 0 || !parser.positionalArguments().isEmpty()) {
-        if (!parser.errorText().isEmpty())
-            std::fprintf(stderr, "%s\n", qPrintable(parser.errorText()));
-        std::fprintf(stderr, "%s", qPrintable(usage()));
-        finish(Usage);
+        finish(usageError(parser));
         return nullptr;
     }
 

@@ -2,10 +2,10 @@
 #include "cli/Run.h"
 #include "cli/Stored.h"
 
-#include "ai/AIModel.h"
+#include "core/AIModel.h"
 #include "app/AppModel.h"
 #include "app/SpeakerJob.h"
-#include "speakers/DiarizerError.h"
+#include "core/UserError.h"
 
 #include <QCommandLineParser>
 #include <QJsonArray>
@@ -52,7 +52,7 @@ public:
                         std::fprintf(stderr, "%s\n", qPrintable(*m_app->errorMessage()));
                         end(Failed);
                     } else if (m_interrupted) {
-                        std::fprintf(stderr, "%s\n", qPrintable(DiarizerError::cancelled().errorDescription()));
+                        std::fprintf(stderr, "%s\n", qPrintable(cancelledText()));
                         end(Cancelled);
                     } else {
                         // Nothing to separate: an empty text without audio.
@@ -90,10 +90,7 @@ std::unique_ptr<QObject> speakers(const QStringList &args)
     const bool parsed = parser.parse(args);
     const int count = parser.isSet(QStringLiteral("speakers")) ? parser.value(QStringLiteral("speakers")).toInt(&countOk) : 0;
     if (!parsed || parser.positionalArguments().size() != 1 || !countOk || count < 0) {
-        if (!parser.errorText().isEmpty())
-            std::fprintf(stderr, "%s\n", qPrintable(parser.errorText()));
-        std::fprintf(stderr, "%s", qPrintable(usage()));
-        finish(Usage);
+        finish(usageError(parser));
         return nullptr;
     }
 

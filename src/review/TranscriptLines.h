@@ -2,7 +2,7 @@
 
 #include "core/HistoryItem.h"
 #include "core/TranscriptLine.h"
-#include "speakers/SpeakerTurn.h"
+#include "review/SpeakerTurn.h"
 
 #include <QList>
 #include <QString>

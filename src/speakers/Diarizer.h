@@ -2,7 +2,7 @@
 
 #include "core/TranscribeControl.h"
 #include "core/TranscriptionResult.h"
-#include "speakers/SpeakerSpan.h"
+#include "core/SpeakerSpan.h"
 
 #include <QByteArray>
 #include <QList>

@@ -5,12 +5,12 @@
 class AppModel;
 class QLabel;
 class QPushButton;
-class Recorder;
+class RecordingJob;
 
 // The sheet that records from the microphone: a level bar, the running time, and one
 // button that starts the recording and then stops it and hands the file to a
 // transcription under "Aufnahme <date>". Cancelling, by button or Escape, throws the
-// recording away. It owns its Recorder for as long as it lives.
+// recording away. The recording is the application state's; a sheet that goes cancels it.
 class RecordSheet : public QDialog {
     Q_OBJECT
 
@@ -18,7 +18,7 @@ public:
     RecordSheet(AppModel &app, QWidget *parent = nullptr);
     ~RecordSheet() override;
 
-    Recorder &recorder() const { return *m_recorder; }
+    RecordingJob &recorder() const { return *m_recorder; }
 
     // "mm:ss" of whole seconds; the minutes go on past 59.
     static QString timeString(double elapsed);
@@ -35,7 +35,7 @@ private:
     void retranslate();
 
     AppModel &m_app;
-    Recorder *m_recorder;
+    RecordingJob *m_recorder;
     QLabel *m_title;
     QWidget *m_levelBar;
     QLabel *m_time;

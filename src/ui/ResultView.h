@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/HistoryItem.h"
-#include "speakers/SpeakerTurn.h"
+#include "review/SpeakerTurn.h"
 
 #include <QWidget>
 

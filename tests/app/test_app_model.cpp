@@ -7,7 +7,7 @@
 #include "app/AppModel.h"
 #include "app/TranscriptionJob.h"
 #include "app/Settings.h"
-#include "engine/ModelStore.h"
+#include "app/ModelStore.h"
 #include "storage/BundleStore.h"
 #include "storage/KeychainStore.h"
 

@@ -6,6 +6,7 @@
 
 #include "app/AppModel.h"
 #include "app/LinkImport.h"
+#include "app/TranscriptionJob.h"
 #include "links/PodcastError.h"
 #include "storage/BundleStore.h"
 

@@ -1,5 +1,6 @@
 // The record sheet on a real sound server, and without any input.
 #include "ShellFixture.h"
+#include "app/RecordingJob.h"
 #include "app/TranscriptionJob.h"
 
 #include "capture/Recorder.h"
@@ -66,7 +67,7 @@ TEST_F(RecordSheetTest, CancellingThrowsTheRecordingAway)
     sheet.show();
     button(sheet, "go")->click();
     ASSERT_TRUE(waitFor([&] { return sheet.recorder().isRecording(); }, 10'000));
-    const QString file = sheet.recorder().fileURL().value_or(QString());
+    const QString file = sheet.recorder().filePath().value_or(QString());
     ASSERT_TRUE(QFile::exists(file));
     QTest::keyClick(&sheet, Qt::Key_Escape);
     EXPECT_FALSE(sheet.isVisible() || app.showRecorder() || app.transcription().isBusy());

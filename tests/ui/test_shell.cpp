@@ -3,7 +3,7 @@
 #include "ShellFixture.h"
 #include "app/TranscriptionJob.h"
 
-#include "engine/ModelStore.h"
+#include "app/ModelStore.h"
 #include "ui/BusyView.h"
 #include "ui/ContentView.h"
 #include "ui/DetailPane.h"

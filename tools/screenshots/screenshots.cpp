@@ -8,7 +8,7 @@
 
 #include "app/AppModel.h"
 #include "app/Settings.h"
-#include "engine/ModelStore.h"
+#include "app/ModelStore.h"
 #include "storage/BundleStore.h"
 #include "ui/BusyView.h"
 #include "ui/ContentView.h"
