@@ -64,7 +64,9 @@ QFuture<SpeakerJob::Result> SpeakerJob::start(const HistoryItem &item, const Ove
     return textOnly(item, key, modelId);
 }
 
-QFuture<SpeakerJob::Result> SpeakerJob::acoustic(const HistoryItem &item, const QString &audio, int speakerCount,
+// `item` may lie in the history, which the busy flag below rewrites: everything needed
+// later is copied first, the audio path as the argument itself.
+QFuture<SpeakerJob::Result> SpeakerJob::acoustic(const HistoryItem &item, QString audio, int speakerCount,
                                                  const QString &key, const QString &modelId)
 {
     const bool hasKey = !key.isEmpty();
@@ -163,9 +165,11 @@ QFuture<SpeakerJob::Result> SpeakerJob::textOnly(const HistoryItem &item, const 
     m_control = control;
     const QString id = item.id;
     const std::optional<QString> bundle = item.bundleURL;
+    // Copied before the busy flag rewrites the history, where `item` may lie.
+    const QString fullText = item.result.fullText;
     m_app.updateItem(id, [](HistoryItem &h) { h.speakerBusy = true; });
     m_app.m_speakerStatus = Tr::tr("Sprecher werden erkannt…");
-    return Smoother::detectSpeakers(item.result.fullText, key, AIModel::by(modelId), control)
+    return Smoother::detectSpeakers(fullText, key, AIModel::by(modelId), control)
         .then(this,
               [this, control, id, bundle](const QString &text) {
                   throwIfCancelled(control);
@@ -224,7 +228,7 @@ void SpeakerJob::fail(const TranscribeControlPtr &, const QString &id, std::exce
         m_app.setErrorMessage(e.errorDescription(), e.details(), [app, id] {
             for (const HistoryItem &item : app->history())
                 if (item.id == id)
-                    return app->detectSpeakers(item);
+                    return app->detectSpeakers(HistoryItem(item));
         });
     } catch (const UserError &e) {
         // The user's own cancel, wherever it stopped the job, shows nothing.

@@ -44,7 +44,7 @@ public:
     void cancel();
 
 private:
-    QFuture<Result> acoustic(const HistoryItem &item, const QString &audio, int speakerCount, const QString &key,
+    QFuture<Result> acoustic(const HistoryItem &item, QString audio, int speakerCount, const QString &key,
                              const QString &modelId);
     QFuture<Result> textOnly(const HistoryItem &item, const QString &key, const QString &modelId);
     // A status from any thread; dropped once the job it belongs to is over.
