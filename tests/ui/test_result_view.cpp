@@ -231,6 +231,8 @@ TEST_F(ResultViewTest, ExportNamesFollowTheViewAndFilesHoldTheText)
 TEST_F(ResultViewTest, FindMarksStepsAndPlaysFromAMatchWithTheKeyboard)
 {
     HistoryItem item = withAudio(60);
+    // Long enough to hold the second match: a seek past the end plays from the start.
+    item.audioURL = Media::tone(QStringLiteral("m4a"), 200.0);
     item.result.segments[4].text = QStringLiteral("Frau Müller kommt.");
     item.result.segments[50].text = QStringLiteral("Und MULLER geht.");
     app.setCurrent(item);
