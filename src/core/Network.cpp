@@ -1,5 +1,6 @@
 #include "core/Network.h"
 
+#include "core/TemporaryFiles.h"
 #include "core/Tr.h"
 #include "core/TranscriptionResult.h"
 
@@ -12,7 +13,6 @@
 #include <QPromise>
 #include <QThread>
 #include <QTimer>
-#include <QUuid>
 
 #include <mutex>
 
@@ -175,15 +175,6 @@ public:
                         transfer, [transfer] { static_cast<Transfer *>(transfer)->cancel(); }, Qt::QueuedConnection);
             });
         }
-        if (toFile) {
-            file.setFileName(QDir::tempPath() + u'/' + uuidText(QUuid::createUuid()) + QStringLiteral(".bin"));
-            if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
-                const QString message = file.errorString();
-                file.setFileName({});
-                return fail(Error(Error::Kind::file, message));
-            }
-        }
-
         QNetworkRequest http(request.url);
         // A compressed body would not match the length the answer names, which is how a
         // cut connection is told from a whole answer.
@@ -231,7 +222,9 @@ private:
         received += bytes.size();
         if (request.maxBytes >= 0 && received > request.maxBytes)
             return fail(tooLarge());
-        if (toFile && file.write(bytes) != bytes.size())
+        if (toFile && !bytes.isEmpty() && !openFile())
+            return fail(Error(Error::Kind::file, fileError));
+        if (toFile && !bytes.isEmpty() && file.write(bytes) != bytes.size())
             return fail(Error(Error::Kind::file, file.errorString()));
         if (!toFile)
             body += bytes;
@@ -262,6 +255,21 @@ private:
         succeed();
     }
 
+    // Made with the first bytes rather than at the start: a refused or unanswered request,
+    // the common case for an optional fetch, then never leaves a file behind when the
+    // process is killed while it waits.
+    bool openFile()
+    {
+        if (file.isOpen())
+            return true;
+        file.setFileName(TemporaryFiles::newPath(u".part"));
+        if (file.open(QIODevice::WriteOnly | QIODevice::Truncate))
+            return true;
+        fileError = file.errorString();
+        file.setFileName({});
+        return false;
+    }
+
     // Runs while the transfer moves; stopped once it has ended.
     void restartStall()
     {
@@ -283,6 +291,8 @@ private:
 
     void succeed()
     {
+        if (toFile && !openFile())
+            return fail(Error(Error::Kind::file, fileError));
         if (toFile && !file.flush())
             return fail(Error(Error::Kind::file, file.errorString()));
         Response response;
@@ -358,6 +368,7 @@ private:
     QByteArray body;
     // Named only while its removal is this transfer's business.
     QFile file;
+    QString fileError;
     QTimer stall;
     std::shared_ptr<CancelTarget> target;
     quint64 cancelHook = 0;

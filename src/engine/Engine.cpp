@@ -2,6 +2,7 @@
 
 #include "engine/WhisperEngine.h"
 
+#include "core/TemporaryFiles.h"
 #include "core/Tr.h"
 
 #include <QCoreApplication>
@@ -68,7 +69,7 @@ std::optional<QString> ffmpegURL()
 
 QString temporaryWavPath()
 {
-    return QDir::tempPath() + u'/' + uuidText(QUuid::createUuid()) + QStringLiteral(".wav");
+    return TemporaryFiles::newPath(u".wav");
 }
 
 QStringList ffmpegArguments(const QString &input, const QString &output)

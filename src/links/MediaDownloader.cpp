@@ -1,6 +1,7 @@
 #include "links/MediaDownloader.h"
 
 #include "core/FileNames.h"
+#include "core/TemporaryFiles.h"
 #include "core/TranscriptionResult.h"
 
 #include <QDir>
@@ -8,7 +9,6 @@
 #include <QHash>
 #include <QPromise>
 #include <QRegularExpression>
-#include <QUuid>
 
 MediaDownloader::MediaDownloader(std::function<void(double)> onProgress, QObject *parent)
     : QObject(parent), onProgress(std::move(onProgress))
@@ -39,7 +39,7 @@ QFuture<QString> MediaDownloader::download(const QUrl &url)
         try {
             const Network::Response response = transfer.result();
             const QString destination
-                = QDir::tempPath() + u'/' + uuidText(QUuid::createUuid()) + u'.' + fileExtension(response);
+                = TemporaryFiles::newPath(QString(u'.' + fileExtension(response)));
             QFile::remove(destination);
             QFile downloaded(response.file);
             if (!downloaded.rename(destination)) {

@@ -64,7 +64,7 @@ TEST(Downloader, NamesTheLocalFileByTheAnswer)
     server.answer("/dl/weird", answer("video/quicktime", body, {"Content-Disposition: inline; filename=\"a.m p3\""}));
     server.answer("/blob", {.body = body, .sendLength = false, .contentType = "application/x-unknown"});
 
-    const QRegularExpression name(QStringLiteral("^[0-9A-F]{8}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{12}\\.(\\w+)$"));
+    const QRegularExpression name(QStringLiteral("^sagwerk-[0-9]+-[0-9A-F]{8}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{12}\\.(\\w+)$"));
     const std::pair<const char *, const char *> cases[] = {{"files/vortrag", "mp3"}, {"files/folge", "ogg"},
         {"dl/stream", "wav"}, {"ep.m4a", "m4a"}, {"dl/weird", "mov"}, {"missing.flac", "flac"},
         {"blob", "mp3"}}; // the unknown type gives mp3

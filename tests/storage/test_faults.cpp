@@ -166,13 +166,13 @@ TEST(Faults, LinkDownloadKilledAtRandomMoments)
     QRandomGenerator random(2637);
     for (int i = 0; i < 20; ++i)
         killAfter(QStringLiteral(SAGWERK_CLI), args, random.bounded(span));
-    // The history is whole, and the models folder holds its model as it was. (A download
-    // killed on its way stays in the system's temporary folder, under a name no run of
-    // ours takes again.)
+    // The history is whole, and the models folder holds its model as it was.
     const qsizetype saved = checkHistory();
     EXPECT_GE(saved, 1);
     EXPECT_EQ(entries(models), QStringList{"ggml-base-q5_1.bin"});
     EXPECT_TRUE(Media::readFile(models + "/ggml-base-q5_1.bin") == model);
     EXPECT_EQ(cli(args).status, 0);
     EXPECT_EQ(checkHistory(), saved + 1);
+    // That last run cleared what the killed downloads left in the temporary folder.
+    EXPECT_NO_TEMPORARY_FILES();
 }
