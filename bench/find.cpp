@@ -45,7 +45,7 @@ int main(int argc, char **argv)
     TranscriptTextView view;
     view.resize(1000, 700);
     view.show();
-    Coordinator::View inputs;
+    TranscriptDocument::View inputs;
     inputs.lines = [&] { return TranscriptLines::originalLines(item.result); };
     inputs.rebuildKey = TranscriptLines::rebuildKey(item, true);
     view.refresh(inputs);

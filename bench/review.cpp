@@ -84,7 +84,7 @@ int main(int argc, char **argv)
     qint64 currentMs = 0;
     bool playing = false;
     auto inputs = [&](const QString &key) {
-        Coordinator::View v;
+        TranscriptDocument::View v;
         v.lines = [&] { return TranscriptLines::originalLines(item.result); };
         v.showTime = true;
         v.currentMs = currentMs;
@@ -134,12 +134,12 @@ int main(int argc, char **argv)
     for (qint64 start : {qint64(0), end / 2, end - 600000}) {
         for (qint64 now = start; now < start + 600000; now += 30) {
             currentMs = now;
-            const auto before = view.coordinator().highlighted();
+            const auto before = view.transcriptDocument().highlighted();
             QElapsedTimer t;
             t.start();
             view.refresh(inputs(QStringLiteral("steady|") + TranscriptLines::rebuildKey(item, true)));
             const double took = ms(t);
-            (view.coordinator().highlighted() == before ? steady : moved).push_back(took);
+            (view.transcriptDocument().highlighted() == before ? steady : moved).push_back(took);
             QCoreApplication::processEvents();
         }
     }

@@ -577,5 +577,5 @@ QString AppModel::vtt(const HistoryItem &item)
 
 QByteArray AppModel::transcriptJson(const HistoryItem &item)
 {
-    return TranscriptJson::encode(TranscriptLines::transcriptDocument(item));
+    return TranscriptJson::encode(TranscriptLines::jsonDocument(item));
 }

@@ -173,7 +173,7 @@ QList<Cue> subtitleCues(const HistoryItem &item, bool withSpeakers)
     return cues;
 }
 
-TranscriptJson::Document transcriptDocument(const HistoryItem &item)
+TranscriptJson::Document jsonDocument(const HistoryItem &item)
 {
     TranscriptJson::Document d;
     d.title = item.fileName;

@@ -72,7 +72,7 @@ QString currentText(const HistoryItem &item, qint64 selectedView, bool showTimes
 QList<Cue> subtitleCues(const HistoryItem &item, bool withSpeakers);
 
 // The whole transcript for other tools: segments, words, speakers, corrections.
-TranscriptJson::Document transcriptDocument(const HistoryItem &item);
+TranscriptJson::Document jsonDocument(const HistoryItem &item);
 
 // The raw segment texts joined with one blank: what the correction sheet searches.
 QString searchBase(const HistoryItem &item);

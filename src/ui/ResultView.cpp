@@ -620,7 +620,7 @@ void ResultView::refreshSurface()
         return;
     }
     m_textArea->setCurrentWidget(m_textView);
-    Coordinator::View view;
+    TranscriptDocument::View view;
     if (TranscriptLines::surface(m_item, m_selectedView) == TranscriptLines::Surface::Speaker) {
         view.lines = [this] { return TranscriptLines::speakerLines(m_speakerTurns, m_item.speakerNames); };
         view.rebuildKey = TranscriptLines::speakerRebuildKey(m_item, m_showTimestamps);
@@ -670,7 +670,7 @@ void ResultView::runFind(bool textChanged)
 {
     QTextEdit *edit = shownText();
     // The text view's key names its laid-out text; the level text is its own key.
-    const QString key = edit == m_textView ? QStringLiteral("view|") + m_textView->coordinator().builtKey()
+    const QString key = edit == m_textView ? QStringLiteral("view|") + m_textView->transcriptDocument().builtKey()
                                            : QStringLiteral("level|") + m_levelShown;
     if (textChanged && key == m_findKey)
         return; // a tick of the player: nothing to find anew
@@ -752,7 +752,7 @@ void ResultView::playFromMatch()
     if (m_match < 0 || shownText() != m_textView)
         return;
     const std::optional<TranscriptLayout::Seek> seek =
-        TranscriptLayout::seekFor(m_textView->coordinator().anchors(), m_matches[m_match].start, 0);
+        TranscriptLayout::seekFor(m_textView->transcriptDocument().anchors(), m_matches[m_match].start, 0);
     if (!seek)
         return;
     m_player->seek(double(seek->ms) / 1000.0);

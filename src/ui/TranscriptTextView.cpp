@@ -33,7 +33,7 @@ TranscriptTextView::TranscriptTextView(QWidget *parent) : QTextEdit(parent)
     frame.setBottomMargin(4);
     document()->rootFrame()->setFrameFormat(frame);
 
-    Coordinator::Surface surface;
+    TranscriptDocument::Surface surface;
     surface.replaceDocument = [this](QTextDocument *fresh) {
         // The view owns the documents it shows. The first one belongs to the editor
         // inside, which deletes it itself when it is replaced.
@@ -63,7 +63,7 @@ TranscriptTextView::TranscriptTextView(QWidget *parent) : QTextEdit(parent)
         }
         showSelections();
     };
-    m_coordinator.attach(document(), surface);
+    m_transcriptDocument.attach(document(), surface);
     applyStyles();
 
     connect(this, &QTextEdit::selectionChanged, this, [this] { reportSelection(false); });
@@ -73,7 +73,7 @@ TranscriptTextView::TranscriptTextView(QWidget *parent) : QTextEdit(parent)
 void TranscriptTextView::applyStyles()
 {
     const QPalette &p = palette();
-    Coordinator::Styles s;
+    TranscriptDocument::Styles s;
     s.body = font();
     s.time = Style::withTabularDigits(Style::font(Style::TextSize::caption));
     s.header = font();
@@ -84,13 +84,13 @@ void TranscriptTextView::applyStyles()
     s.label = Style::color(p, Style::Tone::text);
     s.secondary = Style::color(p, Style::Tone::secondary);
     s.green = Style::color(p, Style::Tone::green);
-    m_coordinator.setStyles(s);
+    m_transcriptDocument.setStyles(s);
 }
 
-void TranscriptTextView::refresh(const Coordinator::View &view)
+void TranscriptTextView::refresh(const TranscriptDocument::View &view)
 {
     m_lastView = view;
-    m_coordinator.refresh(view);
+    m_transcriptDocument.refresh(view);
 }
 
 void TranscriptTextView::changeEvent(QEvent *event)
@@ -100,7 +100,7 @@ void TranscriptTextView::changeEvent(QEvent *event)
         || event->type() == QEvent::StyleChange) {
         applyStyles();
         if (!m_lastView.rebuildKey.isEmpty())
-            m_coordinator.refresh(m_lastView);
+            m_transcriptDocument.refresh(m_lastView);
     }
 }
 
@@ -114,7 +114,7 @@ void TranscriptTextView::reportSelection(bool always)
     m_location = location;
     m_length = length;
     m_reported = true;
-    m_coordinator.selectionChanged(location, length, m_leftMouse);
+    m_transcriptDocument.selectionChanged(location, length, m_leftMouse);
 }
 
 template <typename Base>
@@ -137,8 +137,8 @@ void TranscriptTextView::mouseDoubleClickEvent(QMouseEvent *event)
 {
     // A double click on a speaker's heading renames the speaker.
     if (event->button() == Qt::LeftButton) {
-        const std::optional<QString> header = m_coordinator.headerAt(cursorForPosition(event->pos()).position());
-        if (header && m_coordinator.renameHeader(*header))
+        const std::optional<QString> header = m_transcriptDocument.headerAt(cursorForPosition(event->pos()).position());
+        if (header && m_transcriptDocument.renameHeader(*header))
             return;
     }
     underMouse(event, event->button() == Qt::LeftButton, false,
@@ -160,22 +160,22 @@ void TranscriptTextView::contextMenuEvent(QContextMenuEvent *event)
 {
     QMenu *menu = createStandardContextMenu(event->pos());
     const QTextCursor cursor = textCursor();
-    if (Coordinator::offersCorrection(std::abs(cursor.position() - cursor.anchor()))) {
+    if (TranscriptDocument::offersCorrection(std::abs(cursor.position() - cursor.anchor()))) {
         QAction *first = menu->actions().value(0);
         auto *entry = new QAction(Tr::tr("Korrektur erstellen…"), menu);
         connect(entry, &QAction::triggered, this, [this] {
             const QTextCursor now = textCursor();
-            m_coordinator.makeCorrection(std::min(now.anchor(), now.position()),
+            m_transcriptDocument.makeCorrection(std::min(now.anchor(), now.position()),
                                          std::abs(now.position() - now.anchor()));
         });
         menu->insertAction(first, entry);
         menu->insertSeparator(first);
     }
-    if (const std::optional<QString> header = m_coordinator.headerAt(cursorForPosition(event->pos()).position());
+    if (const std::optional<QString> header = m_transcriptDocument.headerAt(cursorForPosition(event->pos()).position());
         header && m_lastView.onRenameHeader) {
         QAction *first = menu->actions().value(0);
         auto *entry = new QAction(Tr::tr("Sprecher umbenennen…"), menu);
-        connect(entry, &QAction::triggered, this, [this, name = *header] { m_coordinator.renameHeader(name); });
+        connect(entry, &QAction::triggered, this, [this, name = *header] { m_transcriptDocument.renameHeader(name); });
         menu->insertAction(first, entry);
         menu->insertSeparator(first);
     }

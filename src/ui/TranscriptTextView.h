@@ -1,12 +1,12 @@
 #pragma once
 
-#include "review/Coordinator.h"
+#include "review/TranscriptDocument.h"
 
 #include <QTextEdit>
 
 // The read-only, selectable transcript surface with its time column, correction marks
 // and running word cursor. The screen calls refresh() on every re-evaluation; the
-// coordinator decides what that costs. Selection changes seek only when a left mouse
+// transcript document decides what that costs. Selection changes seek only when a left mouse
 // press, drag or release caused them.
 class TranscriptTextView : public QTextEdit {
     Q_OBJECT
@@ -14,8 +14,8 @@ class TranscriptTextView : public QTextEdit {
 public:
     explicit TranscriptTextView(QWidget *parent = nullptr);
 
-    void refresh(const Coordinator::View &view);
-    const Coordinator &coordinator() const { return m_coordinator; }
+    void refresh(const TranscriptDocument::View &view);
+    const TranscriptDocument &transcriptDocument() const { return m_transcriptDocument; }
 
     // The least scrolling that shows the range.
     void scrollRangeToVisible(qsizetype location, qsizetype length);
@@ -42,8 +42,8 @@ private:
     void applyStyles();
     void showSelections();
 
-    Coordinator m_coordinator;
-    Coordinator::View m_lastView;
+    TranscriptDocument m_transcriptDocument;
+    TranscriptDocument::View m_lastView;
     QList<ExtraSelection> m_wordLight;
     QList<ExtraSelection> m_findMarks;
     bool m_leftMouse = false;

@@ -175,7 +175,7 @@ TEST(TranscriptLines, GivenNamesAndCorrectionsReachEveryViewSubtitleAndTheJson)
     QFile schemaFile(QStringLiteral(SAGWERK_TRANSCRIPT_SCHEMA));
     ASSERT_TRUE(schemaFile.open(QIODevice::ReadOnly));
     const QJsonValue schema = QJsonDocument::fromJson(schemaFile.readAll()).object();
-    const QJsonObject json = QJsonDocument::fromJson(TranscriptJson::encode(transcriptDocument(item))).object();
+    const QJsonObject json = QJsonDocument::fromJson(TranscriptJson::encode(jsonDocument(item))).object();
     EXPECT_EQ(JsonSchema::violations(schema, json), QStringList());
     EXPECT_EQ(json["speakers"], (QJsonArray{"Diane Miller", "Sprecher 2"}));
     EXPECT_EQ(json["model"], QJsonValue()) << "not known for this transcript";

@@ -100,7 +100,7 @@ TEST(DesktopTheme, SpeakerHeadingsTheRunningWordAndTheChosenViewRead)
               4.5);
 
     // The running word, against the window behind the transcript.
-    Coordinator::View running;
+    TranscriptDocument::View running;
     running.lines = [&] { return TranscriptLines::originalLines(item.result); };
     running.rebuildKey = QStringLiteral("running");
     running.currentMs = item.result.segments[2].startMs + 100;

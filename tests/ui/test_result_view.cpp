@@ -120,7 +120,7 @@ TEST_F(ResultViewTest, PlaysWithTheWordCursorInStep)
     app.setCurrent(withAudio());
     ResultView view(app, nullptr);
     expose(view);
-    const Coordinator &text = view.textView()->coordinator();
+    const TranscriptDocument &text = view.textView()->transcriptDocument();
 
     QSet<qsizetype> lit;
     QObject::connect(&view.player(), &AudioPlayer::currentTimeChanged, &view, [&] {

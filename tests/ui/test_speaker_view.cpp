@@ -148,7 +148,7 @@ TEST_F(SpeakerViewTest, SpeakerLinesCarryHeadersAndTheWordCursor)
     EXPECT_FALSE(shown.contains(QStringLiteral("Sprecher 1: "))) << "the label stands alone on its header";
 
     // The cursor lights the word at the player's position, in the speaker view too.
-    const Coordinator &text = view.textView()->coordinator();
+    const TranscriptDocument &text = view.textView()->transcriptDocument();
     EXPECT_EQ(text.wordAnchors().size(), 8 * 8);
     const TranscriptWord &word = item.result.segments[5].words[3];
     view.player().seek((word.startMs + 10) / 1000.0);

@@ -35,7 +35,7 @@ protected:
 
     void refresh(qint64 currentMs, bool isPlaying, const QString &key = QStringLiteral("k1"), bool showTime = true)
     {
-        Coordinator::View v;
+        TranscriptDocument::View v;
         v.lines = [this] { return TranscriptLines::originalLines(result); };
         v.showTime = showTime;
         v.currentMs = currentMs;
@@ -71,7 +71,7 @@ protected:
         view.setTextCursor(c);
     }
 
-    const TranscriptLayout::WordAnchor &word(int i) { return view.coordinator().wordAnchors()[i]; }
+    const TranscriptLayout::WordAnchor &word(int i) { return view.transcriptDocument().wordAnchors()[i]; }
 
     TranscriptionResult result = Transcripts::result(40, 8);
     QList<Correction> corrections;
@@ -136,8 +136,8 @@ TEST_F(TextViewTest, WordCursorLightsOneWordAndLeavesTheTextAlone)
                                  : std::nullopt;
     };
     refresh(word(5).ms + 10, false);
-    ASSERT_TRUE(view.coordinator().highlighted());
-    EXPECT_EQ(view.coordinator().highlighted()->loc, word(5).loc);
+    ASSERT_TRUE(view.transcriptDocument().highlighted());
+    EXPECT_EQ(view.transcriptDocument().highlighted()->loc, word(5).loc);
     EXPECT_EQ(lit(), std::pair(word(5).loc, word(5).loc + word(5).length));
     EXPECT_EQ(view.extraSelections()[0].format.foreground().color(), Style::color(view.palette(), Style::Tone::accent));
 
@@ -153,13 +153,13 @@ TEST_F(TextViewTest, WordCursorLightsOneWordAndLeavesTheTextAlone)
     EXPECT_EQ(view.textCursor().selectionStart(), word(1).loc);
     EXPECT_EQ(view.textCursor().selectionEnd(), word(2).loc + 2);
     refresh(0, false);
-    EXPECT_FALSE(view.coordinator().highlighted());
+    EXPECT_FALSE(view.transcriptDocument().highlighted());
     EXPECT_EQ(lit(), std::nullopt);
 
     // Only playback scrolls to the word.
     QScrollBar *bar = view.verticalScrollBar();
     bar->setValue(0);
-    const int last = int(view.coordinator().wordAnchors().size()) - 1;
+    const int last = int(view.transcriptDocument().wordAnchors().size()) - 1;
     refresh(word(last).ms, false);
     EXPECT_EQ(bar->value(), 0);
     refresh(word(last - 1).ms, true);

@@ -20,7 +20,7 @@
 // cursor, and turns selection changes into seeks. It needs a document, not a widget;
 // the widget hands it selection changes and performs the two things only a widget can
 // do, resetting the selection and scrolling a range into view.
-class Coordinator {
+class TranscriptDocument {
 public:
     using SeekHandler = std::function<void(qint64 ms, bool exact)>;
     using TextHandler = std::function<void(const QString &text)>;
@@ -52,7 +52,7 @@ public:
         bool operator==(const Range &) const = default;
     };
 
-    // What the coordinator needs of the text surface besides its document. Every hook
+    // What the transcript document needs of the text surface besides its document. Every hook
     // may be left out.
     struct Surface {
         // Puts a newly built document in place of the current one, in one step; the

@@ -1,4 +1,4 @@
-#include "review/Coordinator.h"
+#include "review/TranscriptDocument.h"
 
 #include <QTextBlock>
 
@@ -39,7 +39,7 @@ QTextCharFormat charFormat(const QFont &font, const QColor &color)
 
 } // namespace
 
-void Coordinator::attach(QTextDocument *document, Surface surface)
+void TranscriptDocument::attach(QTextDocument *document, Surface surface)
 {
     m_document = document;
     m_surface = std::move(surface);
@@ -48,7 +48,7 @@ void Coordinator::attach(QTextDocument *document, Surface surface)
         document->setUndoRedoEnabled(false);
 }
 
-void Coordinator::refresh(const View &view)
+void TranscriptDocument::refresh(const View &view)
 {
     m_onSeek = view.onSeek;
     m_onCreateCorrection = view.onCreateCorrection;
@@ -61,7 +61,7 @@ void Coordinator::refresh(const View &view)
     updateHighlight(view.currentMs, view.isPlaying);
 }
 
-std::optional<QString> Coordinator::headerAt(qsizetype location) const
+std::optional<QString> TranscriptDocument::headerAt(qsizetype location) const
 {
     if (!m_document)
         return std::nullopt;
@@ -71,7 +71,7 @@ std::optional<QString> Coordinator::headerAt(qsizetype location) const
     return block.text();
 }
 
-bool Coordinator::renameHeader(const QString &header) const
+bool TranscriptDocument::renameHeader(const QString &header) const
 {
     if (!m_onRenameHeader)
         return false;
@@ -79,7 +79,7 @@ bool Coordinator::renameHeader(const QString &header) const
     return true;
 }
 
-void Coordinator::rebuild(const QList<TranscriptLine> &lines, bool showTime, const QList<Correction> &corrections)
+void TranscriptDocument::rebuild(const QList<TranscriptLine> &lines, bool showTime, const QList<Correction> &corrections)
 {
     QTextDocument *doc = m_document;
     if (!doc)
@@ -118,7 +118,7 @@ void Coordinator::rebuild(const QList<TranscriptLine> &lines, bool showTime, con
     m_suppressSeek = false;
 }
 
-void Coordinator::fill(QTextDocument *doc, const TranscriptLayout::Built &built) const
+void TranscriptDocument::fill(QTextDocument *doc, const TranscriptLayout::Built &built) const
 {
     const QTextBlockFormat body = bodyParagraph();
     const QTextBlockFormat header = headerParagraph();
@@ -163,13 +163,13 @@ void Coordinator::fill(QTextDocument *doc, const TranscriptLayout::Built &built)
     cursor.endEditBlock();
 }
 
-bool Coordinator::fits(const Range &range) const
+bool TranscriptDocument::fits(const Range &range) const
 {
     // The document counts one more character than its text: the final paragraph mark.
     return range.loc >= 0 && range.loc + range.length <= m_document->characterCount() - 1;
 }
 
-void Coordinator::updateHighlight(qint64 currentMs, bool isPlaying)
+void TranscriptDocument::updateHighlight(qint64 currentMs, bool isPlaying)
 {
     if (!m_document)
         return;
@@ -196,7 +196,7 @@ void Coordinator::updateHighlight(qint64 currentMs, bool isPlaying)
     m_highlighted = target;
 }
 
-QString Coordinator::trimmedText(qsizetype location, qsizetype length) const
+QString TranscriptDocument::trimmedText(qsizetype location, qsizetype length) const
 {
     if (!m_document || length < 1 || location < 0 || location + length > m_document->characterCount() - 1)
         return {};
@@ -208,7 +208,7 @@ QString Coordinator::trimmedText(qsizetype location, qsizetype length) const
     return text.trimmed();
 }
 
-void Coordinator::selectionChanged(qsizetype location, qsizetype length, bool underLeftMouse)
+void TranscriptDocument::selectionChanged(qsizetype location, qsizetype length, bool underLeftMouse)
 {
     if (m_onSelectionText)
         m_onSelectionText(trimmedText(location, length));
@@ -220,7 +220,7 @@ void Coordinator::selectionChanged(qsizetype location, qsizetype length, bool un
     }
 }
 
-void Coordinator::makeCorrection(qsizetype location, qsizetype length)
+void TranscriptDocument::makeCorrection(qsizetype location, qsizetype length)
 {
     if (length < 1)
         return;
