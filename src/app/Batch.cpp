@@ -11,7 +11,7 @@
 #include "engine/VadModel.h"
 #include "engine/WhisperEngine.h"
 #include "links/MediaDownloader.h"
-#include "links/PodcastResolver.h"
+#include "links/LinkResolver.h"
 #include "storage/BundleStore.h"
 
 #include <QCryptographicHash>
@@ -346,7 +346,7 @@ void BatchRun::begin(std::shared_ptr<Job> job)
 
 void BatchRun::download(std::shared_ptr<Job> job)
 {
-    PodcastResolver::resolve(job->source.location, PodcastResolver::defaultLookupBase, job->control)
+    LinkResolver::resolve(job->source.location, LinkResolver::defaultLookupBase, job->control)
         .then(this, [this, job](QFuture<ResolvedMedia> resolved) {
             ResolvedMedia media;
             try {

@@ -2,7 +2,7 @@
 
 #include "core/Tr.h"
 #include "links/MediaDownloader.h"
-#include "links/PodcastResolver.h"
+#include "links/LinkResolver.h"
 
 LinkImport::LinkImport(QObject *parent) : QObject(parent) {}
 
@@ -24,7 +24,7 @@ void LinkImport::start(const QString &link)
     // resolution's request when this object goes.
     const TranscribeControlPtr control = std::make_shared<TranscribeControl>();
     m_control = control;
-    PodcastResolver::resolve(link, PodcastResolver::defaultLookupBase, control)
+    LinkResolver::resolve(link, LinkResolver::defaultLookupBase, control)
         .then(this, [this, control](const QFuture<ResolvedMedia> &resolution) {
             if (control->isCancelled())
                 return;

@@ -7,7 +7,7 @@
 #include "app/AppModel.h"
 #include "app/LinkImport.h"
 #include "app/TranscriptionJob.h"
-#include "links/PodcastError.h"
+#include "links/LinkError.h"
 #include "storage/BundleStore.h"
 
 #include <QDir>
@@ -136,7 +136,7 @@ TEST_F(LinkImports, RefusedAndFailedLinks)
     app.setCurrent(someItem());
     app.stageLink(QStringLiteral("https://open.spotify.com/episode/abc"));
     waitLinkDone(app);
-    EXPECT_EQ(app.errorMessage(), PodcastError::spotify().errorDescription());
+    EXPECT_EQ(app.errorMessage(), LinkError::spotify().errorDescription());
     EXPECT_FALSE(app.linkImport().status().has_value());
     EXPECT_FALSE(app.current().has_value());
     EXPECT_FALSE(app.pending().has_value());

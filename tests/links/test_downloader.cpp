@@ -4,7 +4,7 @@
 #include "Media.h"
 
 #include "links/MediaDownloader.h"
-#include "links/PodcastResolver.h"
+#include "links/LinkResolver.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -134,8 +134,8 @@ TEST(DownloaderSlow, StalledTransfersEndAtTheirLimits)
     clock.start();
     qint64 resolverMs = -1;
     QFuture<QString> resolution
-        = PodcastResolver::resolve(pageUrl).then([](const ResolvedMedia &) { return QString(); })
-              .onFailed([&](const PodcastError &e) {
+        = LinkResolver::resolve(pageUrl).then([](const ResolvedMedia &) { return QString(); })
+              .onFailed([&](const LinkError &e) {
                   resolverMs = clock.elapsed();
                   return e.errorDescription();
               });

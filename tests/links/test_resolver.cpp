@@ -3,29 +3,29 @@
 #include "LocalServer.h"
 
 #include "links/FeedParser.h"
-#include "links/PodcastResolver.h"
+#include "links/LinkResolver.h"
 
 #include <QElapsedTimer>
 #include <QNetworkProxy>
 
 #include <gtest/gtest.h>
 
-using K = PodcastError::Case;
+using K = LinkError::Case;
 
 namespace {
 
 struct Outcome {
     std::optional<ResolvedMedia> media;
-    std::optional<PodcastError> error;
+    std::optional<LinkError> error;
     qint64 ms = 0;
 };
 
 // Resolves on this thread's event loop, as the application does, which also serves.
-Outcome resolve(const QString &text, const QUrl &lookupBase = PodcastResolver::defaultLookupBase)
+Outcome resolve(const QString &text, const QUrl &lookupBase = LinkResolver::defaultLookupBase)
 {
     QElapsedTimer clock;
     clock.start();
-    QFuture<ResolvedMedia> task = PodcastResolver::resolve(text, lookupBase);
+    QFuture<ResolvedMedia> task = LinkResolver::resolve(text, lookupBase);
     Outcome outcome;
     // Unfinished, its result would wait for the event loop that this thread runs.
     if (!waitFor([&] { return task.isFinished(); }, 120'000)) {
@@ -34,7 +34,7 @@ Outcome resolve(const QString &text, const QUrl &lookupBase = PodcastResolver::d
     }
     try {
         outcome.media = task.result();
-    } catch (const PodcastError &e) {
+    } catch (const LinkError &e) {
         outcome.error = e;
     }
     outcome.ms = clock.elapsed();
@@ -116,7 +116,7 @@ TEST_F(Resolver, MalformedLinksAndRefusedHostsMakeNoRequest)
         SCOPED_TRACE(text);
         EXPECT_FAILS(resolve(text), kind, "");
     }
-    EXPECT_EQ(PodcastError::invalidURL().errorDescription(),
+    EXPECT_EQ(LinkError::invalidURL().errorDescription(),
               QStringLiteral("Das sieht nicht nach einem gültigen Link aus."));
     EXPECT_EQ(proxy.totalHits(), 0);
 

@@ -1,4 +1,4 @@
-#include "links/PodcastResolver.h"
+#include "links/LinkResolver.h"
 #include "core/Tr.h"
 
 #include "core/FileNames.h"
@@ -12,11 +12,11 @@
 #include <QStringDecoder>
 #include <QUrlQuery>
 
-namespace PodcastResolver {
+namespace LinkResolver {
 
 namespace {
 
-template <typename T> QFuture<T> failure(const PodcastError &error)
+template <typename T> QFuture<T> failure(const LinkError &error)
 {
     return QtFuture::makeExceptionalFuture<T>(std::make_exception_ptr(error));
 }
@@ -40,7 +40,7 @@ QFuture<Network::Response> fetch(const QUrl &url, qint64 limit, const QByteArray
     request.readLimit = limit;
     request.control = control;
     return Network::fetch(request).onFailed([](const Network::Error &error) -> Network::Response {
-        throw PodcastError::network(error.errorDescription());
+        throw LinkError::network(error.errorDescription());
     });
 }
 
@@ -108,17 +108,17 @@ QFuture<ResolvedMedia> resolve(const QString &text, const QUrl &lookupBase, cons
 {
     QString link = text.trimmed();
     if (link.isEmpty())
-        return failure<ResolvedMedia>(PodcastError::invalidURL());
+        return failure<ResolvedMedia>(LinkError::invalidURL());
     if (!link.toLower().startsWith(QLatin1String("http")))
         link.prepend(QStringLiteral("https://"));
     const QUrl url(link);
     if (!url.isValid() || url.host().isEmpty())
-        return failure<ResolvedMedia>(PodcastError::invalidURL());
+        return failure<ResolvedMedia>(LinkError::invalidURL());
 
     const QString host = url.host().toLower();
     // Spotify serves no audio to download; asking it would only cost time.
     if (host.contains(spotifyDomain))
-        return failure<ResolvedMedia>(PodcastError::spotify());
+        return failure<ResolvedMedia>(LinkError::spotify());
     if (host.contains(applePodcastsHost) || host.contains(lookupHost))
         return resolveApple(url, lookupBase, control);
 
@@ -138,7 +138,7 @@ QFuture<ResolvedMedia> resolve(const QString &text, const QUrl &lookupBase, cons
                 return discoverFeed(url, control)
                     .then([control](const std::optional<QUrl> &feed) {
                         if (!feed)
-                            throw PodcastError::unsupported();
+                            throw LinkError::unsupported();
                         return resolveFeed(*feed, control);
                     })
                     .unwrap();
@@ -160,7 +160,7 @@ QFuture<QByteArray> get(const QUrl &url, const TranscribeControlPtr &control)
 {
     return fetch(url, maxBodyBytes, {}, control).then([](const Network::Response &answer) {
         if (answer.status && (*answer.status < 200 || *answer.status > 299))
-            throw PodcastError::network(QStringLiteral("HTTP ") + QString::number(*answer.status));
+            throw LinkError::network(QStringLiteral("HTTP ") + QString::number(*answer.status));
         return answer.body;
     });
 }
@@ -169,14 +169,14 @@ QFuture<ResolvedMedia> resolveApple(const QUrl &url, const QUrl &lookupBase, con
 {
     const std::optional<qint64> id = appleCollectionId(url);
     if (!id)
-        return failure<ResolvedMedia>(PodcastError::appleNotFound());
+        return failure<ResolvedMedia>(LinkError::appleNotFound());
     const std::optional<qint64> episode = queryInt(url, QStringLiteral("i"));
 
     return get(lookupURL(lookupBase, *id), control)
         .then([episode, control](const QByteArray &reply) -> QFuture<ResolvedMedia> {
             const std::optional<AppleLookup> lookup = AppleLookup::decode(reply);
             if (!lookup)
-                throw PodcastError::appleNotFound();
+                throw LinkError::appleNotFound();
 
             const AppleLookup::Item *picked = nullptr;
             for (const AppleLookup::Item &item : lookup->results) {
@@ -200,7 +200,7 @@ QFuture<ResolvedMedia> resolveApple(const QUrl &url, const QUrl &lookupBase, con
                     return resolveFeed(*feed, control);
                 break;
             }
-            throw PodcastError::appleNotFound();
+            throw LinkError::appleNotFound();
         })
         .unwrap();
 }
@@ -210,7 +210,7 @@ QFuture<ResolvedMedia> resolveFeed(const QUrl &url, const TranscribeControlPtr &
     return get(url, control).then([](const QByteArray &feed) {
         const std::optional<ResolvedMedia> episode = FeedParser::firstEpisode(feed);
         if (!episode)
-            throw PodcastError::noEnclosure();
+            throw LinkError::noEnclosure();
         return *episode;
     });
 }
@@ -292,4 +292,4 @@ QString niceName(const QUrl &url)
     return Tr::tr("Podcast");
 }
 
-} // namespace PodcastResolver
+} // namespace LinkResolver

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/TranscribeControl.h"
-#include "links/PodcastError.h"
+#include "links/LinkError.h"
 #include "links/ResolvedMedia.h"
 
 #include <QByteArray>
@@ -14,7 +14,7 @@
 // link's host first, then by what the server answers to a small probe. Everything here
 // is a plain function without state. The ones that talk to a server return at once,
 // and their futures end on the event loop of the calling thread (the main thread's),
-// with one request after the other; they fail with PodcastError. A cancel through
+// with one request after the other; they fail with LinkError. A cancel through
 // their control, from any thread, ends the running request and fails them with
 // Cancelled.
 //
@@ -22,7 +22,7 @@
 // request fails once its transfer has stalled for 30 seconds. Bodies are read up to
 // 16 MiB: a longer answer counts with its first 16 MiB, which holds the first episode
 // of any real feed, and an endless one cannot exhaust the memory.
-namespace PodcastResolver {
+namespace LinkResolver {
 
 inline const QString spotifyDomain = QStringLiteral("spotify.com");
 inline const QString applePodcastsHost = QStringLiteral("podcasts.apple.com");
@@ -67,4 +67,4 @@ std::optional<qint64> queryInt(const QUrl &url, const QString &key);
 // A display name from the last path component, else the host, else "Podcast".
 QString niceName(const QUrl &url);
 
-} // namespace PodcastResolver
+} // namespace LinkResolver

@@ -1,9 +1,9 @@
-#include "links/PodcastError.h"
+#include "links/LinkError.h"
 #include "core/Tr.h"
 
 #include <QCoreApplication>
 
-QString PodcastError::errorDescription() const
+QString LinkError::errorDescription() const
 {
     switch (m_case) {
     case Case::network:

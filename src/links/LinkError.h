@@ -7,16 +7,16 @@
 
 // Why a pasted link gave no media file. `errorDescription` is the text the user sees,
 // telling what to try instead.
-class PodcastError : public UserError {
+class LinkError : public UserError {
 public:
     enum class Case { network, invalidURL, spotify, appleNotFound, noEnclosure, unsupported };
 
-    static PodcastError network(const QString &message) { return {Case::network, message}; }
-    static PodcastError invalidURL() { return {Case::invalidURL, {}}; }
-    static PodcastError spotify() { return {Case::spotify, {}}; }
-    static PodcastError appleNotFound() { return {Case::appleNotFound, {}}; }
-    static PodcastError noEnclosure() { return {Case::noEnclosure, {}}; }
-    static PodcastError unsupported() { return {Case::unsupported, {}}; }
+    static LinkError network(const QString &message) { return {Case::network, message}; }
+    static LinkError invalidURL() { return {Case::invalidURL, {}}; }
+    static LinkError spotify() { return {Case::spotify, {}}; }
+    static LinkError appleNotFound() { return {Case::appleNotFound, {}}; }
+    static LinkError noEnclosure() { return {Case::noEnclosure, {}}; }
+    static LinkError unsupported() { return {Case::unsupported, {}}; }
 
     Case kind() const { return m_case; }
     // The transfer layer's text, or "HTTP " and the status; only for `network`.
@@ -25,7 +25,7 @@ public:
     QString errorDescription() const override;
 
 private:
-    PodcastError(Case c, QString message) : m_case(c), m_message(std::move(message)) {}
+    LinkError(Case c, QString message) : m_case(c), m_message(std::move(message)) {}
 
     Case m_case;
     QString m_message;
