@@ -1,6 +1,6 @@
 // bench-decode FILE [ROUNDS]: our in-process decode against the ffmpeg program writing a
 // 16 kHz mono WAV of the same file, rounds interleaved, medians compared.
-#include "engine/Engine.h"
+#include "engine/Decoder.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -27,17 +27,17 @@ int main(int argc, char **argv)
     }
     const QString input = QString::fromLocal8Bit(argv[1]);
     const int rounds = argc > 2 ? std::max(1, atoi(argv[2])) : 3;
-    const QString wav = Engine::temporaryWavPath();
+    const QString wav = Decoder::temporaryWavPath();
     std::vector<double> ours, theirs;
     qsizetype bytes = 0;
     for (int i = 0; i < rounds; ++i) {
         QElapsedTimer t;
         t.start();
-        bytes = Engine::avfDecodePCM16(input, nullptr).size();
+        bytes = Decoder::libavDecodePCM16(input, nullptr).size();
         ours.push_back(t.nsecsElapsed() / 1e9);
 
         t.start();
-        Engine::runProcess(QStringLiteral("/usr/bin/ffmpeg"), Engine::ffmpegArguments(input, wav), nullptr,
+        Decoder::runProcess(QStringLiteral("/usr/bin/ffmpeg"), Decoder::ffmpegArguments(input, wav), nullptr,
                            [](const QString &m) { return EngineError::convertFailed(m); });
         theirs.push_back(t.nsecsElapsed() / 1e9);
         QFile::remove(wav);

@@ -5,7 +5,7 @@
 #include "app/SpeakerJob.h"
 #include "core/Tr.h"
 #include "core/UserError.h"
-#include "engine/Engine.h"
+#include "engine/Decoder.h"
 #include "engine/EngineError.h"
 #include "app/ModelStore.h"
 #include "engine/VadModel.h"
@@ -439,7 +439,7 @@ void BatchRun::recognise(std::shared_ptr<Job> job, const QString &file)
     QtConcurrent::run(&m_pool, [=]() -> Made {
         try {
             const QDateTime createdAt = QDateTime::currentDateTime();
-            const std::vector<float> samples = Engine::decodeTo16kMonoFloats(file, control);
+            const std::vector<float> samples = Decoder::decodeTo16kMonoFloats(file, control);
             if (control->isCancelled())
                 throw EngineError::cancelled();
             const TranscriptionResult result = WhisperEngine::transcribe(

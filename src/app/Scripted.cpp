@@ -2,7 +2,6 @@
 
 #include "app/PatchQueue.h"
 #include "core/UserError.h"
-#include "engine/Engine.h"
 #include "engine/ModelImport.h"
 #include "engine/VadModel.h"
 #include "engine/WhisperEngine.h"
@@ -58,7 +57,7 @@ QFuture<void> prepareRecognition(const TranscribeControlPtr &control)
 TranscriptionResult transcribe(const QString &path, const QString &modelPath, const QString &language,
                                const TranscribeControlPtr &control, const std::function<void(double)> &progress)
 {
-    return Engine::transcribe(path, modelPath, language, control, progress);
+    return WhisperEngine::transcribeFile(path, modelPath, language, control, progress);
 }
 
 namespace {

@@ -6,7 +6,7 @@
 #include "core/HistoryItem.h"
 #include "core/Tr.h"
 #include "core/UserError.h"
-#include "engine/Engine.h"
+#include "engine/Decoder.h"
 #include "speakers/DiarizationModels.h"
 #include "speakers/Diarizer.h"
 #include "speakers/DiarizerError.h"
@@ -93,7 +93,7 @@ QFuture<SpeakerJob::Result> SpeakerJob::acoustic(const HistoryItem &item, QStrin
                   throwIfCancelled(control);
                   m_status = Tr::tr("Bereite Audio auf…");
                   QFuture<Voices> work = QtConcurrent::run([=] {
-                      const QString wav = Engine::extractWav(audio, control);
+                      const QString wav = Decoder::extractWav(audio, control);
                       // From here on every way out removes the WAV file.
                       const auto removeWav = qScopeGuard([&] { QFile::remove(wav); });
                       throwIfCancelled(control);

@@ -1,7 +1,6 @@
 #include "app/TranscriptionJob.h"
 
 #include "core/UserError.h"
-#include "engine/Engine.h"
 #include "engine/EngineError.h"
 #include "engine/VadModel.h"
 #include "engine/WhisperEngine.h"
@@ -98,7 +97,7 @@ void TranscriptionJob::run(const QString &path, const QString &displayName, cons
             },
             Qt::QueuedConnection);
         try {
-            outcome.result = Engine::transcribe(path, modelPath, language, control, progress);
+            outcome.result = WhisperEngine::transcribeFile(path, modelPath, language, control, progress);
         } catch (const UserError &e) {
             outcome.error = e.errorDescription();
             outcome.details = e.details();

@@ -1,6 +1,7 @@
 #include "engine/WhisperEngine.h"
 
 #include "core/Text.h"
+#include "engine/Decoder.h"
 #include "engine/EngineError.h"
 #include "engine/VadModel.h"
 
@@ -428,6 +429,22 @@ bool isSilent(const std::vector<float> &samples, size_t from, size_t count)
             return false;
     }
     return true;
+}
+
+TranscriptionResult transcribeFile(const QString &input, const QString &model, const QString &language,
+                                   const TranscribeControlPtr &control, const std::function<void(double)> &progress)
+{
+    if (!QFileInfo::exists(model))
+        throw EngineError::noModel();
+    if (control && control->isCancelled())
+        throw EngineError::cancelled();
+    const std::vector<float> samples = Decoder::decodeTo16kMonoFloats(input, control);
+    if (control && control->isCancelled())
+        throw EngineError::cancelled();
+    TranscriptionResult result =
+        transcribe(samples, model, language, control, progress ? progress : [](double) {});
+    result.model = QFileInfo(model).fileName();
+    return result;
 }
 
 } // namespace WhisperEngine

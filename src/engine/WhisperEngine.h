@@ -60,6 +60,11 @@ TranscriptionResult transcribe(const std::vector<float> &samples, const QString 
 TranscriptionResult transcribe(const std::vector<float> &samples, LoadedModel &model, const QString &language,
                                const TranscribeControlPtr &control, const std::function<void(double)> &progress);
 
+// The road of a transcription job: the model checked, the file decoded and recognised.
+TranscriptionResult transcribeFile(const QString &input, const QString &model, const QString &language,
+                                   const TranscribeControlPtr &control = {},
+                                   const std::function<void(double)> &progress = {});
+
 // A long recording is recognised in pieces of this length, so the library's own copies
 // of the audio stay small; a run on a shorter one is a single call.
 inline constexpr int kPieceSeconds = 300;

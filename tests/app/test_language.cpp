@@ -4,7 +4,7 @@
 #include "Media.h"
 
 #include "app/LanguageManager.h"
-#include "engine/Engine.h"
+#include "engine/Decoder.h"
 #include "engine/EngineError.h"
 #include "review/TranscriptLines.h"
 
@@ -120,8 +120,8 @@ TEST(Language, SystemAndUnknownCodesFollowTheOperatingSystem)
 TEST(Language, PlatformTextsReadForLinuxAndTheToolkitFollows)
 {
     LanguageManager &manager = LanguageManager::instance();
-    Engine::setFfmpegCandidatesForTesting(QStringList{});
-    const auto restore = qScopeGuard([] { Engine::setFfmpegCandidatesForTesting(std::nullopt); });
+    Decoder::setFfmpegCandidatesForTesting(QStringList{});
+    const auto restore = qScopeGuard([] { Decoder::setFfmpegCandidatesForTesting(std::nullopt); });
     const struct {
         QString code, reveal, cancel, format;
     } languages[] = {
@@ -143,7 +143,7 @@ TEST(Language, PlatformTextsReadForLinuxAndTheToolkitFollows)
 
         // The format message is looked up when thrown; its prefix stays German.
         try {
-            Engine::decodeTo16kMonoFloats(Media::textFileNamedMp3());
+            Decoder::decodeTo16kMonoFloats(Media::textFileNamedMp3());
             ADD_FAILURE() << "decoded a text file";
         } catch (const EngineError &e) {
             EXPECT_TRUE(e.errorDescription().startsWith(

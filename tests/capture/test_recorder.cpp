@@ -3,7 +3,7 @@
 #include "Media.h"
 
 #include "capture/Recorder.h"
-#include "engine/Engine.h"
+#include "engine/Decoder.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -86,7 +86,7 @@ TEST(Recorder, RecordsTheInputIntoAnAacFile)
     EXPECT_EQ(stream.value("sample_rate").toString(), "44100");
     EXPECT_EQ(stream.value("channels").toInt(), 1);
     EXPECT_TRUE(stream.value("format_name").toString().contains("mp4"));
-    const std::vector<float> samples = Engine::decodeTo16kMonoFloats(*file);
+    const std::vector<float> samples = Decoder::decodeTo16kMonoFloats(*file);
     EXPECT_NEAR(double(samples.size()) / 16000.0, elapsed, 0.5);
     const double tone = powerAt(samples, 440.0);
     for (double other : {220.0, 330.0, 550.0, 880.0, 1000.0})

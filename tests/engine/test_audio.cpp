@@ -2,7 +2,7 @@
 #include "Media.h"
 
 #include "core/Wav.h"
-#include "engine/Engine.h"
+#include "engine/Decoder.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -43,7 +43,7 @@ TEST(EngineAudio, DecodesEveryContainerLikeTheFfmpegProgram)
     for (const QString ext : {"wav", "mp3", "m4a", "opus", "flac"}) {
         SCOPED_TRACE(ext.toStdString());
         const QString path = Media::tone(ext);
-        const QByteArray ours = Engine::avfDecodePCM16(path, nullptr);
+        const QByteArray ours = Decoder::libavDecodePCM16(path, nullptr);
         const QByteArray theirs = Media::ffmpegPcm(path);
         ASSERT_FALSE(ours.isEmpty());
         // Same decoder and resampler: the same samples, give or take rounding.
@@ -57,7 +57,7 @@ TEST(EngineAudio, DecodesEveryContainerLikeTheFfmpegProgram)
 
         // Two seconds at 16 kHz of an audible 440 Hz tone; the floats taken frame by frame
         // are exactly the 16-bit samples scaled.
-        const std::vector<float> floats = Engine::decodeTo16kMonoFloats(path);
+        const std::vector<float> floats = Decoder::decodeTo16kMonoFloats(path);
         EXPECT_EQ(floats, Wav::floatsFromPcm16(ours));
         EXPECT_NEAR(double(floats.size()), 32000.0, 800.0);
         const Shape shape = shapeOf(floats, 4000, 28000);
@@ -70,16 +70,16 @@ TEST(EngineAudio, DecodesEveryContainerLikeTheFfmpegProgram)
 
 TEST(EngineAudio, VideoGivesItsSoundtrackAndTruncatedFilesWhatTheyHold)
 {
-    const std::vector<float> video = Engine::decodeTo16kMonoFloats(Media::videoWithAudio());
+    const std::vector<float> video = Decoder::decodeTo16kMonoFloats(Media::videoWithAudio());
     EXPECT_NEAR(double(video.size()), 32000.0, 1000.0);
     EXPECT_NEAR(shapeOf(video, 4000, 28000).crossings, 1320, 8);
 
-    const std::vector<float> cut = Engine::decodeTo16kMonoFloats(Media::truncatedMp3());
+    const std::vector<float> cut = Decoder::decodeTo16kMonoFloats(Media::truncatedMp3());
     EXPECT_GT(cut.size(), 16000u * 15 / 10);
     EXPECT_LT(cut.size(), 16000u * 25 / 10);
 
     // Cut off inside a packet: the in-process road itself gives what is there.
-    const QByteArray cutM4a = Engine::avfDecodePCM16(Media::truncatedM4a(), nullptr);
+    const QByteArray cutM4a = Decoder::libavDecodePCM16(Media::truncatedM4a(), nullptr);
     EXPECT_GT(cutM4a.size(), 32000 * 18 / 10);
     EXPECT_LT(cutM4a.size(), 32000 * 26 / 10);
 }
@@ -95,21 +95,21 @@ TEST(EngineAudio, DamageInTheMiddleFailsTheDecodingAndTheFfmpegRoadTakesOver)
         }
         return std::string("(no error)");
     };
-    const auto restore = qScopeGuard([] { Engine::setFfmpegCandidatesForTesting(std::nullopt); });
+    const auto restore = qScopeGuard([] { Decoder::setFfmpegCandidatesForTesting(std::nullopt); });
     for (const QString ext : {"m4a", "mp3", "flac"}) {
         SCOPED_TRACE(ext.toStdString());
         const QString path = Media::damagedInTheMiddle(ext);
-        EXPECT_EQ(errorOf([&] { Engine::avfDecodePCM16(path, nullptr); }), decodingFailed);
+        EXPECT_EQ(errorOf([&] { Decoder::libavDecodePCM16(path, nullptr); }), decodingFailed);
 
         // The ffmpeg program passes over the damage, so the text keeps its whole length.
-        Engine::setFfmpegCandidatesForTesting(std::nullopt);
-        const std::vector<float> recovered = Engine::decodeTo16kMonoFloats(path);
+        Decoder::setFfmpegCandidatesForTesting(std::nullopt);
+        const std::vector<float> recovered = Decoder::decodeTo16kMonoFloats(path);
         EXPECT_NEAR(double(recovered.size()), 6.0 * 16000, 0.2 * 16000);
 
         // When ffmpeg's file is as damaged, nothing replaces the second pass's reason.
-        Engine::setFfmpegCandidatesForTesting(
+        Decoder::setFfmpegCandidatesForTesting(
             QStringList{Media::script(QStringLiteral("copying-ffmpeg"), QStringLiteral("cp \"$6\" \"${14}\""))});
-        EXPECT_EQ(errorOf([&] { Engine::decodeTo16kMonoFloats(path); }), decodingFailed);
+        EXPECT_EQ(errorOf([&] { Decoder::decodeTo16kMonoFloats(path); }), decodingFailed);
     }
     EXPECT_NO_TEMPORARY_FILES();
 }
@@ -121,9 +121,9 @@ TEST(EngineAudio, BadFilesEndInConvertFailedAndLeaveNothingBehind)
     for (const QString &path : bad) {
         SCOPED_TRACE(path.toStdString());
         // The first attempt's own reasons never surface; the ffmpeg program's do.
-        EXPECT_THROW(Engine::avfDecodePCM16(path, nullptr), EngineError);
+        EXPECT_THROW(Decoder::libavDecodePCM16(path, nullptr), EngineError);
         try {
-            Engine::decodeTo16kMonoFloats(path);
+            Decoder::decodeTo16kMonoFloats(path);
             ADD_FAILURE() << "decoded a bad file";
         } catch (const EngineError &e) {
             EXPECT_EQ(e.kind(), EngineError::Case::convertFailed);
@@ -131,7 +131,7 @@ TEST(EngineAudio, BadFilesEndInConvertFailedAndLeaveNothingBehind)
             EXPECT_FALSE(e.message().isEmpty());
             EXPECT_NE(e.message(), QStringLiteral("keine Tonspur"));
         }
-        EXPECT_THROW(Engine::extractWav(path), EngineError);
+        EXPECT_THROW(Decoder::extractWav(path), EngineError);
     }
     EXPECT_TRUE(Media::temporaryEntries().isEmpty()) << Media::temporaryEntries().join(u' ').toStdString();
 }
@@ -139,7 +139,7 @@ TEST(EngineAudio, BadFilesEndInConvertFailedAndLeaveNothingBehind)
 TEST(EngineAudio, ExtractWavWritesTheFixedHeaderAndTheSamples)
 {
     const QString input = Media::tone(QStringLiteral("m4a"));
-    const QString wav = Engine::extractWav(input);
+    const QString wav = Decoder::extractWav(input);
     const QByteArray bytes = Media::readFile(wav);
     QFile::remove(wav);
     EXPECT_TRUE(wav.endsWith(QStringLiteral(".wav")));
@@ -148,7 +148,7 @@ TEST(EngineAudio, ExtractWavWritesTheFixedHeaderAndTheSamples)
     EXPECT_TRUE(QRegularExpression(QStringLiteral("^sagwerk-[0-9]+-[0-9A-F-]{36}$")).match(QFileInfo(wav).completeBaseName()).hasMatch())
         << wav.toStdString();
 
-    const QByteArray pcm = Engine::avfDecodePCM16(input, nullptr);
+    const QByteArray pcm = Decoder::libavDecodePCM16(input, nullptr);
     ASSERT_EQ(bytes.size(), pcm.size() + 44);
     EXPECT_EQ(bytes.left(44), Wav::header(quint32(pcm.size()), 16000, 1, 16));
     EXPECT_EQ(bytes.mid(44), pcm);

@@ -2,7 +2,7 @@
 // Stand-in ffmpeg programs are real shell scripts put where the search looks.
 #include "Media.h"
 
-#include "engine/Engine.h"
+#include "engine/Decoder.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -19,14 +19,14 @@ class Fallback : public ::testing::Test {
 protected:
     void TearDown() override
     {
-        Engine::setFfmpegCandidatesForTesting(std::nullopt);
+        Decoder::setFfmpegCandidatesForTesting(std::nullopt);
         EXPECT_NO_TEMPORARY_FILES();
     }
 
     // Uses `body` as the only ffmpeg there is; "$14" is the output path.
     void useFfmpeg(const QString &name, const QString &body)
     {
-        Engine::setFfmpegCandidatesForTesting(QStringList{Media::script(name, body)});
+        Decoder::setFfmpegCandidatesForTesting(QStringList{Media::script(name, body)});
     }
 
     static QString convertError(const std::function<void()> &f) { return caught(f).first; }
@@ -53,19 +53,19 @@ TEST_F(Fallback, SearchListTakesTheFirstExecutableAndNeverThePath)
     const QString plain = Media::script(QStringLiteral("not-executable"), QString());
     QFile(plain).setPermissions(QFile::ReadOwner | QFile::WriteOwner);
     const QString good = Media::script(QStringLiteral("good-ffmpeg"), QString());
-    Engine::setFfmpegCandidatesForTesting(QStringList{"/nonexistent/ffmpeg", plain, good});
-    EXPECT_EQ(Engine::ffmpegURL(), good);
+    Decoder::setFfmpegCandidatesForTesting(QStringList{"/nonexistent/ffmpeg", plain, good});
+    EXPECT_EQ(Decoder::ffmpegURL(), good);
 
-    Engine::setFfmpegCandidatesForTesting(QStringList{"/nonexistent/ffmpeg", plain});
-    EXPECT_EQ(Engine::ffmpegURL(), std::nullopt);
+    Decoder::setFfmpegCandidatesForTesting(QStringList{"/nonexistent/ffmpeg", plain});
+    EXPECT_EQ(Decoder::ffmpegURL(), std::nullopt);
     // Without any ffmpeg a bad file gets the format message, not the first attempt's reason.
-    EXPECT_EQ(convertError([] { Engine::decodeTo16kMonoFloats(Media::videoWithoutAudio()); }),
-              prefix + QString::fromUtf8(Engine::formatMessage));
-    EXPECT_EQ(convertError([] { Engine::extractWav(Media::textFileNamedMp3()); }),
-              prefix + QString::fromUtf8(Engine::formatMessage));
+    EXPECT_EQ(convertError([] { Decoder::decodeTo16kMonoFloats(Media::videoWithoutAudio()); }),
+              prefix + QString::fromUtf8(Decoder::formatMessage));
+    EXPECT_EQ(convertError([] { Decoder::extractWav(Media::textFileNamedMp3()); }),
+              prefix + QString::fromUtf8(Decoder::formatMessage));
 
-    Engine::setFfmpegCandidatesForTesting(std::nullopt);
-    EXPECT_EQ(Engine::ffmpegURL(), QStringLiteral("/usr/bin/ffmpeg"));
+    Decoder::setFfmpegCandidatesForTesting(std::nullopt);
+    EXPECT_EQ(Decoder::ffmpegURL(), QStringLiteral("/usr/bin/ffmpeg"));
 }
 
 TEST_F(Fallback, ChildGetsExactlyTheFourteenArgumentsAndItsResultIsReadBack)
@@ -79,7 +79,7 @@ TEST_F(Fallback, ChildGetsExactlyTheFourteenArgumentsAndItsResultIsReadBack)
     const auto removeLog = qScopeGuard([&] { QFile::remove(log); });
 
     // The first attempt fails on a text file; the stand-in then yields the tone.
-    const std::vector<float> samples = Engine::decodeTo16kMonoFloats(Media::textFileNamedMp3());
+    const std::vector<float> samples = Decoder::decodeTo16kMonoFloats(Media::textFileNamedMp3());
     EXPECT_NEAR(double(samples.size()), 32000.0, 50.0);
 
     const QStringList args = QString::fromUtf8(Media::readFile(log)).split(u'\n').mid(0, 14);
@@ -91,7 +91,7 @@ TEST_F(Fallback, ChildGetsExactlyTheFourteenArgumentsAndItsResultIsReadBack)
     EXPECT_TRUE(args[13].endsWith(QStringLiteral(".wav")));
 
     // On the WAV road the child writes straight to the output, replacing a file there.
-    const QString wav = Engine::extractWav(Media::videoWithoutAudio());
+    const QString wav = Decoder::extractWav(Media::videoWithoutAudio());
     EXPECT_GT(QFileInfo(wav).size(), 60000);
     QFile::remove(wav);
 }
@@ -101,29 +101,29 @@ TEST_F(Fallback, EmptyTrackFromTheChildIsAnEmptyResultNotAnError)
     useFfmpeg(QStringLiteral("silent-ffmpeg"),
               QStringLiteral("exec /usr/bin/ffmpeg -hide_banner -loglevel error -y -f lavfi -i "
                              "anullsrc=r=16000:cl=mono -t 0 -c:a pcm_s16le \"${14}\""));
-    EXPECT_TRUE(Engine::decodeTo16kMonoFloats(Media::emptyFile()).empty());
+    EXPECT_TRUE(Decoder::decodeTo16kMonoFloats(Media::emptyFile()).empty());
 }
 
 TEST_F(Fallback, ChildFailuresSayItInWordsAndKeepTheirTrimmedOutputAsDetails)
 {
     const QString damaged = prefix + QStringLiteral("Die Datei ist beschädigt oder enthält keine lesbare Tonspur.");
     useFfmpeg(QStringLiteral("quiet-failure"), QStringLiteral("exit 1"));
-    EXPECT_EQ(convertError([] { Engine::decodeTo16kMonoFloats(Media::emptyFile()); }), damaged);
-    EXPECT_EQ(convertDetails([] { Engine::decodeTo16kMonoFloats(Media::emptyFile()); }), QString());
+    EXPECT_EQ(convertError([] { Decoder::decodeTo16kMonoFloats(Media::emptyFile()); }), damaged);
+    EXPECT_EQ(convertDetails([] { Decoder::decodeTo16kMonoFloats(Media::emptyFile()); }), QString());
 
     useFfmpeg(QStringLiteral("talking-failure"), QStringLiteral("printf '\\n  kaputt: Ende der Datei \\n\\n' >&2; exit 3"));
-    EXPECT_EQ(convertError([] { Engine::decodeTo16kMonoFloats(Media::emptyFile()); }), damaged);
-    EXPECT_EQ(convertDetails([] { Engine::decodeTo16kMonoFloats(Media::emptyFile()); }),
+    EXPECT_EQ(convertError([] { Decoder::decodeTo16kMonoFloats(Media::emptyFile()); }), damaged);
+    EXPECT_EQ(convertDetails([] { Decoder::decodeTo16kMonoFloats(Media::emptyFile()); }),
               QStringLiteral("kaputt: Ende der Datei"));
 
     useFfmpeg(QStringLiteral("latin1-failure"), QStringLiteral("printf 'Gr\\374\\337e' >&2; exit 7"));
-    EXPECT_EQ(convertDetails([] { Engine::extractWav(Media::emptyFile()); }), QStringLiteral("Exit 7"));
+    EXPECT_EQ(convertDetails([] { Decoder::extractWav(Media::emptyFile()); }), QStringLiteral("Exit 7"));
 
     // A child that outlasts one wait, and one that writes more than a pipe holds: all of
     // its output is kept, and neither side blocks.
     useFfmpeg(QStringLiteral("slow-chatty-failure"),
               QStringLiteral("sleep 1.5; head -c 300000 /dev/zero | tr '\\0' x >&2; echo ' Ende' >&2; exit 2"));
-    EXPECT_EQ(convertDetails([] { Engine::decodeTo16kMonoFloats(Media::emptyFile()); }),
+    EXPECT_EQ(convertDetails([] { Decoder::decodeTo16kMonoFloats(Media::emptyFile()); }),
               QString(300000, u'x') + QStringLiteral(" Ende"));
 }
 
@@ -136,7 +136,7 @@ TEST_F(Fallback, CancelStopsTheChildBeforeOrWhileItRuns)
     early->cancel();
     QElapsedTimer clock;
     clock.start();
-    EXPECT_EQ(convertError([&] { Engine::runProcess(*Engine::ffmpegURL(), {"-i", "x"}, early,
+    EXPECT_EQ(convertError([&] { Decoder::runProcess(*Decoder::ffmpegURL(), {"-i", "x"}, early,
                                                      [](const QString &m) { return EngineError::convertFailed(m); }); }),
               QStringLiteral("Abgebrochen."));
 
@@ -147,7 +147,7 @@ TEST_F(Fallback, CancelStopsTheChildBeforeOrWhileItRuns)
         control->cancel();
         control->cancel();
     });
-    EXPECT_EQ(convertError([&] { Engine::decodeTo16kMonoFloats(Media::emptyFile(), control); }),
+    EXPECT_EQ(convertError([&] { Decoder::decodeTo16kMonoFloats(Media::emptyFile(), control); }),
               QStringLiteral("Abgebrochen."));
     canceller.join();
     EXPECT_LT(clock.elapsed(), 10000);
@@ -157,7 +157,7 @@ TEST_F(Fallback, CancelStopsTheChildBeforeOrWhileItRuns)
     useFfmpeg(QStringLiteral("marking-ffmpeg"), QStringLiteral(": > '%1'").arg(marker));
     auto cancelled = std::make_shared<TranscribeControl>();
     cancelled->cancel();
-    EXPECT_THROW(Engine::decodeTo16kMonoFloats(Media::tone(QStringLiteral("mp3")), cancelled), EngineError);
-    EXPECT_THROW(Engine::extractWav(Media::tone(QStringLiteral("mp3")), cancelled), EngineError);
+    EXPECT_THROW(Decoder::decodeTo16kMonoFloats(Media::tone(QStringLiteral("mp3")), cancelled), EngineError);
+    EXPECT_THROW(Decoder::extractWav(Media::tone(QStringLiteral("mp3")), cancelled), EngineError);
     EXPECT_FALSE(QFile::exists(marker));
 }

@@ -5,7 +5,7 @@
 #include "Media.h"
 #include "TinyModel.h"
 
-#include "engine/Engine.h"
+#include "engine/Decoder.h"
 #include "engine/ModelImport.h"
 #include "engine/WhisperEngine.h"
 
@@ -93,7 +93,7 @@ TEST(ModelImport, ConversionHasWhisperLayoutKeepsValuesAndRecognises)
         {"float32, tokenizer.json, English only, three parts",
          {.englishOnly = true, .weights = Weights::Float32, .vocabulary = Vocabulary::Tokenizer, .parts = 3, .seed = 3}},
     };
-    const std::vector<float> samples = Engine::decodeTo16kMonoFloats(Media::tone(QStringLiteral("wav")));
+    const std::vector<float> samples = Decoder::decodeTo16kMonoFloats(Media::tone(QStringLiteral("wav")));
 
     for (const Variant &v : variants) {
         SCOPED_TRACE(v.what);

@@ -1,7 +1,7 @@
 // Recognition runs through the real libwhisper on a generated model.
 #include "Media.h"
 
-#include "engine/Engine.h"
+#include "engine/Decoder.h"
 #include "engine/WhisperEngine.h"
 
 #include <QDir>
@@ -17,7 +17,7 @@ namespace {
 
 std::vector<float> toneSamples()
 {
-    static const std::vector<float> samples = Engine::decodeTo16kMonoFloats(Media::tone(QStringLiteral("wav")));
+    static const std::vector<float> samples = Decoder::decodeTo16kMonoFloats(Media::tone(QStringLiteral("wav")));
     return samples;
 }
 
@@ -97,8 +97,8 @@ TEST(Whisper, ModelFailuresHaveTheirOwnTextsAndCancelStopsEachMomentOfTheRoad)
     // missing model is reported first.
     auto before = std::make_shared<TranscribeControl>();
     before->cancel();
-    EXPECT_EQ(failure([&] { Engine::transcribe(Media::textFileNamedMp3(), model, QString(), before); }), "<cancelled>");
-    EXPECT_EQ(failure([&] { Engine::transcribe(audio, QStringLiteral("/nonexistent.bin"), QString(), before); }),
+    EXPECT_EQ(failure([&] { WhisperEngine::transcribeFile(Media::textFileNamedMp3(), model, QString(), before); }), "<cancelled>");
+    EXPECT_EQ(failure([&] { WhisperEngine::transcribeFile(audio, QStringLiteral("/nonexistent.bin"), QString(), before); }),
               QStringLiteral("Kein Modell ausgewählt/installiert."));
 
     // While the model loads: the run never starts, so progress is never reported.
@@ -111,7 +111,7 @@ TEST(Whisper, ModelFailuresHaveTheirOwnTextsAndCancelStopsEachMomentOfTheRoad)
     auto during = std::make_shared<TranscribeControl>();
     std::vector<double> seen;
     EXPECT_EQ(failure([&] {
-                  Engine::transcribe(audio, model, QString(), during, [&](double v) {
+                  WhisperEngine::transcribeFile(audio, model, QString(), during, [&](double v) {
                       seen.push_back(v);
                       during->cancel();
                   });

@@ -1,6 +1,6 @@
 #include "SpeechScore.h"
 
-#include "engine/Engine.h"
+#include "engine/Decoder.h"
 
 #include <QDir>
 #include <QFile>
@@ -84,7 +84,7 @@ Recording fromRttm(const QString &name, const QString &wav, const QString &rttm,
 {
     Recording r;
     r.name = name;
-    r.samples = Engine::decodeTo16kMonoFloats(wav);
+    r.samples = Decoder::decodeTo16kMonoFloats(wav);
     QFile file(rttm);
     QList<Region> regions;
     if (file.open(QIODevice::ReadOnly)) {
@@ -116,7 +116,7 @@ Recording joinedLibriVox()
     QStringList reference;
     for (qsizetype i = 0; i < files.size() && i < 5; ++i) {
         silence(gaps[i]);
-        const std::vector<float> clip = Engine::decodeTo16kMonoFloats(dir.filePath(files[i]));
+        const std::vector<float> clip = Decoder::decodeTo16kMonoFloats(dir.filePath(files[i]));
         const double at = double(r.samples.size()) / 16000.0;
         const Region loud = loudStretch(clip);
         regions << Region{at + loud.start, at + loud.end};

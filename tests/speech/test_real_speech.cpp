@@ -18,7 +18,7 @@
 #include "LocalServer.h"
 #include "SpeechScore.h"
 
-#include "engine/Engine.h"
+#include "engine/Decoder.h"
 #include "engine/ModelImport.h"
 #include "engine/VadModel.h"
 #include "engine/WhisperEngine.h"
@@ -287,7 +287,7 @@ TEST(RealSpeech, PiecesReadLikeOneRun)
     std::vector<float> once;
     QString reference;
     for (const QString &file : dir.entryList({QStringLiteral("*.wav")}, QDir::Files, QDir::Name)) {
-        const std::vector<float> samples = Engine::decodeTo16kMonoFloats(dir.filePath(file));
+        const std::vector<float> samples = Decoder::decodeTo16kMonoFloats(dir.filePath(file));
         once.insert(once.end(), samples.begin(), samples.end());
         QFile text(dir.filePath(QString(file).replace(QStringLiteral(".wav"), QStringLiteral(".txt"))));
         ASSERT_TRUE(text.open(QIODevice::ReadOnly));

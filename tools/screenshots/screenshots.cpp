@@ -9,7 +9,7 @@
 #include "app/AppModel.h"
 #include "app/Settings.h"
 #include "app/ModelStore.h"
-#include "engine/Engine.h"
+#include "engine/Decoder.h"
 #include "engine/EngineError.h"
 #include "storage/BundleStore.h"
 #include "ui/BusyView.h"
@@ -126,7 +126,7 @@ int main(int argc, char **argv)
         settle();
         // A damaged file: the user's text, ffmpeg's own lines behind the details button.
         try {
-            Engine::decodeTo16kMonoFloats(Media::textFileNamedMp3());
+            Decoder::decodeTo16kMonoFloats(Media::textFileNamedMp3());
         } catch (const EngineError &e) {
             sagwerk.model().setErrorMessage(e.errorDescription(), e.details());
         }

@@ -1,8 +1,7 @@
-#include "engine/Engine.h"
+#include "engine/Decoder.h"
 
 #include "core/Wav.h"
 
-#include "engine/WhisperEngine.h"
 
 #include "core/TemporaryFiles.h"
 #include "core/Tr.h"
@@ -18,7 +17,7 @@
 
 #include <mutex>
 
-namespace Engine {
+namespace Decoder {
 
 // A whole sentence for the user, so it follows the interface language; the prefix in
 // front of it does not.
@@ -142,7 +141,7 @@ void convertWithFFmpeg(const QString &input, const QString &output, const Transc
 std::vector<float> decodeTo16kMonoFloats(const QString &input, const TranscribeControlPtr &control)
 {
     try {
-        std::vector<float> samples = avfDecodeFloats(input, control);
+        std::vector<float> samples = libavDecodeFloats(input, control);
         if (!samples.empty())
             return samples;
     } catch (const EngineError &e) {
@@ -154,13 +153,13 @@ std::vector<float> decodeTo16kMonoFloats(const QString &input, const TranscribeC
     const QString temporary = temporaryWavPath();
     const auto cleanup = qScopeGuard([&] { removeQuietly(temporary); });
     convertWithFFmpeg(input, temporary, control);
-    return avfDecodeFloats(temporary, control);
+    return libavDecodeFloats(temporary, control);
 }
 
 void convertTo16kMonoWav(const QString &input, const QString &output, const TranscribeControlPtr &control)
 {
     try {
-        const QByteArray pcm = avfDecodePCM16(input, control);
+        const QByteArray pcm = libavDecodePCM16(input, control);
         if (pcm.isEmpty())
             throw EngineError::convertFailed(QStringLiteral("leere Tonspur"));
         QFile file(output);
@@ -191,20 +190,4 @@ QString extractWav(const QString &from, const TranscribeControlPtr &control)
     return output;
 }
 
-TranscriptionResult transcribe(const QString &input, const QString &model, const QString &language,
-                               const TranscribeControlPtr &control, const Progress &progress)
-{
-    if (!QFileInfo::exists(model))
-        throw EngineError::noModel();
-    if (control && control->isCancelled())
-        throw EngineError::cancelled();
-    const std::vector<float> samples = decodeTo16kMonoFloats(input, control);
-    if (control && control->isCancelled())
-        throw EngineError::cancelled();
-    TranscriptionResult result =
-        WhisperEngine::transcribe(samples, model, language, control, progress ? progress : [](double) {});
-    result.model = QFileInfo(model).fileName();
-    return result;
-}
-
-} // namespace Engine
+} // namespace Decoder

@@ -1,6 +1,6 @@
 // In-process decoding with the FFmpeg libraries: the first audio stream of a file,
 // down-mixed and resampled to 16 kHz mono signed 16-bit.
-#include "engine/Engine.h"
+#include "engine/Decoder.h"
 
 #include <QFile>
 #include <QtEndian>
@@ -17,7 +17,7 @@ extern "C" {
 #include <libswresample/swresample.h>
 }
 
-namespace Engine {
+namespace Decoder {
 
 namespace {
 
@@ -249,14 +249,14 @@ void decodeInto(Decoder &d, const QString &input, const TranscribeControlPtr &co
 
 } // namespace
 
-QByteArray avfDecodePCM16(const QString &input, const TranscribeControlPtr &control)
+QByteArray libavDecodePCM16(const QString &input, const TranscribeControlPtr &control)
 {
     Decoder d;
     decodeInto(d, input, control);
     return std::move(d.pcm);
 }
 
-std::vector<float> avfDecodeFloats(const QString &input, const TranscribeControlPtr &control)
+std::vector<float> libavDecodeFloats(const QString &input, const TranscribeControlPtr &control)
 {
     std::vector<float> samples;
     Decoder d;
@@ -265,4 +265,4 @@ std::vector<float> avfDecodeFloats(const QString &input, const TranscribeControl
     return samples;
 }
 
-} // namespace Engine
+} // namespace Decoder
