@@ -1,6 +1,6 @@
 // Both providers' answers with any status, and the error message in an error answer.
-#include "ai/Smoother.h"
-#include "ai/SmoothingError.h"
+#include "ai/ProviderClients.h"
+#include "ai/AIError.h"
 
 #include "FuzzInput.h"
 
@@ -10,13 +10,13 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     const int status = 100 + input.take<uint16_t>() % 500;
     const QByteArray body = input.rest();
     try {
-        (void)Smoother::readAnthropicAnswer(status, body);
-    } catch (const SmoothingError &) {
+        (void)ProviderClients::readAnthropicAnswer(status, body);
+    } catch (const AIError &) {
     }
     try {
-        (void)Smoother::readOpenAIAnswer(status, body);
-    } catch (const SmoothingError &) {
+        (void)ProviderClients::readOpenAIAnswer(status, body);
+    } catch (const AIError &) {
     }
-    (void)Smoother::extractErrorMessage(body);
+    (void)ProviderClients::extractErrorMessage(body);
     return 0;
 }

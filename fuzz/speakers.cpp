@@ -1,7 +1,7 @@
 // A speaker text as an AI model or a person left it, laid over timed segments: its labels,
 // its turns, the label of each line.
 #include "review/SpeakerTurn.h"
-#include "ai/Smoother.h"
+#include "ai/Refiner.h"
 #include "core/Text.h"
 
 #include "FuzzInput.h"
@@ -20,7 +20,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
         segments.append(s);
     }
     const QString text = QString::fromUtf8(input.rest());
-    (void)Smoother::speakerLabels(text);
+    (void)Refiner::speakerLabels(text);
     const QList<SpeakerTurn> turns = SpeakerTurn::build(text, segments);
     for (const SpeakerTurn &turn : turns)
         (void)SpeakerTurn::normalisedWords(turn.text);

@@ -1,10 +1,10 @@
 // Cutting a text into requests of bounded length, at sentence ends where it can.
-#include "ai/Smoother.h"
+#include "ai/Refiner.h"
 
 #include "core/Text.h"
 
 
-namespace Smoother {
+namespace Refiner {
 
 namespace {
 
@@ -104,4 +104,4 @@ QStringList chunk(const QString &text, int maxChars)
     return result;
 }
 
-} // namespace Smoother
+} // namespace Refiner

@@ -1,14 +1,14 @@
 // The two providers' interfaces: one POST each, the answer read field by field.
-#include "ai/Smoother.h"
+#include "ai/ProviderClients.h"
 
-#include "ai/SmoothingError.h"
+#include "ai/AIError.h"
 #include "core/Network.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 
-namespace Smoother {
+namespace ProviderClients {
 
 namespace {
 
@@ -40,11 +40,11 @@ QFuture<QString> post(const QUrl &url, const QList<std::pair<QByteArray, QByteAr
     return Network::fetch(request)
         .then([read](const Network::Response &response) {
             if (!response.status)
-                throw SmoothingError::badResponse();
+                throw AIError::badResponse();
             return read(*response.status, response.body);
         })
         .onFailed([](const Network::Error &error) -> QString {
-            throw SmoothingError::network(error.errorDescription());
+            throw AIError::network(error.errorDescription());
         });
 }
 
@@ -52,10 +52,10 @@ QFuture<QString> post(const QUrl &url, const QList<std::pair<QByteArray, QByteAr
 QJsonObject answerObject(int status, const QByteArray &body)
 {
     if (status < 200 || status > 299)
-        throw SmoothingError::http(status, extractErrorMessage(body).value_or(QStringLiteral("unbekannt")));
+        throw AIError::http(status, extractErrorMessage(body).value_or(QStringLiteral("unbekannt")));
     const QJsonDocument document = QJsonDocument::fromJson(body);
     if (!document.isObject())
-        throw SmoothingError::badResponse();
+        throw AIError::badResponse();
     return document.object();
 }
 
@@ -63,7 +63,7 @@ QString nonEmpty(const QString &text)
 {
     const QString trimmed = text.trimmed();
     if (trimmed.isEmpty())
-        throw SmoothingError::badResponse();
+        throw AIError::badResponse();
     return trimmed;
 }
 
@@ -82,14 +82,14 @@ QString readAnthropicAnswer(int status, const QByteArray &body)
 {
     const QJsonObject root = answerObject(status, body);
     if (root.value(u"stop_reason") == QJsonValue(QStringLiteral("refusal")))
-        throw SmoothingError::refusal();
+        throw AIError::refusal();
     const QJsonValue content = root.value(u"content");
     if (!content.isArray())
-        throw SmoothingError::badResponse();
+        throw AIError::badResponse();
     QString text;
     for (const QJsonValue &block : content.toArray()) {
         if (!block.isObject())
-            throw SmoothingError::badResponse();
+            throw AIError::badResponse();
         const QJsonObject object = block.toObject();
         if (object.value(u"type") == QJsonValue(QStringLiteral("text")) && object.value(u"text").isString())
             text += object.value(u"text").toString();
@@ -102,17 +102,17 @@ QString readOpenAIAnswer(int status, const QByteArray &body)
     const QJsonObject root = answerObject(status, body);
     const QJsonValue choices = root.value(u"choices");
     if (!choices.isArray() || choices.toArray().isEmpty())
-        throw SmoothingError::badResponse();
+        throw AIError::badResponse();
     for (const QJsonValue &choice : choices.toArray()) {
         if (!choice.isObject())
-            throw SmoothingError::badResponse();
+            throw AIError::badResponse();
     }
     const QJsonObject first = choices.toArray().first().toObject();
     if (first.value(u"finish_reason") == QJsonValue(QStringLiteral("content_filter")))
-        throw SmoothingError::refusal();
+        throw AIError::refusal();
     const QJsonValue content = first.value(u"message").toObject().value(u"content");
     if (!first.value(u"message").isObject() || !content.isString())
-        throw SmoothingError::badResponse();
+        throw AIError::badResponse();
     return nonEmpty(content.toString());
 }
 
@@ -148,4 +148,4 @@ QFuture<QString> callOpenAI(const QString &system, const QString &user, const QS
                 readOpenAIAnswer, control);
 }
 
-} // namespace Smoother
+} // namespace ProviderClients

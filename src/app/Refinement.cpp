@@ -1,8 +1,8 @@
 #include "app/Refinement.h"
 
 #include "core/AIModel.h"
-#include "ai/SmoothingError.h"
-#include "ai/Smoother.h"
+#include "ai/AIError.h"
+#include "ai/Refiner.h"
 #include "core/HistoryItem.h"
 #include "app/PatchQueue.h"
 #include "storage/BundleStore.h"
@@ -10,7 +10,7 @@
 QFuture<void> Refinement::start(const HistoryItem &item, qint64 level, const QString &key, const QString &modelId)
 {
     if (key.isEmpty()) {
-        emit keyMissing(SmoothingError::noKey().errorDescription());
+        emit keyMissing(AIError::noKey().errorDescription());
         return QtFuture::makeReadyVoidFuture();
     }
     if (item.smoothingLevel)
@@ -22,7 +22,7 @@ QFuture<void> Refinement::start(const HistoryItem &item, qint64 level, const QSt
     const std::optional<QString> bundle = item.bundleURL;
     emit began(id, level);
 
-    return Smoother::smooth(input, key, AIModel::by(modelId), level, item.speakerText.has_value())
+    return Refiner::refine(input, key, AIModel::by(modelId), level, item.speakerText.has_value())
         .then(this,
               [this, id, level, bundle](const QString &text) {
                   emit finished(id, level, text);
@@ -31,5 +31,5 @@ QFuture<void> Refinement::start(const HistoryItem &item, qint64 level, const QSt
                   return PatchQueue::add([bundle = *bundle, level, text] { BundleStore::saveSmoothed(bundle, level, text); });
               })
         .unwrap()
-        .onFailed(this, [this, id](const SmoothingError &error) { emit failed(id, error.errorDescription()); });
+        .onFailed(this, [this, id](const AIError &error) { emit failed(id, error.errorDescription()); });
 }

@@ -1,7 +1,7 @@
 #include "app/SpeakerJob.h"
 
 #include "core/AIModel.h"
-#include "ai/Smoother.h"
+#include "ai/Refiner.h"
 #include "app/PatchQueue.h"
 #include "core/HistoryItem.h"
 #include "core/Tr.h"
@@ -123,7 +123,7 @@ QFuture<SpeakerJob::Result> SpeakerJob::acoustic(const HistoryItem &item, QStrin
                   if (!hasKey || speakers.size() < 2)
                       return QtFuture::makeReadyValueFuture(Result{spans, labelled});
                   m_status = Tr::tr("KI ergänzt Namen und Rollen…");
-                  return Smoother::refineSpeakers(labelled, key, AIModel::by(modelId), control)
+                  return Refiner::nameSpeakers(labelled, key, AIModel::by(modelId), control)
                       .then([spans](const QString &named) { return Result{spans, named}; });
               })
         .unwrap()
@@ -166,7 +166,7 @@ QFuture<SpeakerJob::Result> SpeakerJob::textOnly(const HistoryItem &item, const 
     const QString fullText = item.result.fullText;
     emit began(id);
     m_status = Tr::tr("Sprecher werden erkannt…");
-    return Smoother::detectSpeakers(fullText, key, AIModel::by(modelId), control)
+    return Refiner::detectSpeakers(fullText, key, AIModel::by(modelId), control)
         .then(this,
               [this, control, id, bundle](const QString &text) {
                   throwIfCancelled(control);

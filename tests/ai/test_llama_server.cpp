@@ -3,8 +3,8 @@
 // SAGWERK_LLAMA_SERVER names the running server; scripts/check-llama-server starts it.
 #include "LocalServer.h"
 
-#include "ai/Smoother.h"
-#include "ai/SmoothingError.h"
+#include "ai/Refiner.h"
+#include "ai/AIError.h"
 
 #include <gtest/gtest.h>
 
@@ -18,8 +18,8 @@ QString outcome(QFuture<QString> future)
     waitFor([&] { return future.isFinished(); }, 120'000);
     try {
         return future.result();
-    } catch (const SmoothingError &error) {
-        return error.kind() == SmoothingError::Case::badResponse ? QString() : error.errorDescription();
+    } catch (const AIError &error) {
+        return error.kind() == AIError::Case::badResponse ? QString() : error.errorDescription();
     }
 }
 
@@ -37,12 +37,12 @@ TEST(LlamaServer, BothClientsSpeakItsProtocols)
     for (const QString &id : {QStringLiteral("gpt-4o-mini"), QStringLiteral("claude-haiku-4-5")}) {
         const AIModel model = AIModel::by(id);
         // Nonsense or nothing comes back, but never a failure of the exchange.
-        const QString answer = outcome(Smoother::smooth(QStringLiteral("äh also wir fangen an"), key, model, 1, false));
+        const QString answer = outcome(Refiner::refine(QStringLiteral("äh also wir fangen an"), key, model, 1, false));
         EXPECT_FALSE(answer.startsWith(QStringLiteral("API-Fehler")) || answer.startsWith(QStringLiteral("Netzwerkfehler"))
                      || answer.startsWith(QStringLiteral("API-Key")))
             << qPrintable(id) << ": " << qPrintable(answer);
         std::printf("%s through llama-server: %lld characters of answer\n", qPrintable(id), qlonglong(answer.size()));
-        EXPECT_EQ(outcome(Smoother::smooth(QStringLiteral("Text"), QStringLiteral("wrong"), model, 1, false)),
+        EXPECT_EQ(outcome(Refiner::refine(QStringLiteral("Text"), QStringLiteral("wrong"), model, 1, false)),
                   QStringLiteral("API-Key ungültig (401). Bitte in den Einstellungen prüfen."))
             << qPrintable(id);
     }

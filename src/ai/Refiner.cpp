@@ -1,8 +1,9 @@
 // The refinement flows over the prompts, the chunker and the two clients.
-#include "ai/Smoother.h"
+#include "ai/Refiner.h"
 
 #include "ai/Prompts.h"
-#include "ai/SmoothingError.h"
+#include "ai/ProviderClients.h"
+#include "ai/AIError.h"
 #include "core/Text.h"
 
 #include <QPromise>
@@ -10,7 +11,7 @@
 #include <functional>
 #include <memory>
 
-namespace Smoother {
+namespace Refiner {
 
 namespace {
 
@@ -19,7 +20,7 @@ constexpr int chunkTokens = 8192;
 constexpr int wholeTextTokens = 16384;
 
 template <typename T>
-QFuture<T> failed(const SmoothingError &error)
+QFuture<T> failed(const AIError &error)
 {
     QPromise<T> promise;
     promise.start();
@@ -33,9 +34,9 @@ QFuture<QString> call(const AIModel &model, const QString &apiKey, const QString
                       int maxTokens, const TranscribeControlPtr &control = {})
 {
     if (apiKey.isEmpty())
-        return failed<QString>(SmoothingError::noKey());
-    return model.provider == AIProvider::openai ? callOpenAI(system, user, apiKey, model.id, maxTokens, control)
-                                                : callAnthropic(system, user, apiKey, model.id, maxTokens, control);
+        return failed<QString>(AIError::noKey());
+    return model.provider == AIProvider::openai ? ProviderClients::callOpenAI(system, user, apiKey, model.id, maxTokens, control)
+                                                : ProviderClients::callAnthropic(system, user, apiKey, model.id, maxTokens, control);
 }
 
 // The chunks one after the other, each message made from the answers so far; the answers
@@ -67,7 +68,7 @@ QFuture<QStringList> callEach(const AIModel &model, const QString &apiKey, const
                 self->answers.append(answer);
                 self->next();
             })
-            .onFailed([self] { // a SmoothingError, or Cancelled
+            .onFailed([self] { // an AIError, or Cancelled
                 self->promise.setException(std::current_exception());
                 self->promise.finish();
             });
@@ -130,7 +131,7 @@ qsizetype wordCount(const QString &text)
 
 } // namespace
 
-QFuture<QString> smooth(const QString &text, const QString &apiKey, const AIModel &model, qint64 level,
+QFuture<QString> refine(const QString &text, const QString &apiKey, const AIModel &model, qint64 level,
                         bool speakerAware)
 {
     const QString system = Prompts::systemPrompt(level, speakerAware);
@@ -143,7 +144,7 @@ QFuture<QString> smooth(const QString &text, const QString &apiKey, const AIMode
         .then([](const QStringList &answers) { return answers.join(QStringLiteral("\n\n")); });
 }
 
-QFuture<QString> refineSpeakers(const QString &text, const QString &apiKey, const AIModel &model,
+QFuture<QString> nameSpeakers(const QString &text, const QString &apiKey, const AIModel &model,
                                 const TranscribeControlPtr &control)
 {
     return speakerFlow(text, apiKey, model, Prompts::naming(), Prompts::namingMessage, control)
@@ -184,4 +185,4 @@ bool plausibleRefinement(const QString &original, const QString &refined)
     return ratio >= 0.6 && ratio <= 1.4;
 }
 
-} // namespace Smoother
+} // namespace Refiner

@@ -1,8 +1,8 @@
-#include "ai/SmoothingError.h"
+#include "ai/AIError.h"
 
 #include "core/Tr.h"
 
-QString SmoothingError::errorDescription() const
+QString AIError::errorDescription() const
 {
     switch (m_case) {
     case Case::http:

@@ -3,8 +3,8 @@
 #include "LocalServer.h"
 
 #include "ai/Prompts.h"
-#include "ai/Smoother.h"
-#include "ai/SmoothingError.h"
+#include "ai/Refiner.h"
+#include "ai/AIError.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -47,7 +47,7 @@ QString outcome(QFuture<QString> future)
     waitFor([&] { return future.isFinished(); }, 10'000);
     try {
         return future.result();
-    } catch (const SmoothingError &error) {
+    } catch (const AIError &error) {
         return QStringLiteral("ERROR ") + error.errorDescription();
     }
 }
@@ -80,24 +80,24 @@ protected:
 
 TEST(Chunking, CutsAtSentenceEndsAndHardWhereItMust)
 {
-    EXPECT_EQ(Smoother::chunk(QString(), 9000), QStringList{QString()});
-    EXPECT_EQ(Smoother::chunk(QStringLiteral(" \n\u2028 "), 9000), QStringList{QString()});
+    EXPECT_EQ(Refiner::chunk(QString(), 9000), QStringList{QString()});
+    EXPECT_EQ(Refiner::chunk(QStringLiteral(" \n\u2028 "), 9000), QStringList{QString()});
 
     const QString lines = QString(4499, u'a') + u'\n' + QString(4500, u'b');
-    EXPECT_EQ(Smoother::chunk(u"  " + lines + u"\n", 9000), QStringList{lines}) << "fits whole, line feed kept";
-    EXPECT_EQ(lengths(Smoother::chunk(QString(9001, u'x'), 9000)), (QList<qsizetype>{9000, 1}));
+    EXPECT_EQ(Refiner::chunk(u"  " + lines + u"\n", 9000), QStringList{lines}) << "fits whole, line feed kept";
+    EXPECT_EQ(lengths(Refiner::chunk(QString(9001, u'x'), 9000)), (QList<qsizetype>{9000, 1}));
 
     const QString longSentence = QString(20000, u'y') + u'.';
-    const QStringList pieces = Smoother::chunk(QStringLiteral("Kurz. ") + longSentence + QStringLiteral(" Ende."), 9000);
+    const QStringList pieces = Refiner::chunk(QStringLiteral("Kurz. ") + longSentence + QStringLiteral(" Ende."), 9000);
     EXPECT_EQ(lengths(pieces), (QList<qsizetype>{5, 9000, 9000, 2007}));
     EXPECT_TRUE(pieces.last().endsWith(u". Ende."));
 
     // Umlauts count once in either form; CRLF is one character and ends nothing.
     const QString decomposed = QStringLiteral("a\u0308");
-    EXPECT_EQ(Smoother::chunk(QString(decomposed).repeated(9000), 9000).size(), 1);
-    EXPECT_EQ(lengths(Smoother::chunk(QStringLiteral("ab\r\n").repeated(3001), 9000)), (QList<qsizetype>{12000, 2}));
+    EXPECT_EQ(Refiner::chunk(QString(decomposed).repeated(9000), 9000).size(), 1);
+    EXPECT_EQ(lengths(Refiner::chunk(QStringLiteral("ab\r\n").repeated(3001), 9000)), (QList<qsizetype>{12000, 2}));
 
-    EXPECT_EQ(Smoother::sentenceUnits(QStringLiteral("z. B. 3.5 Euro... \u201eJa!\u201c Zeile\nohne Ende"), 100),
+    EXPECT_EQ(Refiner::sentenceUnits(QStringLiteral("z. B. 3.5 Euro... \u201eJa!\u201c Zeile\nohne Ende"), 100),
               (QStringList{"z.", "B.", "3.", "5 Euro.", ".", ".", "\u201eJa!", "\u201c Zeile", "ohne Ende"}));
 }
 
@@ -107,17 +107,17 @@ TEST(SpeakerLabels, FindLabelsAndGuardTheWordCount)
                                         ": leer\nohne Doppelpunkt\n%1: zu lang\neins zwei drei vier fünf sechs: nein\n"
                                         "eins zwei drei vier fünf: ja\n")
                              .arg(QString(41, u'x'));
-    EXPECT_EQ(Smoother::speakerLabels(text),
+    EXPECT_EQ(Refiner::speakerLabels(text),
               (QStringList{"Sprecher 1", "Dr. Müller", "eins zwei drei vier fünf"}));
-    EXPECT_EQ(Smoother::speakerLabels(QString(40, u'x') + u':'), QStringList{QString(40, u'x')});
+    EXPECT_EQ(Refiner::speakerLabels(QString(40, u'x') + u':'), QStringList{QString(40, u'x')});
 
     const QString hundred = words(100);
-    EXPECT_FALSE(Smoother::plausibleRefinement(hundred, words(59)));
-    EXPECT_TRUE(Smoother::plausibleRefinement(hundred, words(60)));
-    EXPECT_TRUE(Smoother::plausibleRefinement(hundred, words(140)));
-    EXPECT_FALSE(Smoother::plausibleRefinement(hundred, words(141)));
-    EXPECT_FALSE(Smoother::plausibleRefinement(QStringLiteral(" \n\u0085\u2028 "), QString()));
-    EXPECT_TRUE(Smoother::plausibleRefinement(QStringLiteral("a\u2029b\u0085c"), QStringLiteral("x y z")));
+    EXPECT_FALSE(Refiner::plausibleRefinement(hundred, words(59)));
+    EXPECT_TRUE(Refiner::plausibleRefinement(hundred, words(60)));
+    EXPECT_TRUE(Refiner::plausibleRefinement(hundred, words(140)));
+    EXPECT_FALSE(Refiner::plausibleRefinement(hundred, words(141)));
+    EXPECT_FALSE(Refiner::plausibleRefinement(QStringLiteral(" \n\u0085\u2028 "), QString()));
+    EXPECT_TRUE(Refiner::plausibleRefinement(QStringLiteral("a\u2029b\u0085c"), QStringLiteral("x y z")));
 }
 
 TEST(Prompts, LevelsSentencesAndNotes)
@@ -142,7 +142,7 @@ TEST_F(Providers, RequestsCarryExactlyTheirFields)
     server.answer(messages, {.body = anthropicAnswer(QStringLiteral("  geglättet \n")), .contentType = "application/json"});
     server.answer(completions, {.body = openAIAnswer(QStringLiteral("\nglatt ")), .contentType = "application/json"});
 
-    EXPECT_EQ(outcome(Smoother::smooth(QStringLiteral("äh hallo"), QStringLiteral("sk-ant"), claude, 1, false)),
+    EXPECT_EQ(outcome(Refiner::refine(QStringLiteral("äh hallo"), QStringLiteral("sk-ant"), claude, 1, false)),
               QStringLiteral("geglättet"));
     // Header names compare without case.
     const QByteArray head = server.lastRequest(messages).toLower() + "\r\n";
@@ -156,7 +156,7 @@ TEST_F(Providers, RequestsCarryExactlyTheirFields)
                            {"system", Prompts::systemPrompt(1, false)},
                            {"messages", QJsonArray{QJsonObject{{"role", "user"}, {"content", "äh hallo"}}}}}));
 
-    EXPECT_EQ(outcome(Smoother::smooth(QStringLiteral("Text"), QStringLiteral("sk-oa"), gpt, 3, true)),
+    EXPECT_EQ(outcome(Refiner::refine(QStringLiteral("Text"), QStringLiteral("sk-oa"), gpt, 3, true)),
               QStringLiteral("glatt"));
     EXPECT_TRUE((server.lastRequest(completions).toLower() + "\r\n").contains("\r\nauthorization: bearer sk-oa\r\n"));
     EXPECT_EQ(lastBody(completions),
@@ -166,7 +166,7 @@ TEST_F(Providers, RequestsCarryExactlyTheirFields)
                                                                {"content", Prompts::systemPrompt(3, true)}},
                                                    QJsonObject{{"role", "user"}, {"content", "Text"}}}}}));
 
-    EXPECT_EQ(outcome(Smoother::smooth(QStringLiteral("x"), QString(), claude, 1, false)),
+    EXPECT_EQ(outcome(Refiner::refine(QStringLiteral("x"), QString(), claude, 1, false)),
               QStringLiteral("ERROR Kein API-Key für den gewählten Anbieter hinterlegt. Bitte in den Einstellungen "
                              "eintragen."));
     EXPECT_EQ(server.hits(messages), 1) << "no request without a key";
@@ -219,13 +219,13 @@ TEST_F(Providers, EveryAnswerShapeBecomesTextOrItsError)
     for (const Case &c : cases) {
         server.answer(c.path, c.answer);
         const AIModel &model = c.path == messages ? claude : gpt;
-        EXPECT_EQ(outcome(Smoother::smooth(QStringLiteral("Text"), QStringLiteral("key"), model, 1, false)), c.expected)
+        EXPECT_EQ(outcome(Refiner::refine(QStringLiteral("Text"), QStringLiteral("key"), model, 1, false)), c.expected)
             << c.what;
     }
 
     // A provider that cannot be reached is a network failure with the transfer's text.
     qputenv("ANTHROPIC_BASE_URL", "http://127.0.0.1:1");
-    EXPECT_TRUE(outcome(Smoother::smooth(QStringLiteral("Text"), QStringLiteral("key"), claude, 1, false))
+    EXPECT_TRUE(outcome(Refiner::refine(QStringLiteral("Text"), QStringLiteral("key"), claude, 1, false))
                     .startsWith(QStringLiteral("ERROR Netzwerkfehler: ")));
 }
 
@@ -241,13 +241,13 @@ TEST_F(Providers, LongTextsGoOutInChunksOneAfterTheOther)
     const QString thirtyThousand = QStringList(400, sentence).join(u' ');
     ASSERT_GE(thirtyThousand.size(), 30000);
 
-    EXPECT_EQ(outcome(Smoother::smooth(thirtyThousand, QStringLiteral("k"), claude, 3, false)),
+    EXPECT_EQ(outcome(Refiner::refine(thirtyThousand, QStringLiteral("k"), claude, 3, false)),
               QStringLiteral("Antwort 1"));
     EXPECT_EQ(lastBody(messages)["max_tokens"], 16384);
     EXPECT_EQ(lastBody(messages)["messages"][0]["content"], thirtyThousand) << "level 3 goes whole";
 
     answered = 0;
-    const QString smoothed = outcome(Smoother::smooth(thirtyThousand, QStringLiteral("k"), claude, 1, false));
+    const QString smoothed = outcome(Refiner::refine(thirtyThousand, QStringLiteral("k"), claude, 1, false));
     ASSERT_GE(answered, 4);
     QStringList expected;
     for (int i = 1; i <= answered; ++i)
@@ -257,7 +257,7 @@ TEST_F(Providers, LongTextsGoOutInChunksOneAfterTheOther)
 
     // A text of exactly 9000 characters with line breaks goes out as given, untrimmed.
     const QString exact = QString(4499, u'a') + u'\n' + QString(4500, u'b');
-    outcome(Smoother::smooth(exact, QStringLiteral("k"), claude, 2, false));
+    outcome(Refiner::refine(exact, QStringLiteral("k"), claude, 2, false));
     EXPECT_EQ(lastBody(messages)["messages"][0]["content"], exact);
 }
 
@@ -272,7 +272,7 @@ TEST_F(Providers, SpeakerFlowsCarryTheLabelsAndKeepTheWords)
     server.respond(completions, [&](const QByteArray &, const QByteArray &) {
         return LocalServer::Answer{.body = openAIAnswer(answers.value(answered++, QStringLiteral("Carla: x")))};
     });
-    const QString detected = outcome(Smoother::detectSpeakers(text, QStringLiteral("k"), gpt));
+    const QString detected = outcome(Refiner::detectSpeakers(text, QStringLiteral("k"), gpt));
     ASSERT_EQ(server.bodies(completions).size(), 3);
     EXPECT_EQ(detected, QStringList(answers).join(u'\n'));
     const auto userMessage = [&](int i) {
@@ -285,7 +285,7 @@ TEST_F(Providers, SpeakerFlowsCarryTheLabelsAndKeepTheWords)
 
     // Naming: 3 × 601 words against 3,300 are far too few, so the input comes back.
     answered = 0;
-    EXPECT_EQ(outcome(Smoother::refineSpeakers(text, QStringLiteral("k"), gpt)), text);
+    EXPECT_EQ(outcome(Refiner::nameSpeakers(text, QStringLiteral("k"), gpt)), text);
     EXPECT_TRUE(userMessage(5).startsWith(QStringLiteral("[Bereits vergebene Sprecher-Bezeichnungen: Anna, Ben. ")));
 
     // A short text whose answer keeps the word count is taken.
@@ -293,7 +293,7 @@ TEST_F(Providers, SpeakerFlowsCarryTheLabelsAndKeepTheWords)
     server.respond(completions, [&](const QByteArray &, const QByteArray &) {
         return LocalServer::Answer{.body = openAIAnswer(QStringLiteral("Anna: Guten Tag.\nBen: Hallo."))};
     });
-    EXPECT_EQ(outcome(Smoother::refineSpeakers(QStringLiteral("Sprecher 1: Guten Tag.\nSprecher 2: Hallo."),
+    EXPECT_EQ(outcome(Refiner::nameSpeakers(QStringLiteral("Sprecher 1: Guten Tag.\nSprecher 2: Hallo."),
                                                QStringLiteral("k"), gpt)),
               QStringLiteral("Anna: Guten Tag.\nBen: Hallo."));
 
@@ -303,5 +303,5 @@ TEST_F(Providers, SpeakerFlowsCarryTheLabelsAndKeepTheWords)
         return ++answered < 3 ? LocalServer::Answer{.body = openAIAnswer(QStringLiteral("Anna: gut"))}
                               : LocalServer::Answer{.status = 500, .body = json({{"error", QJsonObject{{"message", "weg"}}}})};
     });
-    EXPECT_EQ(outcome(Smoother::detectSpeakers(text, QStringLiteral("k"), gpt)), QStringLiteral("ERROR API-Fehler (500): weg"));
+    EXPECT_EQ(outcome(Refiner::detectSpeakers(text, QStringLiteral("k"), gpt)), QStringLiteral("ERROR API-Fehler (500): weg"));
 }
