@@ -138,17 +138,17 @@ void AppModel::connectJobs()
 
     connect(m_refinement.get(), &Refinement::keyMissing, this, needKey);
     connect(m_refinement.get(), &Refinement::began, this, [this](const QString &id, qint64 level) {
-        updateItem(id, [level](HistoryItem &h) { h.smoothingLevel = level; });
+        updateItem(id, [level](HistoryItem &h) { h.refiningLevel = level; });
     });
     connect(m_refinement.get(), &Refinement::finished, this,
             [this](const QString &id, qint64 level, const QString &text) {
                 updateItem(id, [&](HistoryItem &h) {
-                    h.smoothed.insert(level, text);
-                    h.smoothingLevel.reset();
+                    h.refined.insert(level, text);
+                    h.refiningLevel.reset();
                 });
             });
     connect(m_refinement.get(), &Refinement::failed, this, [this](const QString &id, const QString &message) {
-        updateItem(id, [](HistoryItem &h) { h.smoothingLevel.reset(); });
+        updateItem(id, [](HistoryItem &h) { h.refiningLevel.reset(); });
         setErrorMessage(message);
     });
 }
@@ -440,7 +440,7 @@ void AppModel::stageLink(const QString &link)
     m_linkImport->start(text);
 }
 
-QFuture<void> AppModel::smooth(const HistoryItem &item, qint64 level, const Refinement::Overrides &overrides)
+QFuture<void> AppModel::refine(const HistoryItem &item, qint64 level, const Refinement::Overrides &overrides)
 {
     // Fixed for this run: later changes of the settings don't reach it.
     return m_refinement->start(item, level, overrides.apiKey.value_or(activeKey()),

@@ -162,10 +162,10 @@ public:
     // once; does nothing while a job or another link runs. Failures end in errorMessage.
     void stageLink(const QString &link);
     // Refines the item's text (its speaker text where it has one) at `level` with the
-    // active AI model, into the item's `smoothed` and its bundle. Returns at once; the
+    // active AI model, into the item's `refined` and its bundle. Returns at once; the
     // future ends when the item is at rest again. A scripted run may name another model
     // and bring its key.
-    QFuture<void> smooth(const HistoryItem &item, qint64 level, const Refinement::Overrides &overrides = {});
+    QFuture<void> refine(const HistoryItem &item, qint64 level, const Refinement::Overrides &overrides = {});
     // Starts the live interview with the settings' model and language, unless a scripted
     // run names others; see InterviewJob::start.
     void startInterview(const std::optional<QString> &language = std::nullopt,

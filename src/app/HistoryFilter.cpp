@@ -36,7 +36,7 @@ void HistoryFilter::search(const QList<HistoryItem> &items, const QString &query
         Texts t{item.id, {item.result.fullText}};
         if (item.speakerText)
             t.texts << *item.speakerText;
-        t.texts += item.smoothed.values();
+        t.texts += item.refined.values();
         pending << t;
     }
     emit matchesChanged();

@@ -13,7 +13,7 @@ QFuture<void> Refinement::start(const HistoryItem &item, qint64 level, const QSt
         emit keyMissing(AIError::noKey().errorDescription());
         return QtFuture::makeReadyVoidFuture();
     }
-    if (item.smoothingLevel)
+    if (item.refiningLevel)
         return QtFuture::makeReadyVoidFuture();
     const QString input = item.speakerText.value_or(item.result.fullText);
     if (input.isEmpty())
@@ -28,7 +28,7 @@ QFuture<void> Refinement::start(const HistoryItem &item, qint64 level, const QSt
                   emit finished(id, level, text);
                   if (!bundle)
                       return QtFuture::makeReadyVoidFuture();
-                  return PatchQueue::add([bundle = *bundle, level, text] { BundleStore::saveSmoothed(bundle, level, text); });
+                  return PatchQueue::add([bundle = *bundle, level, text] { BundleStore::saveRefined(bundle, level, text); });
               })
         .unwrap()
         .onFailed(this, [this, id](const AIError &error) { emit failed(id, error.errorDescription()); });

@@ -52,7 +52,7 @@ int exportBundle(const QStringList &args)
         std::fprintf(stderr, "%s\n", qPrintable(Tr::tr("Diese Transkription hat keinen Sprechertext.")));
         return Failed;
     }
-    if (view > 0 && !item.smoothed.contains(view)) {
+    if (view > 0 && !item.refined.contains(view)) {
         std::fprintf(stderr, "%s\n", qPrintable(Tr::tr("Diese Transkription hat keine Stufe %1.").arg(view)));
         return Failed;
     }

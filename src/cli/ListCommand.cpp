@@ -17,9 +17,9 @@ namespace {
 
 QJsonObject itemJson(const HistoryItem &item)
 {
-    QJsonObject smoothed;
-    for (auto it = item.smoothed.cbegin(); it != item.smoothed.cend(); ++it)
-        smoothed.insert(QString::number(it.key()), it.value());
+    QJsonObject refined;
+    for (auto it = item.refined.cbegin(); it != item.refined.cend(); ++it)
+        refined.insert(QString::number(it.key()), it.value());
     QJsonArray corrections;
     for (const Correction &c : item.corrections)
         corrections.append(c.toJson());
@@ -32,7 +32,7 @@ QJsonObject itemJson(const HistoryItem &item)
                   {"segments", qint64(item.result.segments.size())},
                   {"audioURL", item.audioURL.value_or(QString())},
                   {"bundleURL", item.bundleURL.value_or(QString())},
-                  {"smoothed", smoothed},
+                  {"smoothed", refined},
                   {"corrections", corrections}};
     if (item.speakerText)
         o.insert("speakerText", *item.speakerText);

@@ -29,7 +29,7 @@ public:
         const AIModel model = AIModel::by(m_overrides.modelId.value_or(m_app->activeModelId()));
         apiKey(model.provider).then(this, [this](const QString &key) {
             m_overrides.apiKey = key;
-            m_app->smooth(m_item, m_level, m_overrides).then(this, [this] { report(); });
+            m_app->refine(m_item, m_level, m_overrides).then(this, [this] { report(); });
         });
     }
 
@@ -48,8 +48,8 @@ private:
             return end(Failed);
         }
         for (const HistoryItem &h : m_app->history()) {
-            if (h.id == m_item.id && h.smoothed.contains(m_level)) {
-                std::printf("%s\n", h.smoothed.value(m_level).toUtf8().constData());
+            if (h.id == m_item.id && h.refined.contains(m_level)) {
+                std::printf("%s\n", h.refined.value(m_level).toUtf8().constData());
                 return end(Ok);
             }
         }

@@ -20,8 +20,8 @@ struct HistoryItem {
     std::optional<QString> audioURL;
     std::optional<QString> bundleURL;
 
-    QMap<qint64, QString> smoothed; // refined text by level
-    std::optional<qint64> smoothingLevel; // the refinement running now
+    QMap<qint64, QString> refined; // the AI refinement's text by level
+    std::optional<qint64> refiningLevel; // the refinement running now
     std::optional<QString> speakerText;
     bool speakerBusy = false;
     QList<Correction> corrections;

@@ -22,7 +22,7 @@ QList<qint64> views(const HistoryItem &item)
     QList<qint64> list{originalView};
     if (item.speakerText)
         list << speakerView;
-    list += item.smoothed.keys(); // QMap keys ascend
+    list += item.refined.keys(); // QMap keys ascend
     return list;
 }
 
@@ -31,7 +31,7 @@ Surface surface(const HistoryItem &item, qint64 selectedView)
     if (selectedView == speakerView && item.speakerText)
         return Surface::Speaker;
     const std::optional<qint64> level = viewingLevel(selectedView);
-    if (level && item.smoothed.contains(*level))
+    if (level && item.refined.contains(*level))
         return Surface::Level;
     return Surface::Original;
 }
@@ -201,7 +201,7 @@ QString currentText(const HistoryItem &item, qint64 selectedView, bool showTimes
     if (selectedView == speakerView)
         text = speakerText(item, showTimestamps);
     else if (const std::optional<qint64> level = viewingLevel(selectedView))
-        text = SpeakerTurn::renamed(item.smoothed.value(*level), item.speakerNames);
+        text = SpeakerTurn::renamed(item.refined.value(*level), item.speakerNames);
     else
         text = TextForms::plainText(item.result, showTimestamps);
     return corrected(item, text);

@@ -171,9 +171,9 @@ std::optional<QByteArray> BundleData::encode() const
     QJsonArray segs;
     for (const StoredSegment &s : segments)
         segs.append(segmentJson(s));
-    QJsonObject refined;
-    for (auto it = smoothed.cbegin(); it != smoothed.cend(); ++it)
-        refined.insert(it.key(), it.value());
+    QJsonObject levels;
+    for (auto it = refined.cbegin(); it != refined.cend(); ++it)
+        levels.insert(it.key(), it.value());
     QJsonObject o{{"displayName", displayName},
                   {"createdAt", dateText(createdAt)},
                   {"language", language},
@@ -181,7 +181,7 @@ std::optional<QByteArray> BundleData::encode() const
                   {"audioFileName", audioFileName},
                   {"segments", segs},
                   {"fullText", fullText},
-                  {"smoothed", refined}};
+                  {"smoothed", levels}};
     if (speakerText)
         o.insert("speakerText", *speakerText);
     if (corrections) {
@@ -218,9 +218,9 @@ std::optional<BundleData> BundleData::decode(const QByteArray &bytes)
     const auto audioFileName = string(o.value("audioFileName"));
     const QJsonValue segments = o.value("segments");
     const auto fullText = string(o.value("fullText"));
-    const QJsonValue smoothed = o.value("smoothed");
+    const QJsonValue refined = o.value("smoothed");
     if (!displayName || !createdAt || !language || !processingSeconds.isDouble() || !audioFileName
-        || !segments.isArray() || !fullText || !smoothed.isObject())
+        || !segments.isArray() || !fullText || !refined.isObject())
         return std::nullopt;
     d.displayName = *displayName;
     d.createdAt = *createdAt;
@@ -235,11 +235,11 @@ std::optional<BundleData> BundleData::decode(const QByteArray &bytes)
             return std::nullopt;
         d.segments.append(*segment);
     }
-    const QJsonObject refined = smoothed.toObject();
-    for (auto it = refined.constBegin(); it != refined.constEnd(); ++it) {
+    const QJsonObject levels = refined.toObject();
+    for (auto it = levels.constBegin(); it != levels.constEnd(); ++it) {
         if (!it.value().isString())
             return std::nullopt;
-        d.smoothed.insert(it.key(), it.value().toString());
+        d.refined.insert(it.key(), it.value().toString());
     }
 
     const QJsonValue speakerText = o.value("speakerText");

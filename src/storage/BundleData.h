@@ -52,7 +52,7 @@ struct BundleData {
     QList<StoredSegment> segments;
     QString fullText;
     // Refined texts under the decimal form of their level; other keys are kept as they are.
-    QMap<QString, QString> smoothed;
+    QMap<QString, QString> refined; // stored as "smoothed"
     std::optional<QString> speakerText;
     std::optional<QList<Correction>> corrections;
     std::optional<SourceContent> sourceContent;

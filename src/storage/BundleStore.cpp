@@ -294,9 +294,9 @@ void patch(const QString &bundle, const std::function<void(BundleData &)> &chang
     write(bundle, *data);
 }
 
-void saveSmoothed(const QString &bundle, qint64 level, const QString &text)
+void saveRefined(const QString &bundle, qint64 level, const QString &text)
 {
-    patch(bundle, [&](BundleData &d) { d.smoothed.insert(QString::number(level), text); });
+    patch(bundle, [&](BundleData &d) { d.refined.insert(QString::number(level), text); });
 }
 
 void saveCorrections(const QString &bundle, const QList<Correction> &corrections)

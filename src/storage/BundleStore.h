@@ -52,7 +52,7 @@ std::optional<SourceContent> sourceContent(const QString &path, const std::funct
 // old document in place.
 void patch(const QString &bundle, const std::function<void(BundleData &)> &change);
 
-void saveSmoothed(const QString &bundle, qint64 level, const QString &text);
+void saveRefined(const QString &bundle, qint64 level, const QString &text);
 // An empty list removes the key.
 void saveCorrections(const QString &bundle, const QList<Correction> &corrections);
 void saveSpeakerText(const QString &bundle, const QString &text);
@@ -62,7 +62,7 @@ void saveSpeakerNames(const QString &bundle, const QMap<QString, QString> &names
 void saveDisplayName(const QString &bundle, const QString &name);
 
 // The only way from disk to memory. Segments get fresh ids; the audio path is not
-// checked; `smoothed` keeps only the keys that are decimal integers (no blank, no line
+// checked; `refined` keeps only the keys that are decimal integers (no blank, no line
 // break around the digits).
 HistoryItem historyItem(const LoadedBundle &bundle);
 

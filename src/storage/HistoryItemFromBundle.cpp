@@ -31,7 +31,7 @@ HistoryItem BundleStore::historyItem(const LoadedBundle &bundle)
     item.corrections = bundle.data.corrections.value_or(QList<Correction>());
     item.speakerNames = bundle.data.speakerNames.value_or(QMap<QString, QString>());
     TranscriptionResult &result = item.result;
-    QMap<qint64, QString> &smoothed = item.smoothed;
+    QMap<qint64, QString> &refined = item.refined;
     const BundleData &d = bundle.data;
     result.fullText = d.fullText;
     result.language = d.language;
@@ -47,10 +47,10 @@ HistoryItem BundleStore::historyItem(const LoadedBundle &bundle)
         result.segments.append(segment);
     }
     // Where "1" and "+1" or "01" meet, the plain form is the one this program wrote.
-    for (auto it = d.smoothed.cbegin(); it != d.smoothed.cend(); ++it) {
+    for (auto it = d.refined.cbegin(); it != d.refined.cend(); ++it) {
         const std::optional<qint64> key = level(it.key());
-        if (key && (!smoothed.contains(*key) || it.key() == QString::number(*key)))
-            smoothed.insert(*key, it.value());
+        if (key && (!refined.contains(*key) || it.key() == QString::number(*key)))
+            refined.insert(*key, it.value());
     }
     return item;
 }

@@ -277,7 +277,7 @@ void ResultView::takeCurrent()
         return;
     }
     // The same item, changed by a job or a rule: the screen keeps its state.
-    const QList<qint64> levels = m_item.smoothed.keys();
+    const QList<qint64> levels = m_item.refined.keys();
     if (levels != m_levels) {
         m_levels = levels;
         // A finished refinement is shown at once: the highest level.
@@ -322,7 +322,7 @@ void ResultView::startItem()
     m_selectedView = TranscriptLines::originalView;
     m_selectedText.clear();
     setCopied(false);
-    m_levels = m_item.smoothed.keys();
+    m_levels = m_item.refined.keys();
     buildSpeakerTurns();
     fillSpeakerCounts(m_app.speakerCount());
     {
@@ -402,7 +402,7 @@ void ResultView::showItem()
 void ResultView::showPicker()
 {
     const QList<qint64> views = TranscriptLines::views(m_item);
-    m_picker->setVisible(m_item.speakerText.has_value() || !m_item.smoothed.isEmpty());
+    m_picker->setVisible(m_item.speakerText.has_value() || !m_item.refined.isEmpty());
     QList<qint64> shown;
     for (QAbstractButton *b : m_pickerButtons->buttons())
         shown << b->property("view").toLongLong();
@@ -478,7 +478,7 @@ void ResultView::showChips()
 
 void ResultView::showAIControl()
 {
-    const std::optional<qint64> running = m_item.smoothingLevel;
+    const std::optional<qint64> running = m_item.refiningLevel;
     m_ai->setVisible(!running);
     m_aiBusy->setVisible(running.has_value());
     if (running)
@@ -496,7 +496,7 @@ void ResultView::showAIControl()
                                              QT_TRANSLATE_NOOP("Sagwerk", "komplett neu")};
     m_aiMenu->clear();
     for (qint64 level = 1; level <= 3; ++level) {
-        const QString symbol = m_item.smoothed.contains(level) ? QStringLiteral("checkmark") : QStringLiteral("sparkles");
+        const QString symbol = m_item.refined.contains(level) ? QStringLiteral("checkmark") : QStringLiteral("sparkles");
         m_aiMenu->addAction(Icons::icon(symbol, palette()),
                             Tr::tr("Stufe %1 · %2").arg(level).arg(Tr::tr(levelNames[level - 1])), this,
                             [this, level] { chooseLevel(level); });
@@ -539,10 +539,10 @@ void ResultView::showSpeakerControl()
 void ResultView::chooseLevel(qint64 level)
 {
     // A finished level is only shown; another one is refined.
-    if (m_item.smoothed.contains(level))
+    if (m_item.refined.contains(level))
         setSelectedView(level);
     else
-        m_app.smooth(m_item, level);
+        m_app.refine(m_item, level);
 }
 
 void ResultView::showActions()
@@ -611,7 +611,7 @@ void ResultView::refreshSurface()
 {
     if (TranscriptLines::surface(m_item, m_selectedView) == TranscriptLines::Surface::Level) {
         // Refined text stands as it is: no time column, no seeking, no cursor, no corrections.
-        const QString text = m_item.smoothed.value(*TranscriptLines::viewingLevel(m_selectedView));
+        const QString text = m_item.refined.value(*TranscriptLines::viewingLevel(m_selectedView));
         if (m_levelShown != text) {
             m_levelShown = text;
             m_levelText->setPlainText(text);

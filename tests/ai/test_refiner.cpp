@@ -247,12 +247,12 @@ TEST_F(Providers, LongTextsGoOutInChunksOneAfterTheOther)
     EXPECT_EQ(lastBody(messages)["messages"][0]["content"], thirtyThousand) << "level 3 goes whole";
 
     answered = 0;
-    const QString smoothed = outcome(Refiner::refine(thirtyThousand, QStringLiteral("k"), claude, 1, false));
+    const QString refined = outcome(Refiner::refine(thirtyThousand, QStringLiteral("k"), claude, 1, false));
     ASSERT_GE(answered, 4);
     QStringList expected;
     for (int i = 1; i <= answered; ++i)
         expected << QStringLiteral("Antwort %1").arg(i);
-    EXPECT_EQ(smoothed, expected.join(QStringLiteral("\n\n")));
+    EXPECT_EQ(refined, expected.join(QStringLiteral("\n\n")));
     EXPECT_EQ(lastBody(messages)["max_tokens"], 8192);
 
     // A text of exactly 9000 characters with line breaks goes out as given, untrimmed.

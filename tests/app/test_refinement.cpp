@@ -71,38 +71,38 @@ TEST_F(Refinements, ALevelLandsInTheItemAndTheBundle)
         app.setCurrent(itemOf(app, bundle));
 
         // Without a key nothing goes out, and the settings open.
-        app.smooth(*app.current(), 1);
+        app.refine(*app.current(), 1);
         EXPECT_EQ(app.errorMessage(), QStringLiteral("Kein API-Key für den gewählten Anbieter hinterlegt. Bitte in "
                                                      "den Einstellungen eintragen."));
         EXPECT_TRUE(app.showSettings());
-        EXPECT_FALSE(app.current()->smoothingLevel);
+        EXPECT_FALSE(app.current()->refiningLevel);
 
         app.saveAnthropicKey(QStringLiteral(" sk-ant-test \n"));
         server.answer(messages, {.body = anthropicAnswer(QStringLiteral("Also, wir fangen an.")), .holdAfter = 0});
-        QFuture<void> done = app.smooth(*app.current(), 2);
-        EXPECT_EQ(app.current()->smoothingLevel, 2);
-        EXPECT_EQ(itemOf(app, bundle)->smoothingLevel, 2) << "history and current in step";
-        app.smooth(*app.current(), 1);
+        QFuture<void> done = app.refine(*app.current(), 2);
+        EXPECT_EQ(app.current()->refiningLevel, 2);
+        EXPECT_EQ(itemOf(app, bundle)->refiningLevel, 2) << "history and current in step";
+        app.refine(*app.current(), 1);
         ASSERT_TRUE(waitFor([&] { return server.held() == 1; }));
         EXPECT_EQ(server.hits(messages), 1) << "one refinement per item at a time";
         server.release();
         ASSERT_TRUE(waitFor([&] { return done.isFinished(); }));
-        EXPECT_EQ(app.current()->smoothed, (QMap<qint64, QString>{{2, "Also, wir fangen an."}}));
-        EXPECT_FALSE(app.current()->smoothingLevel);
+        EXPECT_EQ(app.current()->refined, (QMap<qint64, QString>{{2, "Also, wir fangen an."}}));
+        EXPECT_FALSE(app.current()->refiningLevel);
         const QJsonObject request = QJsonDocument::fromJson(server.bodies(messages).last()).object();
         EXPECT_EQ(request["model"], "claude-haiku-4-5");
         EXPECT_EQ(request["messages"][0]["content"], "äh also wir wir fangen an");
 
         // A failure leaves the levels as they were and says why.
         server.answer(messages, {.status = 500, .body = R"({"error":{"message":"überlastet"}})"});
-        done = app.smooth(*app.current(), 1);
+        done = app.refine(*app.current(), 1);
         ASSERT_TRUE(waitFor([&] { return done.isFinished(); }));
         EXPECT_EQ(app.errorMessage(), QStringLiteral("API-Fehler (500): überlastet"));
-        EXPECT_EQ(app.current()->smoothed.keys(), QList<qint64>{2});
-        EXPECT_FALSE(app.current()->smoothingLevel);
+        EXPECT_EQ(app.current()->refined.keys(), QList<qint64>{2});
+        EXPECT_FALSE(app.current()->refiningLevel);
     }
     AppModel restarted;
-    EXPECT_EQ(itemOf(restarted, bundle)->smoothed, (QMap<qint64, QString>{{2, "Also, wir fangen an."}}));
+    EXPECT_EQ(itemOf(restarted, bundle)->refined, (QMap<qint64, QString>{{2, "Also, wir fangen an."}}));
 }
 
 TEST_F(Refinements, TheCommandLineRefinesAndExportsALevel)

@@ -23,7 +23,7 @@ TEST(CliList, PrintsTheHistoryNewestFirst)
     result.language = "en";
     const LoadedBundle newer =
         BundleStore::create("Talk", QDateTime(QDate(2024, 1, 16), QTime(9, 30), QTimeZone::UTC), "/none", result);
-    BundleStore::saveSmoothed(newer.url, 1, "Hello.");
+    BundleStore::saveRefined(newer.url, 1, "Hello.");
     QDir().mkpath(BundleStore::root() + "/no-document");
 
     const CliRun plain = cli({"list"});

@@ -46,7 +46,7 @@ TEST(TranscriptLines, KeyFollowsWhatChangesTheLaidOutText)
     EXPECT_EQ(rebuildKey(item, true), key);
     EXPECT_NE(rebuildKey(item, false), key);
     // Refined texts do not enter; rules and segments do.
-    item.smoothed.insert(2, QStringLiteral("Geglättet."));
+    item.refined.insert(2, QStringLiteral("Geglättet."));
     EXPECT_EQ(rebuildKey(item, true), key);
     item.corrections << Correction{{}, "Schäfer", "Schaefer"};
     const QString corrected = rebuildKey(item, true);
@@ -67,7 +67,7 @@ TEST(TranscriptLines, CurrentTextFollowsViewTimestampsAndCorrections)
     // With time marks the rule runs over them too.
     item.corrections << Correction{{}, "00", "§"} << Correction{{}, "Schäfer", "Schaefer"};
     EXPECT_EQ(currentText(item, originalView, true), QStringLiteral("[0:§] Herr Schaefer kommt.\n[1:02] Ohne Wörter."));
-    item.smoothed.insert(3, QStringLiteral("Herr Schäfer ist da."));
+    item.refined.insert(3, QStringLiteral("Herr Schäfer ist da."));
     EXPECT_EQ(currentText(item, 3, true), QStringLiteral("Herr Schaefer ist da."));
     EXPECT_EQ(currentText(item, 2, true), QString());
     EXPECT_EQ(currentText(item, speakerView, true), QString());
@@ -79,8 +79,8 @@ TEST(TranscriptLines, CurrentTextFollowsViewTimestampsAndCorrections)
 TEST(TranscriptLines, ViewsHeaderAndExportNames)
 {
     HistoryItem item = sample();
-    item.smoothed.insert(3, QStringLiteral("drei"));
-    item.smoothed.insert(1, QStringLiteral("eins"));
+    item.refined.insert(3, QStringLiteral("drei"));
+    item.refined.insert(1, QStringLiteral("eins"));
     EXPECT_EQ(views(item), (QList<qint64>{0, 1, 3}));
     EXPECT_EQ(surface(item, 3), Surface::Level);
     EXPECT_EQ(surface(item, 2), Surface::Original) << "a level that is not there shows the original";
@@ -102,7 +102,7 @@ TEST(TranscriptLines, SpeakerViewLinesKeyAndPicker)
     HistoryItem item = sample();
     EXPECT_EQ(views(item), QList<qint64>{originalView});
     item.speakerText = QStringLiteral("Sprecher 1: Herr Schäfer kommt.\nSprecher 2: Das stimmt nicht\nOhne Wörter.");
-    item.smoothed.insert(2, QStringLiteral("Geglättet."));
+    item.refined.insert(2, QStringLiteral("Geglättet."));
     EXPECT_EQ(views(item), (QList<qint64>{originalView, speakerView, 2}));
     EXPECT_EQ(surface(item, speakerView), Surface::Speaker);
 
@@ -140,7 +140,7 @@ TEST(TranscriptLines, GivenNamesAndCorrectionsReachEveryViewSubtitleAndTheJson)
 {
     HistoryItem item = sample();
     item.speakerText = QStringLiteral("Sprecher 1: Herr Schäfer kommt.\n  Sprecher 2: Ohne Wörter.");
-    item.smoothed.insert(1, QStringLiteral("Sprecher 1: Herr Schäfer ist da."));
+    item.refined.insert(1, QStringLiteral("Sprecher 1: Herr Schäfer ist da."));
     item.corrections << Correction{{}, "Schäfer", "Schaefer"};
     const QString unnamedKey = speakerRebuildKey(item, true);
     item.speakerNames.insert(QStringLiteral("Sprecher 1"), QStringLiteral("Diane Miller"));

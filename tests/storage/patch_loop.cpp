@@ -18,6 +18,6 @@ int main(int argc, char **argv)
         rule.to = filler;
         BundleStore::saveCorrections(bundle, {rule});
         BundleStore::saveSpeakerText(bundle, QStringLiteral("Sprecher 1: %1 %2").arg(n).arg(filler));
-        BundleStore::saveSmoothed(bundle, 1 + n % 3, QStringLiteral("Stufe %1 %2").arg(n).arg(filler));
+        BundleStore::saveRefined(bundle, 1 + n % 3, QStringLiteral("Stufe %1 %2").arg(n).arg(filler));
     }
 }

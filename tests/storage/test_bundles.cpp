@@ -247,7 +247,7 @@ TEST_F(Bundles, OnlyDecimalKeysOfSmoothedBecomeLevels)
     json["smoothed"] = QJsonObject{{"1", "eins"}, {"+1", "plus"}, {"04", "vier"}, {"2\n", "Zeilenende"},
                                    {" 3", "Leerzeichen"}, {"x", "kein Level"}, {"99999999999999999999", "zu groß"}};
     writeFile(bundle + "/sagwerk.json", QJsonDocument(json).toJson());
-    EXPECT_EQ(historyItem(list()[0]).smoothed, (QMap<qint64, QString>{{1, "eins"}, {4, "vier"}}));
+    EXPECT_EQ(historyItem(list()[0]).refined, (QMap<qint64, QString>{{1, "eins"}, {4, "vier"}}));
 }
 
 TEST_F(Bundles, PatchesChangeOneFieldAndKeepTheRest)
@@ -259,8 +259,8 @@ TEST_F(Bundles, PatchesChangeOneFieldAndKeepTheRest)
     writeFile(bundle + "/sagwerk.json", QJsonDocument(json).toJson());
     const BundleData before = list()[0].data;
 
-    saveSmoothed(bundle, 2, "glatt");
-    saveSmoothed(bundle, 2, "glatter");
+    saveRefined(bundle, 2, "glatt");
+    saveRefined(bundle, 2, "glatter");
     const Correction rule{QUuid::createUuid(), "Sagwerk", "SAGWERK", true, false};
     const Correction other{QUuid::createUuid(), "ähm", "", false, true};
     saveCorrections(bundle, {rule, other});
@@ -280,7 +280,7 @@ TEST_F(Bundles, PatchesChangeOneFieldAndKeepTheRest)
     EXPECT_EQ(item.fileName, "Umbenannt");
     EXPECT_EQ(QFileInfo(bundle).exists(), true) << "the folder keeps its name";
     BundleData after = list()[0].data;
-    after.smoothed = before.smoothed;
+    after.refined = before.refined;
     after.corrections = before.corrections;
     after.speakerText = before.speakerText;
     after.speakerNames = before.speakerNames;
@@ -310,7 +310,7 @@ TEST_F(Bundles, FailedPatchesAndRemovalsLeaveTheRestAlone)
     QList<QByteArray> before;
     for (const QString &bundle : {broken, incomplete, full})
         before << readFile(bundle + "/sagwerk.json");
-    saveSmoothed(broken, 1, "x");
+    saveRefined(broken, 1, "x");
     saveCorrections(incomplete, {});
     {
         FileSizeLimit limit(64);
@@ -343,7 +343,7 @@ TEST_F(Bundles, SummariesStepOverTheSegmentsAndReadTheRestAsAWhole)
     tricky.fullText = QStringLiteral(R"("segments": [] \" {)");
     const LoadedBundle made = create(QStringLiteral("Zitat"), january, source("z.wav"), tricky);
     saveSpeakerText(made.url, QStringLiteral("Sprecher 1: ]"));
-    saveSmoothed(made.url, 2, QStringLiteral("{\"segments\"}"));
+    saveRefined(made.url, 2, QStringLiteral("{\"segments\"}"));
 
     folder("keys-after-segments", doc("2024-02-01T00:00:00Z", [](QJsonObject &o) {
         o.insert("segments", QJsonArray{QJsonObject{{"startMs", 0}, {"endMs", 1}, {"text", "[[["}}});

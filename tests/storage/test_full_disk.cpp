@@ -98,7 +98,7 @@ TEST_F(FullDisk, CreateAndPatchesLoseNothing)
         EXPECT_EQ(QFile::exists(BundleStore::root() + u'/' + f + "/sagwerk.json"), f == QDir(old.url).dirName());
 
     BundleStore::saveSpeakerText(old.url, QString(100'000, u's'));
-    BundleStore::saveSmoothed(old.url, 2, QString(100'000, u'g'));
+    BundleStore::saveRefined(old.url, 2, QString(100'000, u'g'));
     BundleStore::saveCorrections(old.url, {});
     EXPECT_EQ(Media::readFile(old.url + "/sagwerk.json"), document);
     EXPECT_EQ(entries(old.url), (QStringList{"audio.wav", "sagwerk.json"}));

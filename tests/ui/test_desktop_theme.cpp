@@ -56,7 +56,7 @@ TEST(DesktopTheme, SpeakerHeadingsTheRunningWordAndTheChosenViewRead)
         spans.append({s.startMs / 1000.0, s.endMs / 1000.0, (i / 2) % 2});
     }
     item.speakerText = Diarizer::speakerLabeledText(item.result.segments, spans);
-    item.smoothed.insert(1, QStringLiteral("Leicht geglättet."));
+    item.refined.insert(1, QStringLiteral("Leicht geglättet."));
     app.setCurrent(item);
     ResultView view(app, nullptr);
     view.resize(1000, 700);

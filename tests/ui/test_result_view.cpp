@@ -162,7 +162,7 @@ TEST_F(ResultViewTest, CopyFollowsTheTimestampSwitchAndConfirmsForAWhile)
 TEST_F(ResultViewTest, ExportNamesFollowTheViewAndFilesHoldTheText)
 {
     HistoryItem item = withAudio(3);
-    item.smoothed.insert(2, QStringLiteral("Eine geglättete Fassung über die Mühle."));
+    item.refined.insert(2, QStringLiteral("Eine geglättete Fassung über die Mühle."));
     app.setCurrent(item);
     ResultView view(app, nullptr);
     EXPECT_EQ(view.selectedView(), 0);
@@ -199,7 +199,7 @@ TEST_F(ResultViewTest, ExportNamesFollowTheViewAndFilesHoldTheText)
     save("b.txt", &ResultView::exportText);
     save("b.srt", &ResultView::exportSubtitles);
     EXPECT_EQ(asked, (QStringList{"Mühle am Fluss-stufe2.txt|", "Mühle am Fluss.srt|"}));
-    EXPECT_EQ(contents(temp(QStringLiteral("b.txt"))), item.smoothed[2].toUtf8());
+    EXPECT_EQ(contents(temp(QStringLiteral("b.txt"))), item.refined[2].toUtf8());
     EXPECT_EQ(contents(temp(QStringLiteral("b.srt"))), AppModel::srt(item).toUtf8());
 
     // A cancelled panel writes nothing.
@@ -294,7 +294,7 @@ TEST_F(ResultViewTest, FindMarksStepsAndPlaysFromAMatchWithTheKeyboard)
     EXPECT_EQ(QGuiApplication::clipboard()->text(), view.currentText());
 
     // A level's plain text is searched too, but has nothing to play from.
-    item.smoothed.insert(1, QStringLiteral("Frau Müller sagt, Herr Müller kam."));
+    item.refined.insert(1, QStringLiteral("Frau Müller sagt, Herr Müller kam."));
     app.setCurrent(item);
     view.openFind();
     EXPECT_EQ(view.findMatches().size(), 2);
@@ -406,7 +406,7 @@ TEST_F(ResultViewTest, RevealsTheBundleThroughTheFileManager)
 TEST_F(ResultViewTest, AIControlFollowsTheKeyAndTheRunningLevel)
 {
     HistoryItem item = withAudio();
-    item.smoothed.insert(1, QStringLiteral("Leicht geglättet."));
+    item.refined.insert(1, QStringLiteral("Leicht geglättet."));
     app.setCurrent(item);
     ResultView view(app, nullptr);
     expose(view);
@@ -427,11 +427,11 @@ TEST_F(ResultViewTest, AIControlFollowsTheKeyAndTheRunningLevel)
     // A finished level is only shown.
     levels[0]->trigger();
     EXPECT_EQ(view.selectedView(), 1);
-    EXPECT_FALSE(app.current()->smoothingLevel);
+    EXPECT_FALSE(app.current()->refiningLevel);
 
     // A running level replaces the menu by its spinner row.
     item = *app.current();
-    item.smoothingLevel = 2;
+    item.refiningLevel = 2;
     app.setCurrent(item);
     EXPECT_FALSE(menu->isVisible());
     auto *running = button<QLabel>(view, QStringLiteral("Stufe 2…"));
@@ -443,8 +443,8 @@ TEST_F(ResultViewTest, AIControlFollowsTheKeyAndTheRunningLevel)
     EXPECT_TRUE(view.grab().save(folder + QStringLiteral("/result-ai-running.png")));
 
     // The finished level arrives: the view jumps to it and the menu is back.
-    item.smoothingLevel.reset();
-    item.smoothed.insert(2, QStringLiteral("Überarbeitet."));
+    item.refiningLevel.reset();
+    item.refined.insert(2, QStringLiteral("Überarbeitet."));
     app.setCurrent(item);
     EXPECT_EQ(view.selectedView(), 2);
     EXPECT_TRUE(menu->isVisible());
@@ -461,7 +461,7 @@ TEST_F(ResultViewTest, Screenshots)
     item.fileName = QStringLiteral("Interview mit Herrn Schäfer über die alte Mühle am Fluss, Teil 2.m4a");
     item.corrections << Correction{QUuid::createUuid(), QStringLiteral("Schäfer"), QStringLiteral("Schaefer"), true, true}
                      << Correction{QUuid::createUuid(), QStringLiteral("Wasserrad"), QStringLiteral("Mühlrad"), false, false};
-    item.smoothed.insert(1, QStringLiteral("Leicht geglättet."));
+    item.refined.insert(1, QStringLiteral("Leicht geglättet."));
     // The offscreen platform names no icon theme.
     const QStringList iconPaths = QIcon::themeSearchPaths();
     QIcon::setThemeSearchPaths(iconPaths + QStringList{QStringLiteral("/usr/share/icons")});
