@@ -106,7 +106,7 @@ int main(int argc, char **argv)
     for (int i = 0; i < rounds * 10; ++i) {
         Network::Request request;
         request.url = held;
-        request.control = std::make_shared<TranscribeControl>();
+        request.control = std::make_shared<CancelToken>();
         bool running = false;
         request.onProgress = [&](double) { running = true; };
         QElapsedTimer clock;

@@ -28,7 +28,7 @@ QUrl endpoint(const char *variable, const QString &fallback, const QString &path
 using Reader = QString (*)(int, const QByteArray &);
 
 QFuture<QString> post(const QUrl &url, const QList<std::pair<QByteArray, QByteArray>> &headers,
-                      const QJsonObject &body, Reader read, const TranscribeControlPtr &control)
+                      const QJsonObject &body, Reader read, const CancelTokenPtr &control)
 {
     Network::Request request;
     request.url = url;
@@ -117,7 +117,7 @@ QString readOpenAIAnswer(int status, const QByteArray &body)
 }
 
 QFuture<QString> callAnthropic(const QString &system, const QString &user, const QString &apiKey,
-                               const QString &modelId, int maxTokens, const TranscribeControlPtr &control)
+                               const QString &modelId, int maxTokens, const CancelTokenPtr &control)
 {
     const QJsonObject body{
         {QStringLiteral("model"), modelId},
@@ -134,7 +134,7 @@ QFuture<QString> callAnthropic(const QString &system, const QString &user, const
 }
 
 QFuture<QString> callOpenAI(const QString &system, const QString &user, const QString &apiKey,
-                            const QString &modelId, int maxTokens, const TranscribeControlPtr &control)
+                            const QString &modelId, int maxTokens, const CancelTokenPtr &control)
 {
     const QJsonObject body{
         {QStringLiteral("model"), modelId},

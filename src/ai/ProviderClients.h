@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/TranscribeControl.h"
+#include "core/CancelToken.h"
 
 #include <QByteArray>
 #include <QFuture>
@@ -13,9 +13,9 @@
 namespace ProviderClients {
 
 QFuture<QString> callAnthropic(const QString &system, const QString &user, const QString &apiKey,
-                               const QString &modelId, int maxTokens, const TranscribeControlPtr &control = {});
+                               const QString &modelId, int maxTokens, const CancelTokenPtr &control = {});
 QFuture<QString> callOpenAI(const QString &system, const QString &user, const QString &apiKey,
-                            const QString &modelId, int maxTokens, const TranscribeControlPtr &control = {});
+                            const QString &modelId, int maxTokens, const CancelTokenPtr &control = {});
 // The answer's text, or an AIError for a status outside 2xx, a refusal or an answer of
 // another shape.
 QString readAnthropicAnswer(int status, const QByteArray &body);

@@ -31,7 +31,7 @@ QFuture<T> failed(const AIError &error)
 
 // One request by the model's provider; an empty key sends nothing.
 QFuture<QString> call(const AIModel &model, const QString &apiKey, const QString &system, const QString &user,
-                      int maxTokens, const TranscribeControlPtr &control = {})
+                      int maxTokens, const CancelTokenPtr &control = {})
 {
     if (apiKey.isEmpty())
         return failed<QString>(AIError::noKey());
@@ -45,7 +45,7 @@ using MessageFor = std::function<QString(const QStringList &answers, const QStri
 
 QFuture<QStringList> callEach(const AIModel &model, const QString &apiKey, const QString &system,
                               const QStringList &chunks, MessageFor messageFor,
-                              const TranscribeControlPtr &control = {})
+                              const CancelTokenPtr &control = {})
 {
     struct Run {
         QPromise<QStringList> promise;
@@ -95,7 +95,7 @@ QStringList labelsOf(const QStringList &answers)
 // found so far carried ahead of each; the answers joined by a line feed.
 QFuture<QString> speakerFlow(const QString &text, const QString &apiKey, const AIModel &model, const QString &system,
                              QString (*message)(const QStringList &, const QString &),
-                             const TranscribeControlPtr &control)
+                             const CancelTokenPtr &control)
 {
     const QStringList chunks = chunk(text, maxChars);
     if (chunks.size() <= 1)
@@ -145,14 +145,14 @@ QFuture<QString> refine(const QString &text, const QString &apiKey, const AIMode
 }
 
 QFuture<QString> nameSpeakers(const QString &text, const QString &apiKey, const AIModel &model,
-                                const TranscribeControlPtr &control)
+                                const CancelTokenPtr &control)
 {
     return speakerFlow(text, apiKey, model, Prompts::naming(), Prompts::namingMessage, control)
         .then([text](const QString &answer) { return plausibleRefinement(text, answer) ? answer : text; });
 }
 
 QFuture<QString> detectSpeakers(const QString &text, const QString &apiKey, const AIModel &model,
-                                const TranscribeControlPtr &control)
+                                const CancelTokenPtr &control)
 {
     return speakerFlow(text, apiKey, model, Prompts::detection(), Prompts::detectionMessage, control);
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/AIModel.h"
-#include "core/TranscribeControl.h"
+#include "core/CancelToken.h"
 
 #include <QByteArray>
 #include <QFuture>
@@ -25,10 +25,10 @@ QFuture<QString> refine(const QString &text, const QString &apiKey, const AIMode
 // unchanged when the answer's word count strays too far from it. A cancel through
 // `control` ends the request under way and fails the flow with Cancelled.
 QFuture<QString> nameSpeakers(const QString &text, const QString &apiKey, const AIModel &model,
-                                const TranscribeControlPtr &control = {});
+                                const CancelTokenPtr &control = {});
 // Divides an unlabelled text into speakers from its content; `control` as above.
 QFuture<QString> detectSpeakers(const QString &text, const QString &apiKey, const AIModel &model,
-                                const TranscribeControlPtr &control = {});
+                                const CancelTokenPtr &control = {});
 
 // --- The pieces of the flows ---
 // Sentences, or hard-cut pieces of over-long ones; lengths count user-perceived characters.

@@ -222,7 +222,7 @@ int threadsPerJob(int jobs, int cores)
 struct BatchRun::Job {
     Batch::Source source;
     QElapsedTimer clock;
-    TranscribeControlPtr control = std::make_shared<TranscribeControl>();
+    CancelTokenPtr control = std::make_shared<CancelToken>();
     std::shared_ptr<std::atomic<double>> fraction = std::make_shared<std::atomic<double>>(0.0);
     std::unique_ptr<MediaDownloader> downloader;
     // A downloaded link, this run's own until it is copied into a bundle.
@@ -381,7 +381,7 @@ void BatchRun::download(std::shared_ptr<Job> job)
 
 void BatchRun::identify(std::shared_ptr<Job> job, const QString &file)
 {
-    const TranscribeControlPtr control = job->control;
+    const CancelTokenPtr control = job->control;
     QtConcurrent::run(&m_pool, [file, control] {
         return BundleStore::sourceContent(file, [control] { return control->isCancelled(); });
     }).then(this, [this, job, file](const std::optional<SourceContent> &content) {
@@ -433,7 +433,7 @@ void BatchRun::recognise(std::shared_ptr<Job> job, const QString &file)
         QString error;
     };
     const QString model = m_options.modelPath, language = m_options.language, name = job->displayName;
-    const TranscribeControlPtr control = job->control;
+    const CancelTokenPtr control = job->control;
     const auto fraction = job->fraction;
     const std::optional<SourceContent> content = job->content;
     QtConcurrent::run(&m_pool, [=]() -> Made {

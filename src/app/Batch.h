@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/TranscribeControl.h"
+#include "core/CancelToken.h"
 
 #include <QElapsedTimer>
 #include <QFuture>
@@ -157,5 +157,5 @@ private:
     QString m_speakerError;
     QList<std::shared_ptr<Job>> m_speakerQueue;
     std::shared_ptr<Job> m_speakerRunning;
-    const TranscribeControlPtr m_vadControl = std::make_shared<TranscribeControl>();
+    const CancelTokenPtr m_vadControl = std::make_shared<CancelToken>();
 };

@@ -3,7 +3,7 @@
 #include "capture/LiveRecording.h"
 
 #include "capture/Microphone.h"
-#include "core/TranscribeControl.h"
+#include "core/CancelToken.h"
 #include "core/Tr.h"
 #include "engine/VadModel.h"
 #include "engine/WhisperEngine.h"
@@ -42,7 +42,7 @@ constexpr qint64 shortestTailMs = 500;
 // recording; none when the range could not be recognised. Runs on the pool.
 std::optional<QList<TranscriptSegment>> recognise(const QString &wav, qint64 fromMs, qint64 toMs,
                                                   const std::shared_ptr<KeptModel> &kept, const QString &language,
-                                                  const TranscribeControlPtr &control)
+                                                  const CancelTokenPtr &control)
 {
     try {
         const std::vector<float> samples = LiveRecording::samples(wav, fromMs, toMs);
@@ -69,7 +69,7 @@ std::optional<QList<TranscriptSegment>> recognise(const QString &wav, qint64 fro
 // The speaker text of the recording up to `toMs` over `segments`; empty when the
 // separation found no second speaker, none when it failed. Runs on the pool.
 std::optional<QString> separate(const QString &wav, qint64 toMs, const QList<TranscriptSegment> &segments,
-                                const DiarizationModels::Paths &models, const TranscribeControlPtr &control)
+                                const DiarizationModels::Paths &models, const CancelTokenPtr &control)
 {
     QString chunk;
     try {
@@ -99,7 +99,7 @@ struct InterviewJob::Pass {
 };
 
 InterviewJob::InterviewJob(QObject *parent)
-    : QObject(parent), m_recording(std::make_unique<LiveRecording>()), m_control(std::make_shared<TranscribeControl>())
+    : QObject(parent), m_recording(std::make_unique<LiveRecording>()), m_control(std::make_shared<CancelToken>())
 {
     m_timer.setInterval(1000);
     connect(&m_timer, &QTimer::timeout, this, &InterviewJob::tick);
@@ -216,7 +216,7 @@ void InterviewJob::diarizeAll(qint64 upToMs)
     const QString wav = *m_wavPath;
     const QList<TranscriptSegment> segments = this->segments();
     const DiarizationModels::Paths models = m_models->paths;
-    const TranscribeControlPtr control = m_control;
+    const CancelTokenPtr control = m_control;
     m_diarization = QtConcurrent::run([=] { return separate(wav, upToMs, segments, models, control); })
                         .then(this, [this, upToMs](const std::optional<QString> &text) {
                             m_diarization.reset();
@@ -238,7 +238,7 @@ void InterviewJob::transcribeNext(qint64 upToMs)
     const std::shared_ptr<KeptModel> model = m_model;
     const QString language = m_language;
     const qint64 from = m_lastMs;
-    const TranscribeControlPtr control = m_control;
+    const CancelTokenPtr control = m_control;
     QFuture<Pass> pass = QtConcurrent::run([=] {
         return Pass{upToMs, recognise(wav, from, upToMs, model, language, control)};
     });
@@ -297,7 +297,7 @@ QFuture<std::optional<InterviewResult>> InterviewJob::finish()
     const QString language = m_language;
     const qint64 from = m_lastMs;
     const qint64 d = LiveRecording::durationMs(wav);
-    const TranscribeControlPtr control = m_control;
+    const CancelTokenPtr control = m_control;
     return QtConcurrent::run([=] {
                // A tail shorter than half a second is not heard.
                if (d - from < shortestTailMs)

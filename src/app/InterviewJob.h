@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/TranscribeControl.h"
+#include "core/CancelToken.h"
 #include "core/TranscriptionResult.h"
 
 #include <QFuture>
@@ -113,7 +113,7 @@ private:
     QTimer m_timer;
     qint64 m_lastMs = 0;
     // Ends the passes still running when the job is cancelled or goes away.
-    TranscribeControlPtr m_control;
+    CancelTokenPtr m_control;
     // The rolling pass in flight, if any: stop waits for it.
     std::optional<QFuture<void>> m_pass;
     // The speaker models once they are there, the position the last separation reached,

@@ -22,7 +22,7 @@ void LinkImport::start(const QString &link)
 
     // The screens offer no cancel; the command line does, and the control ends the
     // resolution's request when this object goes.
-    const TranscribeControlPtr control = std::make_shared<TranscribeControl>();
+    const CancelTokenPtr control = std::make_shared<CancelToken>();
     m_control = control;
     LinkResolver::resolve(link, LinkResolver::defaultLookupBase, control)
         .then(this, [this, control](const QFuture<ResolvedMedia> &resolution) {

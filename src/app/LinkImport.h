@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/TranscribeControl.h"
+#include "core/CancelToken.h"
 
 #include <QObject>
 #include <QPointer>
@@ -45,7 +45,7 @@ private:
     void end(const std::optional<QString> &error);
 
     // Ends the running resolution when this object goes.
-    TranscribeControlPtr m_control;
+    CancelTokenPtr m_control;
     QPointer<QObject> m_downloader;
 
     Q_OBJECT_BINDABLE_PROPERTY(LinkImport, bool, m_isBusy, &LinkImport::isBusyChanged)

@@ -38,8 +38,8 @@ void ModelImportJob::start(const QString &source)
     if (m_running)
         return;
     m_running = true;
-    m_control = std::make_shared<TranscribeControl>();
-    const TranscribeControlPtr control = m_control;
+    m_control = std::make_shared<CancelToken>();
+    const CancelTokenPtr control = m_control;
     const QString modelsDir = m_store.modelsDir();
     QPointer<ModelImportJob> self(this);
     // Progress comes from the pool and is only posted here.

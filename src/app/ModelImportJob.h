@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/TranscribeControl.h"
+#include "core/CancelToken.h"
 
 #include <QFuture>
 #include <QObject>
@@ -34,6 +34,6 @@ signals:
 private:
     ModelStore &m_store;
     bool m_running = false;
-    TranscribeControlPtr m_control;
+    CancelTokenPtr m_control;
     std::optional<QFuture<void>> m_task;
 };

@@ -49,13 +49,13 @@ QString deviceReport()
         .arg(WhisperEngine::threadCount());
 }
 
-QFuture<void> prepareRecognition(const TranscribeControlPtr &control)
+QFuture<void> prepareRecognition(const CancelTokenPtr &control)
 {
     return VadModel::ensure(control).then([](const QString &) {});
 }
 
 TranscriptionResult transcribe(const QString &path, const QString &modelPath, const QString &language,
-                               const TranscribeControlPtr &control, const std::function<void(double)> &progress)
+                               const CancelTokenPtr &control, const std::function<void(double)> &progress)
 {
     return WhisperEngine::transcribeFile(path, modelPath, language, control, progress);
 }
@@ -76,7 +76,7 @@ private:
 
 } // namespace
 
-ImportedModel importModel(const QString &source, const QString &modelsDir, const TranscribeControlPtr &control,
+ImportedModel importModel(const QString &source, const QString &modelsDir, const CancelTokenPtr &control,
                           const std::function<void(double)> &progress)
 {
     try {

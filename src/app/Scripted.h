@@ -2,7 +2,7 @@
 
 #include "core/AIModel.h"
 #include "core/HistoryItem.h"
-#include "core/TranscribeControl.h"
+#include "core/CancelToken.h"
 #include "core/TranscriptionResult.h"
 #include "core/WhisperModel.h"
 
@@ -30,10 +30,10 @@ QFuture<std::optional<QString>> storedKey(AIProvider provider);
 QString deviceReport();
 // Fetches the voice-activity model on first use, as the application's jobs do. Call it on
 // the main thread; it returns at once and never fails: recognition runs without it.
-QFuture<void> prepareRecognition(const TranscribeControlPtr &control);
+QFuture<void> prepareRecognition(const CancelTokenPtr &control);
 // Recognises `path` with the model file at `modelPath`; blocks. Throws UserError.
 TranscriptionResult transcribe(const QString &path, const QString &modelPath, const QString &language,
-                               const TranscribeControlPtr &control, const std::function<void(double)> &progress);
+                               const CancelTokenPtr &control, const std::function<void(double)> &progress);
 
 struct ImportedModel {
     WhisperModel model;
@@ -41,7 +41,7 @@ struct ImportedModel {
 };
 // Installs a model file or folder as the catalogue model of its size into `modelsDir`;
 // blocks. Throws UserError.
-ImportedModel importModel(const QString &source, const QString &modelsDir, const TranscribeControlPtr &control,
+ImportedModel importModel(const QString &source, const QString &modelsDir, const CancelTokenPtr &control,
                           const std::function<void(double)> &progress);
 
 } // namespace Scripted

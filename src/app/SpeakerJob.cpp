@@ -27,7 +27,7 @@ struct Voices {
     QList<TranscriptSegment> segments;
 };
 
-void throwIfCancelled(const TranscribeControlPtr &control)
+void throwIfCancelled(const CancelTokenPtr &control)
 {
     if (control->isCancelled())
         throw DiarizerError::cancelled();
@@ -66,7 +66,7 @@ QFuture<SpeakerJob::Result> SpeakerJob::acoustic(const HistoryItem &item, QStrin
                                                  const QString &key, const QString &modelId)
 {
     const bool hasKey = !key.isEmpty();
-    const TranscribeControlPtr control = std::make_shared<TranscribeControl>();
+    const CancelTokenPtr control = std::make_shared<CancelToken>();
     m_control = control;
     const QString id = item.id;
     const std::optional<QString> bundle = item.bundleURL;
@@ -158,7 +158,7 @@ QFuture<SpeakerJob::Result> SpeakerJob::textOnly(const HistoryItem &item, const 
     if (item.result.fullText.isEmpty())
         return QtFuture::makeExceptionalFuture<Result>(std::make_exception_ptr(Cancelled()));
     // A control here too, so that a cancel drops the answer when it comes.
-    const TranscribeControlPtr control = std::make_shared<TranscribeControl>();
+    const CancelTokenPtr control = std::make_shared<CancelToken>();
     m_control = control;
     const QString id = item.id;
     const std::optional<QString> bundle = item.bundleURL;
@@ -179,7 +179,7 @@ QFuture<SpeakerJob::Result> SpeakerJob::textOnly(const HistoryItem &item, const 
         });
 }
 
-void SpeakerJob::postStatus(const TranscribeControlPtr &job, const QString &text)
+void SpeakerJob::postStatus(const CancelTokenPtr &job, const QString &text)
 {
     QPointer<SpeakerJob> self(this);
     QMetaObject::invokeMethod(
@@ -191,7 +191,7 @@ void SpeakerJob::postStatus(const TranscribeControlPtr &job, const QString &text
         Qt::QueuedConnection);
 }
 
-QFuture<void> SpeakerJob::finish(const TranscribeControlPtr &, const QString &id, const QString &text,
+QFuture<void> SpeakerJob::finish(const CancelTokenPtr &, const QString &id, const QString &text,
                                  const std::optional<QString> &bundle)
 {
     emit finished(id, text);
@@ -203,7 +203,7 @@ QFuture<void> SpeakerJob::finish(const TranscribeControlPtr &, const QString &id
     return PatchQueue::add([bundle = *bundle, text] { BundleStore::saveSpeakerText(bundle, text); });
 }
 
-void SpeakerJob::fail(const TranscribeControlPtr &, const QString &id, std::exception_ptr error)
+void SpeakerJob::fail(const CancelTokenPtr &, const QString &id, std::exception_ptr error)
 {
     m_status = std::nullopt;
     m_control.reset();

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/TranscribeControl.h"
+#include "core/CancelToken.h"
 #include "core/SpeakerSpan.h"
 
 #include <QFuture>
@@ -70,14 +70,14 @@ private:
                              const QString &modelId);
     QFuture<Result> textOnly(const HistoryItem &item, const QString &key, const QString &modelId);
     // A status from any thread; dropped once the job it belongs to is over.
-    void postStatus(const TranscribeControlPtr &job, const QString &text);
+    void postStatus(const CancelTokenPtr &job, const QString &text);
     // The future ends when the bundle has the text.
-    QFuture<void> finish(const TranscribeControlPtr &job, const QString &id, const QString &text,
+    QFuture<void> finish(const CancelTokenPtr &job, const QString &id, const QString &text,
                 const std::optional<QString> &bundle);
-    void fail(const TranscribeControlPtr &job, const QString &id, std::exception_ptr error);
+    void fail(const CancelTokenPtr &job, const QString &id, std::exception_ptr error);
 
     // The cancel handle of the job that took the fields last; cleared at its end.
-    TranscribeControlPtr m_control;
+    CancelTokenPtr m_control;
     // The pool work of running jobs, waited for at the end of the process.
     QList<QFuture<void>> m_pool;
 

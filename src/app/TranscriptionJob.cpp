@@ -49,7 +49,7 @@ void TranscriptionJob::start(const QString &path, const QString &displayName, co
     m_busyProgress = 0.0;
     m_timer.start();
 
-    const TranscribeControlPtr control = std::make_shared<TranscribeControl>();
+    const CancelTokenPtr control = std::make_shared<CancelToken>();
     m_control = control;
 
     // Progress comes from the library's threads and is only posted here.
@@ -78,7 +78,7 @@ void TranscriptionJob::start(const QString &path, const QString &displayName, co
 }
 
 void TranscriptionJob::run(const QString &path, const QString &displayName, const QDateTime &createdAt,
-                           const QString &modelPath, const QString &language, const TranscribeControlPtr &control,
+                           const QString &modelPath, const QString &language, const CancelTokenPtr &control,
                            const std::function<void(double)> &progress)
 {
     QPointer<TranscriptionJob> self(this);

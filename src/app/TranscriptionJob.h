@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/HistoryItem.h"
-#include "core/TranscribeControl.h"
+#include "core/CancelToken.h"
 
 #include <QDateTime>
 #include <QFuture>
@@ -65,7 +65,7 @@ private:
     struct Outcome;
 
     void run(const QString &path, const QString &displayName, const QDateTime &createdAt, const QString &modelPath,
-             const QString &language, const TranscribeControlPtr &control, const std::function<void(double)> &progress);
+             const QString &language, const CancelTokenPtr &control, const std::function<void(double)> &progress);
     void finish(const Outcome &outcome, const QString &displayName, const QDateTime &createdAt);
     void finishBusy();
 
@@ -73,7 +73,7 @@ private:
     QTimer m_timer;
     // The background work itself, not its continuation, which needs the main thread.
     std::optional<QFuture<void>> m_task;
-    TranscribeControlPtr m_control;
+    CancelTokenPtr m_control;
 
     Q_OBJECT_BINDABLE_PROPERTY(TranscriptionJob, bool, m_isBusy, &TranscriptionJob::isBusyChanged)
     Q_OBJECT_BINDABLE_PROPERTY(TranscriptionJob, double, m_busyElapsed, &TranscriptionJob::busyElapsedChanged)

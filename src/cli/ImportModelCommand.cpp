@@ -6,7 +6,7 @@
 #include "app/Scripted.h"
 #include "core/UserError.h"
 #include "app/ModelStore.h"
-#include "core/TranscribeControl.h"
+#include "core/CancelToken.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -24,7 +24,7 @@ int importModel(const QStringList &args)
         return usageError(parser);
     }
 
-    auto control = std::make_shared<TranscribeControl>();
+    auto control = std::make_shared<CancelToken>();
     Interrupt::onSignal([control] { control->cancel(); });
     ModelStore store;
     try {

@@ -239,7 +239,7 @@ private:
             modelPath = store.path(*model);
         }
         const QString language = m_options.language.value_or(QStringLiteral("auto"));
-        const TranscribeControlPtr control = m_control;
+        const CancelTokenPtr control = m_control;
         m_bar = std::make_unique<ProgressBar>("Transkription");
         ProgressBar *bar = m_bar.get();
         // The voice-activity model is fetched on first use, as the application does.
@@ -322,7 +322,7 @@ private:
     }
 
     const Options m_options;
-    const TranscribeControlPtr m_control = std::make_shared<TranscribeControl>();
+    const CancelTokenPtr m_control = std::make_shared<CancelToken>();
     bool m_interrupted = false;
     std::unique_ptr<ProgressBar> m_bar;
     std::unique_ptr<LinkImport> m_link;

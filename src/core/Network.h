@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/TranscribeControl.h"
+#include "core/CancelToken.h"
 #include "core/UserError.h"
 
 #include <QByteArray>
@@ -38,7 +38,7 @@ struct Request {
     // A body longer than this fails the transfer; negative: no bound.
     qint64 maxBytes = -1;
     // Ends the transfer at once when cancelled, from any thread.
-    TranscribeControlPtr control;
+    CancelTokenPtr control;
     // The fraction of the body received, on the transfer's thread; called only while
     // the answer names its length.
     std::function<void(double)> onProgress;

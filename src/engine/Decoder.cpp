@@ -83,7 +83,7 @@ QStringList ffmpegArguments(const QString &input, const QString &output)
             QFileInfo(output).absoluteFilePath()};
 }
 
-void runProcess(const QString &executable, const QStringList &arguments, const TranscribeControlPtr &control,
+void runProcess(const QString &executable, const QStringList &arguments, const CancelTokenPtr &control,
                 const std::function<EngineError(const QString &)> &failure)
 {
     QProcess child;
@@ -123,7 +123,7 @@ void runProcess(const QString &executable, const QStringList &arguments, const T
 namespace {
 
 // The fallback road: the ffmpeg program writes `output` as a 16 kHz mono WAV.
-void convertWithFFmpeg(const QString &input, const QString &output, const TranscribeControlPtr &control)
+void convertWithFFmpeg(const QString &input, const QString &output, const CancelTokenPtr &control)
 {
     const std::optional<QString> ffmpeg = ffmpegURL();
     if (!ffmpeg)
@@ -138,7 +138,7 @@ void convertWithFFmpeg(const QString &input, const QString &output, const Transc
 
 } // namespace
 
-std::vector<float> decodeTo16kMonoFloats(const QString &input, const TranscribeControlPtr &control)
+std::vector<float> decodeTo16kMonoFloats(const QString &input, const CancelTokenPtr &control)
 {
     try {
         std::vector<float> samples = libavDecodeFloats(input, control);
@@ -156,7 +156,7 @@ std::vector<float> decodeTo16kMonoFloats(const QString &input, const TranscribeC
     return libavDecodeFloats(temporary, control);
 }
 
-void convertTo16kMonoWav(const QString &input, const QString &output, const TranscribeControlPtr &control)
+void convertTo16kMonoWav(const QString &input, const QString &output, const CancelTokenPtr &control)
 {
     try {
         const QByteArray pcm = libavDecodePCM16(input, control);
@@ -177,7 +177,7 @@ void convertTo16kMonoWav(const QString &input, const QString &output, const Tran
     convertWithFFmpeg(input, output, control);
 }
 
-QString extractWav(const QString &from, const TranscribeControlPtr &control)
+QString extractWav(const QString &from, const CancelTokenPtr &control)
 {
     const QString output = temporaryWavPath();
     try {

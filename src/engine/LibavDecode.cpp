@@ -168,7 +168,7 @@ EngineError decodingFailed()
 
 namespace {
 
-void decodeInto(Decoder &d, const QString &input, const TranscribeControlPtr &control)
+void decodeInto(Decoder &d, const QString &input, const CancelTokenPtr &control)
 {
     static std::once_flag setUp;
     std::call_once(setUp, [] {
@@ -249,14 +249,14 @@ void decodeInto(Decoder &d, const QString &input, const TranscribeControlPtr &co
 
 } // namespace
 
-QByteArray libavDecodePCM16(const QString &input, const TranscribeControlPtr &control)
+QByteArray libavDecodePCM16(const QString &input, const CancelTokenPtr &control)
 {
     Decoder d;
     decodeInto(d, input, control);
     return std::move(d.pcm);
 }
 
-std::vector<float> libavDecodeFloats(const QString &input, const TranscribeControlPtr &control)
+std::vector<float> libavDecodeFloats(const QString &input, const CancelTokenPtr &control)
 {
     std::vector<float> samples;
     Decoder d;

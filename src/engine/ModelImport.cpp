@@ -73,7 +73,7 @@ bool countsAsInstalled(qint64 bytes, const WhisperModel &model)
     return bytes > qint64(model.approxSizeMB) * 900000;
 }
 
-void checkCancel(const TranscribeControlPtr &control)
+void checkCancel(const CancelTokenPtr &control)
 {
     if (control && control->isCancelled())
         throw Error(Case::cancelled, {});
@@ -250,7 +250,7 @@ QList<QByteArray> textTokens(const CTranslate2Reader &r, const Hparams &h)
 // positional embeddings and the convolutions keep their types, as whisper.cpp's own
 // quantiser leaves them.
 void convert(const CTranslate2Reader &r, const Hparams &h, QIODevice &out, GgmlFormat::Type matrices,
-             const TranscribeControlPtr &control, const std::function<void(double)> &progress)
+             const CancelTokenPtr &control, const std::function<void(double)> &progress)
 {
     const QList<Piece> pieces = layout(h);
     // Check every shape before the first byte is written.
@@ -327,7 +327,7 @@ private:
     bool kept = false;
 };
 
-void copyFile(const QString &from, QFile &to, const TranscribeControlPtr &control,
+void copyFile(const QString &from, QFile &to, const CancelTokenPtr &control,
               const std::function<void(double)> &progress)
 {
     QFile in(from);
@@ -430,7 +430,7 @@ GgmlFormat::Type quantisation(const WhisperModel &model)
 }
 
 void convertCTranslate2(const QString &folder, QIODevice &out, GgmlFormat::Type matrices,
-                        const TranscribeControlPtr &control, const std::function<void(double)> &progress)
+                        const CancelTokenPtr &control, const std::function<void(double)> &progress)
 {
     const auto reader = openReader(folder);
     try {
@@ -452,7 +452,7 @@ bool loads(const QString &path)
     return true;
 }
 
-Result importModel(const QString &source, const QString &modelsDir, const TranscribeControlPtr &control,
+Result importModel(const QString &source, const QString &modelsDir, const CancelTokenPtr &control,
                    const std::function<void(double)> &progress)
 {
     const auto [type, from] = identify(source);

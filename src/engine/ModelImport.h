@@ -1,7 +1,7 @@
 #pragma once
 
 #include "engine/GgmlFormat.h"
-#include "core/TranscribeControl.h"
+#include "core/CancelToken.h"
 #include "core/WhisperModel.h"
 
 #include <QIODevice>
@@ -43,7 +43,7 @@ struct Result {
 };
 
 // Blocks for the whole import. Throws ModelImportError.
-Result importModel(const QString &source, const QString &modelsDir, const TranscribeControlPtr &control = {},
+Result importModel(const QString &source, const QString &modelsDir, const CancelTokenPtr &control = {},
                    const std::function<void(double)> &progress = {});
 
 // --- Building blocks, public so that tests can reach them. ---
@@ -65,7 +65,7 @@ GgmlFormat::Type quantisation(const WhisperModel &model);
 // Writes the CTranslate2 model of `folder` as a whisper.cpp model file to `out`, its
 // matrices as `matrices`.
 void convertCTranslate2(const QString &folder, QIODevice &out, GgmlFormat::Type matrices = GgmlFormat::Type::F16,
-                        const TranscribeControlPtr &control = {}, const std::function<void(double)> &progress = {});
+                        const CancelTokenPtr &control = {}, const std::function<void(double)> &progress = {});
 
 // Whether whisper.cpp loads the file as a model (on the CPU, quietly).
 bool loads(const QString &path);

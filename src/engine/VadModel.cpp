@@ -81,7 +81,7 @@ bool looksLikeModel(const QByteArray &head)
     return head.startsWith(QByteArrayLiteral("lmgg"));
 }
 
-QFuture<QString> ensure(const TranscribeControlPtr &control)
+QFuture<QString> ensure(const CancelTokenPtr &control)
 {
     if (installed())
         return QtFuture::makeReadyValueFuture(path());

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/TranscribeControl.h"
+#include "core/CancelToken.h"
 
 #include <QFuture>
 #include <QString>
@@ -31,6 +31,6 @@ bool looksLikeModel(const QByteArray &head);
 // future gives the path, or an empty text where the model could not be had (no network,
 // a refusal, a cancel through `control`): recognition then goes on without it, and the
 // next run tries again. It never fails.
-QFuture<QString> ensure(const TranscribeControlPtr &control = {});
+QFuture<QString> ensure(const CancelTokenPtr &control = {});
 
 } // namespace VadModel

@@ -23,7 +23,7 @@ namespace {
 
 // Handed to the library callbacks as user data.
 struct Run {
-    TranscribeControlPtr control;
+    CancelTokenPtr control;
     std::function<void(double)> progress;
     int percent = 0;      // the library's last progress, of the piece it was handed
     qint64 sliceCs = 0;   // what it was handed, in its time unit (10 ms)
@@ -231,7 +231,7 @@ LoadedModel::~LoadedModel()
 }
 
 TranscriptionResult transcribe(const std::vector<float> &samples, const QString &model, const QString &language,
-                               const TranscribeControlPtr &control, const std::function<void(double)> &progress)
+                               const CancelTokenPtr &control, const std::function<void(double)> &progress)
 {
     // Checked before the model loads: a refusal costs nothing.
     if (!QFileInfo::exists(model))
@@ -276,13 +276,13 @@ void appendSegments(whisper_context *ctx, qint64 offsetMs, bool dtw, Transcripti
 } // namespace
 
 TranscriptionResult transcribe(const std::vector<float> &samples, LoadedModel &model, const QString &language,
-                               const TranscribeControlPtr &control, const std::function<void(double)> &progress)
+                               const CancelTokenPtr &control, const std::function<void(double)> &progress)
 {
     return transcribe(samples, model, language, control, progress, kPieceSeconds);
 }
 
 TranscriptionResult transcribe(const std::vector<float> &samples, LoadedModel &model, const QString &language,
-                               const TranscribeControlPtr &control, const std::function<void(double)> &progress,
+                               const CancelTokenPtr &control, const std::function<void(double)> &progress,
                                int pieceSeconds, const Setup &setup)
 {
     // One run holds at most INT_MAX samples; a wrapped count must never reach the library.
@@ -432,7 +432,7 @@ bool isSilent(const std::vector<float> &samples, size_t from, size_t count)
 }
 
 TranscriptionResult transcribeFile(const QString &input, const QString &model, const QString &language,
-                                   const TranscribeControlPtr &control, const std::function<void(double)> &progress)
+                                   const CancelTokenPtr &control, const std::function<void(double)> &progress)
 {
     if (!QFileInfo::exists(model))
         throw EngineError::noModel();

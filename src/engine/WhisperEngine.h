@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/TranscribeControl.h"
+#include "core/CancelToken.h"
 #include "core/TranscriptionResult.h"
 
 #include <QString>
@@ -56,20 +56,20 @@ struct Setup {
 
 // Blocks for the whole run; `language` is an ISO code, "auto" or empty (meaning "auto").
 TranscriptionResult transcribe(const std::vector<float> &samples, const QString &model, const QString &language,
-                               const TranscribeControlPtr &control, const std::function<void(double)> &progress);
+                               const CancelTokenPtr &control, const std::function<void(double)> &progress);
 TranscriptionResult transcribe(const std::vector<float> &samples, LoadedModel &model, const QString &language,
-                               const TranscribeControlPtr &control, const std::function<void(double)> &progress);
+                               const CancelTokenPtr &control, const std::function<void(double)> &progress);
 
 // The road of a transcription job: the model checked, the file decoded and recognised.
 TranscriptionResult transcribeFile(const QString &input, const QString &model, const QString &language,
-                                   const TranscribeControlPtr &control = {},
+                                   const CancelTokenPtr &control = {},
                                    const std::function<void(double)> &progress = {});
 
 // A long recording is recognised in pieces of this length, so the library's own copies
 // of the audio stay small; a run on a shorter one is a single call.
 inline constexpr int kPieceSeconds = 300;
 TranscriptionResult transcribe(const std::vector<float> &samples, LoadedModel &model, const QString &language,
-                               const TranscribeControlPtr &control, const std::function<void(double)> &progress,
+                               const CancelTokenPtr &control, const std::function<void(double)> &progress,
                                int pieceSeconds, const Setup &setup = {});
 
 // True when no stretch of the samples is loud enough to hold speech (digital silence, a

@@ -29,7 +29,7 @@ QFuture<ResolvedMedia> ready(const QUrl &url, const QString &title)
 // One GET of at most `limit` bytes of the body; a failed transfer fails with
 // `network` and the transfer's text, an HTTP error status is an answer like any other.
 QFuture<Network::Response> fetch(const QUrl &url, qint64 limit, const QByteArray &range,
-                                 const TranscribeControlPtr &control)
+                                 const CancelTokenPtr &control)
 {
     Network::Request request;
     request.url = url;
@@ -104,7 +104,7 @@ std::optional<QString> percentDecoded(const QString &text)
 
 } // namespace
 
-QFuture<ResolvedMedia> resolve(const QString &text, const QUrl &lookupBase, const TranscribeControlPtr &control)
+QFuture<ResolvedMedia> resolve(const QString &text, const QUrl &lookupBase, const CancelTokenPtr &control)
 {
     QString link = text.trimmed();
     if (link.isEmpty())
@@ -149,14 +149,14 @@ QFuture<ResolvedMedia> resolve(const QString &text, const QUrl &lookupBase, cons
         .unwrap();
 }
 
-QFuture<Probe> probe(const QUrl &url, const TranscribeControlPtr &control)
+QFuture<Probe> probe(const QUrl &url, const CancelTokenPtr &control)
 {
     return fetch(url, probeBytes, QByteArrayLiteral("bytes=0-4095"), control).then([](const Network::Response &answer) {
         return Probe{answer.mimeType, answer.body};
     });
 }
 
-QFuture<QByteArray> get(const QUrl &url, const TranscribeControlPtr &control)
+QFuture<QByteArray> get(const QUrl &url, const CancelTokenPtr &control)
 {
     return fetch(url, maxBodyBytes, {}, control).then([](const Network::Response &answer) {
         if (answer.status && (*answer.status < 200 || *answer.status > 299))
@@ -165,7 +165,7 @@ QFuture<QByteArray> get(const QUrl &url, const TranscribeControlPtr &control)
     });
 }
 
-QFuture<ResolvedMedia> resolveApple(const QUrl &url, const QUrl &lookupBase, const TranscribeControlPtr &control)
+QFuture<ResolvedMedia> resolveApple(const QUrl &url, const QUrl &lookupBase, const CancelTokenPtr &control)
 {
     const std::optional<qint64> id = appleCollectionId(url);
     if (!id)
@@ -205,7 +205,7 @@ QFuture<ResolvedMedia> resolveApple(const QUrl &url, const QUrl &lookupBase, con
         .unwrap();
 }
 
-QFuture<ResolvedMedia> resolveFeed(const QUrl &url, const TranscribeControlPtr &control)
+QFuture<ResolvedMedia> resolveFeed(const QUrl &url, const CancelTokenPtr &control)
 {
     return get(url, control).then([](const QByteArray &feed) {
         const std::optional<ResolvedMedia> episode = FeedParser::firstEpisode(feed);
@@ -215,7 +215,7 @@ QFuture<ResolvedMedia> resolveFeed(const QUrl &url, const TranscribeControlPtr &
     });
 }
 
-QFuture<std::optional<QUrl>> discoverFeed(const QUrl &url, const TranscribeControlPtr &control)
+QFuture<std::optional<QUrl>> discoverFeed(const QUrl &url, const CancelTokenPtr &control)
 {
     return get(url, control).then([url](const QByteArray &body) { return feedLink(url, body); });
 }

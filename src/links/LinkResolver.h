@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/TranscribeControl.h"
+#include "core/CancelToken.h"
 #include "links/LinkError.h"
 #include "links/ResolvedMedia.h"
 
@@ -38,7 +38,7 @@ inline constexpr qint64 probeBytes = 4096;
 
 // The one entry: the user's text to a media file and its title.
 QFuture<ResolvedMedia> resolve(const QString &text, const QUrl &lookupBase = defaultLookupBase,
-                               const TranscribeControlPtr &control = {});
+                               const CancelTokenPtr &control = {});
 
 // --- Steps of a resolution, public so that tests can reach them ---
 
@@ -47,16 +47,16 @@ struct Probe {
     QByteArray body;
 };
 // One GET for the first 4 KiB. Any answer counts, whatever its HTTP status.
-QFuture<Probe> probe(const QUrl &url, const TranscribeControlPtr &control = {});
+QFuture<Probe> probe(const QUrl &url, const CancelTokenPtr &control = {});
 // One GET; a status outside 200 to 299 fails with `network`, "HTTP " and the status.
-QFuture<QByteArray> get(const QUrl &url, const TranscribeControlPtr &control = {});
+QFuture<QByteArray> get(const QUrl &url, const CancelTokenPtr &control = {});
 
 QFuture<ResolvedMedia> resolveApple(const QUrl &url, const QUrl &lookupBase = defaultLookupBase,
-                                    const TranscribeControlPtr &control = {});
-QFuture<ResolvedMedia> resolveFeed(const QUrl &url, const TranscribeControlPtr &control = {});
+                                    const CancelTokenPtr &control = {});
+QFuture<ResolvedMedia> resolveFeed(const QUrl &url, const CancelTokenPtr &control = {});
 // The feed a web page names in a link of type application/rss+xml, found by plain text
 // search around that type.
-QFuture<std::optional<QUrl>> discoverFeed(const QUrl &url, const TranscribeControlPtr &control = {});
+QFuture<std::optional<QUrl>> discoverFeed(const QUrl &url, const CancelTokenPtr &control = {});
 // The same search over a page already read from `url`.
 std::optional<QUrl> feedLink(const QUrl &url, const QByteArray &body);
 

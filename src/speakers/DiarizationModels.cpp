@@ -43,7 +43,7 @@ void fail(QPromise<T> &promise, const auto &error)
 }
 
 // The one place that fetches a file: a temporary file, or TransferFailed.
-QFuture<QString> download(const QUrl &url, const TranscribeControlPtr &control)
+QFuture<QString> download(const QUrl &url, const CancelTokenPtr &control)
 {
     Network::Request request;
     request.url = url;
@@ -161,7 +161,7 @@ QFuture<void> runTar(const QString &archive, const QString &into)
     return promise->future();
 }
 
-QFuture<Paths> ensure(const std::function<void(const QString &)> &status, const TranscribeControlPtr &control)
+QFuture<Paths> ensure(const std::function<void(const QString &)> &status, const CancelTokenPtr &control)
 {
     if (installed())
         return QtFuture::makeReadyValueFuture(Paths{segPath(), embPath()});

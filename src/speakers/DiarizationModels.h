@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/TranscribeControl.h"
+#include "core/CancelToken.h"
 #include "core/UserError.h"
 
 #include <QFuture>
@@ -51,7 +51,7 @@ QUrl embURL();
 // returns at once and does its waiting elsewhere. `status` gets the one status text of
 // a run that has to fetch something. A cancel through `control` stops a download under
 // way, which then fails as a transfer error. Fails with TransferFailed or DiarizerError.
-QFuture<Paths> ensure(const std::function<void(const QString &)> &status, const TranscribeControlPtr &control = {});
+QFuture<Paths> ensure(const std::function<void(const QString &)> &status, const CancelTokenPtr &control = {});
 
 // Unpacks a bzip2 tar archive into `into` with /usr/bin/tar; fails with DiarizerError
 // holding tar's own message. Call it on a thread with an event loop.

@@ -282,7 +282,7 @@ QList<double> parseProgress(const QByteArray &chunk)
 }
 
 QList<SpeakerSpan> diarize(const QString &wav, const QString &segModel, const QString &embModel, double threshold,
-                           int numClusters, const TranscribeControlPtr &control,
+                           int numClusters, const CancelTokenPtr &control,
                            const std::function<void(double)> &progress)
 {
     const std::optional<QString> cli = cliURL();

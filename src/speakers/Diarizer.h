@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/TranscribeControl.h"
+#include "core/CancelToken.h"
 #include "core/TranscriptionResult.h"
 #include "core/SpeakerSpan.h"
 
@@ -49,7 +49,7 @@ constexpr double defaultThreshold = 0.9;
 // on the main thread. `progress` (0 to 1) is called on this thread. A cancel through
 // `control` terminates the child. Throws DiarizerError.
 QList<SpeakerSpan> diarize(const QString &wav, const QString &segModel, const QString &embModel, double threshold,
-                           int numClusters, const TranscribeControlPtr &control = {},
+                           int numClusters, const CancelTokenPtr &control = {},
                            const std::function<void(double)> &progress = {});
 
 // --- Building blocks, public so that tests can reach them. ---

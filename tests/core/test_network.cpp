@@ -56,7 +56,7 @@ TEST(Network, ACancelFromAnotherThreadEndsTheTransferAndLeavesNoFile)
     for (const bool toFile : {true, false}) {
         SCOPED_TRACE(toFile ? "download" : "fetch");
         Network::Request r = request(server, "held");
-        r.control = std::make_shared<TranscribeControl>();
+        r.control = std::make_shared<CancelToken>();
         const QFuture<Network::Response> future = toFile ? Network::download(r) : Network::fetch(r);
         const int held = server.held();
         ASSERT_TRUE(waitFor([&] { return server.held() == held + 1; }));
@@ -70,7 +70,7 @@ TEST(Network, ACancelFromAnotherThreadEndsTheTransferAndLeavesNoFile)
 
     // A control cancelled before the start asks nothing.
     Network::Request r = request(server, "held");
-    r.control = std::make_shared<TranscribeControl>();
+    r.control = std::make_shared<CancelToken>();
     r.control->cancel();
     EXPECT_TRUE(await(Network::download(r)).cancelled);
     EXPECT_EQ(server.hits("/held"), 2);

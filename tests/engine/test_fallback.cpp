@@ -132,7 +132,7 @@ TEST_F(Fallback, CancelStopsTheChildBeforeOrWhileItRuns)
     useFfmpeg(QStringLiteral("slow-ffmpeg"), QStringLiteral(": > \"${14}\"; exec sleep 30"));
 
     // Cancelled before the child starts: it is terminated right after launch.
-    auto early = std::make_shared<TranscribeControl>();
+    auto early = std::make_shared<CancelToken>();
     early->cancel();
     QElapsedTimer clock;
     clock.start();
@@ -141,7 +141,7 @@ TEST_F(Fallback, CancelStopsTheChildBeforeOrWhileItRuns)
               QStringLiteral("Abgebrochen."));
 
     // Cancelled while it runs, from another thread, twice: same outcome, temp file gone.
-    auto control = std::make_shared<TranscribeControl>();
+    auto control = std::make_shared<CancelToken>();
     std::thread canceller([control] {
         std::this_thread::sleep_for(std::chrono::milliseconds(300));
         control->cancel();
@@ -155,7 +155,7 @@ TEST_F(Fallback, CancelStopsTheChildBeforeOrWhileItRuns)
     // A cancel seen by the in-process decoder never falls back to the child.
     const QString marker = QDir::tempPath() + QStringLiteral("/../fallback-ran");
     useFfmpeg(QStringLiteral("marking-ffmpeg"), QStringLiteral(": > '%1'").arg(marker));
-    auto cancelled = std::make_shared<TranscribeControl>();
+    auto cancelled = std::make_shared<CancelToken>();
     cancelled->cancel();
     EXPECT_THROW(Decoder::decodeTo16kMonoFloats(Media::tone(QStringLiteral("mp3")), cancelled), EngineError);
     EXPECT_THROW(Decoder::extractWav(Media::tone(QStringLiteral("mp3")), cancelled), EngineError);

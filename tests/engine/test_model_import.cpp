@@ -227,7 +227,7 @@ TEST(ModelImport, SplitModelBecomesTheCatalogueFileAndCopiesAreChecked)
 
     // A cancel halfway leaves nothing, and an existing model stays as it was.
     const qint64 before = QFileInfo(copy.path).lastModified().toMSecsSinceEpoch();
-    auto control = std::make_shared<TranscribeControl>();
+    auto control = std::make_shared<CancelToken>();
     try {
         ModelImport::importModel(baseSource(), other, control, [&](double f) {
             if (f > 0.5)

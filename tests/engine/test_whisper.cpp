@@ -48,7 +48,7 @@ TEST(Whisper, RunGivesConsistentSegmentsWordsAndProgress)
 {
     ProgressLog log;
     const TranscriptionResult result = WhisperEngine::transcribe(
-        toneSamples(), Media::tinyModel(), QString(), std::make_shared<TranscribeControl>(), std::ref(log));
+        toneSamples(), Media::tinyModel(), QString(), std::make_shared<CancelToken>(), std::ref(log));
 
     // An empty language is asked as "auto", and a detected code comes back.
     EXPECT_FALSE(result.language.isEmpty());
@@ -95,7 +95,7 @@ TEST(Whisper, ModelFailuresHaveTheirOwnTextsAndCancelStopsEachMomentOfTheRoad)
 
     // Before anything: even a file that cannot be decoded is never looked at; but a
     // missing model is reported first.
-    auto before = std::make_shared<TranscribeControl>();
+    auto before = std::make_shared<CancelToken>();
     before->cancel();
     EXPECT_EQ(failure([&] { WhisperEngine::transcribeFile(Media::textFileNamedMp3(), model, QString(), before); }), "<cancelled>");
     EXPECT_EQ(failure([&] { WhisperEngine::transcribeFile(audio, QStringLiteral("/nonexistent.bin"), QString(), before); }),
@@ -108,7 +108,7 @@ TEST(Whisper, ModelFailuresHaveTheirOwnTextsAndCancelStopsEachMomentOfTheRoad)
     EXPECT_EQ(calls.load(), 0);
 
     // During whisper_full: the abort callback stops it and nothing of it comes out.
-    auto during = std::make_shared<TranscribeControl>();
+    auto during = std::make_shared<CancelToken>();
     std::vector<double> seen;
     EXPECT_EQ(failure([&] {
                   WhisperEngine::transcribeFile(audio, model, QString(), during, [&](double v) {

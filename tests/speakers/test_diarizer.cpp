@@ -141,7 +141,7 @@ TEST_F(Diarize, CancelTerminatesTheChild)
 {
     child("echo started > \"$here/started\"; sleep 30\n");
     // A cancel before the launch reaches the child right after it.
-    auto early = std::make_shared<TranscribeControl>();
+    auto early = std::make_shared<CancelToken>();
     early->cancel();
     QElapsedTimer clock;
     clock.start();
@@ -149,7 +149,7 @@ TEST_F(Diarize, CancelTerminatesTheChild)
     EXPECT_LT(clock.elapsed(), 10'000);
 
     // A cancel while it runs, from another thread.
-    auto control = std::make_shared<TranscribeControl>();
+    auto control = std::make_shared<CancelToken>();
     QFile::remove(vendor + QStringLiteral("/started"));
     QFuture<void> run = QtConcurrent::run([&] {
         EXPECT_EQ(failure([&] { Diarizer::diarize("w", "s", "e", 0.9, 0, control); }),
@@ -166,7 +166,7 @@ TEST_F(Diarize, CancelTerminatesTheChild)
     child("trap 'echo \"2 -- 3 speaker_5\"; exit 0' TERM\necho started > \"$here/started\"\n"
           "while :; do sleep 0.05; done\n");
     QFile::remove(vendor + QStringLiteral("/started"));
-    auto late = std::make_shared<TranscribeControl>();
+    auto late = std::make_shared<CancelToken>();
     QFuture<QList<SpeakerSpan>> answered =
         QtConcurrent::run([&] { return Diarizer::diarize("w", "s", "e", 0.9, 0, late); });
     for (int i = 0; i < 100 && !QFile::exists(vendor + QStringLiteral("/started")); ++i)

@@ -59,7 +59,7 @@ protected:
     void TearDown() override { qunsetenv("SAGWERK_SPEAKER_MODEL_HOST"); }
 
     // Runs ensure to its end; the error text, or nothing on success.
-    std::optional<QString> ensure(const TranscribeControlPtr &control = {},
+    std::optional<QString> ensure(const CancelTokenPtr &control = {},
                                   const std::function<void()> &whileRunning = {})
     {
         statuses.clear();
@@ -155,7 +155,7 @@ TEST_F(SpeakerModels, TarFailuresAndArchivesWithoutTheModel)
 TEST_F(SpeakerModels, CancelStopsTheDownload)
 {
     server.answer(segPath, {.body = randomBytes(200'000), .holdAfter = 1000});
-    auto control = std::make_shared<TranscribeControl>();
+    auto control = std::make_shared<CancelToken>();
     const std::optional<QString> error = ensure(control, [&] {
         EXPECT_TRUE(waitFor([&] { return server.held() == 1; }));
         control->cancel();

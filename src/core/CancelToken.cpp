@@ -1,8 +1,8 @@
-#include "core/TranscribeControl.h"
+#include "core/CancelToken.h"
 
 #include <signal.h>
 
-void TranscribeControl::cancel()
+void CancelToken::cancel()
 {
     std::optional<qint64> pid;
     std::map<quint64, std::function<void()>> pending;
@@ -18,14 +18,14 @@ void TranscribeControl::cancel()
         hook();
 }
 
-bool TranscribeControl::isCancelled() const
+bool CancelToken::isCancelled() const
 {
     // The speech library asks between any two steps of its graphs, from every thread it
     // runs: a read without the lock.
     return cancelled.load(std::memory_order_acquire);
 }
 
-void TranscribeControl::setProcess(std::optional<qint64> pid)
+void CancelToken::setProcess(std::optional<qint64> pid)
 {
     bool wasCancelled;
     {
@@ -37,7 +37,7 @@ void TranscribeControl::setProcess(std::optional<qint64> pid)
         terminate(*pid);
 }
 
-quint64 TranscribeControl::onCancel(std::function<void()> hook)
+quint64 CancelToken::onCancel(std::function<void()> hook)
 {
     {
         std::lock_guard guard(lock);
@@ -50,13 +50,13 @@ quint64 TranscribeControl::onCancel(std::function<void()> hook)
     return 0;
 }
 
-void TranscribeControl::removeCancelHook(quint64 id)
+void CancelToken::removeCancelHook(quint64 id)
 {
     std::lock_guard guard(lock);
     hooks.erase(id);
 }
 
-void TranscribeControl::terminate(qint64 pid)
+void CancelToken::terminate(qint64 pid)
 {
     // What QProcess::terminate() does, but callable from any thread.
     if (pid > 0)

@@ -13,7 +13,7 @@
 // Shared between the interface thread (cancel), the job's thread and the speech
 // library's threads, so every field access takes the lock (the flag is also readable
 // without it), and no system call is made while holding it.
-class TranscribeControl {
+class CancelToken {
 public:
     void cancel();
     bool isCancelled() const;
@@ -37,4 +37,4 @@ private:
     quint64 lastHook = 0;
 };
 
-using TranscribeControlPtr = std::shared_ptr<TranscribeControl>;
+using CancelTokenPtr = std::shared_ptr<CancelToken>;
