@@ -203,8 +203,8 @@ void AppModel::setCurrent(const std::optional<HistoryItem> &item)
 {
     m_current.setValueBypassingBindings(item);
     m_current.notify();
-    if (item && item->segmentsPending && item->bundleURL)
-        loadSegments(item->id, *item->bundleURL);
+    if (item && item->segmentsPending && item->bundlePath)
+        loadSegments(item->id, *item->bundlePath);
 }
 
 void AppModel::loadSegments(const QString &id, const QString &bundle)
@@ -255,16 +255,16 @@ const HistoryItem *AppModel::itemOf(const QString &id) const
 void AppModel::patchBundle(const QString &id, std::function<void(const QString &bundle)> patch)
 {
     const HistoryItem *item = itemOf(id);
-    if (item && item->bundleURL)
-        PatchQueue::add([bundle = *item->bundleURL, patch = std::move(patch)] { patch(bundle); });
+    if (item && item->bundlePath)
+        PatchQueue::add([bundle = *item->bundlePath, patch = std::move(patch)] { patch(bundle); });
 }
 
 void AppModel::deleteItem(const HistoryItem &item)
 {
-    if (item.bundleURL) {
+    if (item.bundlePath) {
         // A patch under way would write into the folder as it goes.
         PatchQueue::drain();
-        BundleStore::remove(*item.bundleURL);
+        BundleStore::remove(*item.bundlePath);
     }
     QList<HistoryItem> rest = m_history.value();
     rest.removeIf([&](const HistoryItem &h) { return h.id == item.id; });
@@ -414,8 +414,8 @@ void AppModel::cancelTranscription()
 
 void AppModel::reTranscribe(const HistoryItem &item)
 {
-    if (item.audioURL && QFileInfo::exists(*item.audioURL))
-        stage(*item.audioURL, item.fileName);
+    if (item.audioPath && QFileInfo::exists(*item.audioPath))
+        stage(*item.audioPath, item.fileName);
     else
         setErrorMessage(Tr::tr("Audiodatei nicht gefunden."));
 }

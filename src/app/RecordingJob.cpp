@@ -34,7 +34,7 @@ bool RecordingJob::permissionDenied() const
 
 const std::optional<QString> &RecordingJob::filePath() const
 {
-    return m_recorder->fileURL();
+    return m_recorder->filePath();
 }
 
 void RecordingJob::start()

@@ -19,7 +19,7 @@ QFuture<void> Refinement::start(const HistoryItem &item, qint64 level, const QSt
     if (input.isEmpty())
         return QtFuture::makeReadyVoidFuture();
     const QString id = item.id;
-    const std::optional<QString> bundle = item.bundleURL;
+    const std::optional<QString> bundle = item.bundlePath;
     emit began(id, level);
 
     return Refiner::refine(input, key, AIModel::by(modelId), level, item.speakerText.has_value())

@@ -55,8 +55,8 @@ QFuture<SpeakerJob::Result> SpeakerJob::start(const HistoryItem &item, int speak
 {
     if (item.speakerBusy)
         return QtFuture::makeExceptionalFuture<Result>(std::make_exception_ptr(Cancelled()));
-    if (item.audioURL && QFile::exists(*item.audioURL))
-        return acoustic(item, *item.audioURL, speakerCount, key, modelId);
+    if (item.audioPath && QFile::exists(*item.audioPath))
+        return acoustic(item, *item.audioPath, speakerCount, key, modelId);
     return textOnly(item, key, modelId);
 }
 
@@ -69,7 +69,7 @@ QFuture<SpeakerJob::Result> SpeakerJob::acoustic(const HistoryItem &item, QStrin
     const CancelTokenPtr control = std::make_shared<CancelToken>();
     m_control = control;
     const QString id = item.id;
-    const std::optional<QString> bundle = item.bundleURL;
+    const std::optional<QString> bundle = item.bundlePath;
     // A listed item that was never opened has its segments still on disk.
     const std::optional<QList<TranscriptSegment>> segments
         = item.segmentsPending ? std::nullopt : std::optional(item.result.segments);
@@ -161,7 +161,7 @@ QFuture<SpeakerJob::Result> SpeakerJob::textOnly(const HistoryItem &item, const 
     const CancelTokenPtr control = std::make_shared<CancelToken>();
     m_control = control;
     const QString id = item.id;
-    const std::optional<QString> bundle = item.bundleURL;
+    const std::optional<QString> bundle = item.bundlePath;
     // Copied before the busy flag rewrites the history, where `item` may lie.
     const QString fullText = item.result.fullText;
     emit began(id);

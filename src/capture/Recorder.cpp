@@ -217,7 +217,7 @@ void Recorder::begin()
     capture->startMeter(device);
 
     m_recorder = std::move(capture);
-    m_fileURL = path;
+    m_filePath = path;
     setRecording(true);
     setElapsed(0);
 
@@ -247,13 +247,13 @@ QFuture<std::optional<QString>> Recorder::stop()
         if (capture->meter)
             capture->meter->stop();
         capture->recorder.disconnect(this);
-        m_closing = new Closing(std::move(capture), m_fileURL.value_or(QString()));
+        m_closing = new Closing(std::move(capture), m_filePath.value_or(QString()));
     }
     setRecording(false);
     setLevel(0);
     if (m_closing)
         return m_closing->future();
-    return QtFuture::makeReadyValueFuture(m_fileURL);
+    return QtFuture::makeReadyValueFuture(m_filePath);
 }
 
 void Recorder::cancel()
@@ -261,9 +261,9 @@ void Recorder::cancel()
     stop();
     if (m_closing)
         m_closing->discard();
-    else if (m_fileURL)
-        QFile::remove(*m_fileURL);
-    m_fileURL.reset();
+    else if (m_filePath)
+        QFile::remove(*m_filePath);
+    m_filePath.reset();
     setElapsed(0);
 }
 

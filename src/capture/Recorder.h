@@ -31,7 +31,7 @@ public:
     double elapsed() const { return m_elapsed; }
     float level() const { return m_level; }
     bool permissionDenied() const { return m_permissionDenied; }
-    const std::optional<QString> &fileURL() const { return m_fileURL; }
+    const std::optional<QString> &filePath() const { return m_filePath; }
 
     // Asks for the microphone where the answer is still open, then records. Returns at
     // once; a refusal, or no input device at all, sets permissionDenied. Other failures
@@ -76,5 +76,5 @@ private:
     // The last stopped recording while its file is being closed.
     QPointer<Closing> m_closing;
     QTimer *m_timer = nullptr;
-    std::optional<QString> m_fileURL;
+    std::optional<QString> m_filePath;
 };

@@ -59,7 +59,7 @@ private:
                 return end(Failed);
             // An interview without segments stores nothing.
             if (m_app->current())
-                std::printf("%s\n", qPrintable(m_app->current()->bundleURL.value_or(QString())));
+                std::printf("%s\n", qPrintable(m_app->current()->bundlePath.value_or(QString())));
             end(Ok);
         });
     }

@@ -30,8 +30,8 @@ QJsonObject itemJson(const HistoryItem &item)
                   {"processingSeconds", item.result.processingSeconds},
                   {"fullText", item.result.fullText},
                   {"segments", qint64(item.result.segments.size())},
-                  {"audioURL", item.audioURL.value_or(QString())},
-                  {"bundleURL", item.bundleURL.value_or(QString())},
+                  {"audioURL", item.audioPath.value_or(QString())},
+                  {"bundleURL", item.bundlePath.value_or(QString())},
                   {"smoothed", refined},
                   {"corrections", corrections}};
     if (item.speakerText)
@@ -62,7 +62,7 @@ int list(const QStringList &args)
     // The interface's date form: German, local time, whatever the language.
     for (const HistoryItem &item : history) {
         const QString line = Format::date(item.date) + u'\t'
-                             + item.fileName + u'\t' + item.result.language + u'\t' + item.bundleURL.value_or(QString())
+                             + item.fileName + u'\t' + item.result.language + u'\t' + item.bundlePath.value_or(QString())
                              + u'\n';
         const QByteArray bytes = line.toUtf8();
         std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout);

@@ -18,12 +18,12 @@ std::optional<HistoryItem> storedItem(const AppModel &app, const QString &folder
     // folders are compared as the file system resolves them.
     const QString canonical = QFileInfo(folder).canonicalFilePath();
     for (const HistoryItem &item : app.history()) {
-        if (canonical.isEmpty() || !item.bundleURL || QFileInfo(*item.bundleURL).canonicalFilePath() != canonical)
+        if (canonical.isEmpty() || !item.bundlePath || QFileInfo(*item.bundlePath).canonicalFilePath() != canonical)
             continue;
         // The history lists the item without its segments; a command works on all of it.
         if (!item.segmentsPending)
             return item;
-        if (const std::optional<HistoryItem> whole = Scripted::read(*item.bundleURL))
+        if (const std::optional<HistoryItem> whole = Scripted::read(*item.bundlePath))
             return whole;
         break;
     }

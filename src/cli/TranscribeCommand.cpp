@@ -314,11 +314,11 @@ private:
             return fileDone(Cancelled);
         }
         const HistoryItem &item = *m_app->current();
-        std::printf("%s\n", qPrintable(item.bundleURL.value_or(QString())));
+        std::printf("%s\n", qPrintable(item.bundlePath.value_or(QString())));
         std::fflush(stdout); // one line per bundle as it is done, also into a pipe
-        if (!item.bundleURL)
+        if (!item.bundlePath)
             fail(Tr::tr("Die Transkription konnte nicht gespeichert werden."));
-        fileDone(item.bundleURL ? Ok : Failed);
+        fileDone(item.bundlePath ? Ok : Failed);
     }
 
     const Options m_options;

@@ -11,14 +11,14 @@
 #include <optional>
 
 // One transcription in the history. A value: a change replaces the element. Local files
-// are held as absolute paths; an item without `bundleURL` lives in memory only.
+// are held as absolute paths; an item without `bundlePath` lives in memory only.
 struct HistoryItem {
     QString id; // the bundle folder's path, or a UUID text without a bundle
     QString fileName;
     QDateTime date;
     TranscriptionResult result;
-    std::optional<QString> audioURL;
-    std::optional<QString> bundleURL;
+    std::optional<QString> audioPath;
+    std::optional<QString> bundlePath;
 
     QMap<qint64, QString> refined; // the AI refinement's text by level
     std::optional<qint64> refiningLevel; // the refinement running now

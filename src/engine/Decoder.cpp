@@ -58,7 +58,7 @@ void setFfmpegCandidatesForTesting(std::optional<QStringList> candidates)
     candidatesOverride = std::move(candidates);
 }
 
-std::optional<QString> ffmpegURL()
+std::optional<QString> ffmpegPath()
 {
     for (const QString &path : ffmpegCandidates()) {
         const QFileInfo info(path);
@@ -125,7 +125,7 @@ namespace {
 // The fallback road: the ffmpeg program writes `output` as a 16 kHz mono WAV.
 void convertWithFFmpeg(const QString &input, const QString &output, const CancelTokenPtr &control)
 {
-    const std::optional<QString> ffmpeg = ffmpegURL();
+    const std::optional<QString> ffmpeg = ffmpegPath();
     if (!ffmpeg)
         throw EngineError::convertFailed(Tr::tr(formatMessage));
     removeQuietly(output);

@@ -23,7 +23,7 @@ std::vector<float> decodeTo16kMonoFloats(const QString &input, const CancelToken
 QString extractWav(const QString &from, const CancelTokenPtr &control = {});
 
 // The first executable `ffmpeg` of the fixed search list, looked up anew each time.
-std::optional<QString> ffmpegURL();
+std::optional<QString> ffmpegPath();
 
 // --- Building blocks, public so that tests can reach them. ---
 
@@ -39,7 +39,7 @@ QStringList ffmpegArguments(const QString &input, const QString &output);
 QString temporaryWavPath();
 extern const char *const formatMessage;
 
-// Replaces the search list of ffmpegURL(); nullopt restores it. Tests only.
+// Replaces the search list of ffmpegPath(); nullopt restores it. Tests only.
 void setFfmpegCandidatesForTesting(std::optional<QStringList> candidates);
 
 } // namespace Decoder

@@ -26,10 +26,10 @@ AudioPlayer::~AudioPlayer()
 
 void AudioPlayer::load(const QString &path)
 {
-    if (m_loadedURL == path)
+    if (m_loadedPath == path)
         return;
     teardown();
-    m_loadedURL = path;
+    m_loadedPath = path;
     m_output = std::make_unique<QAudioOutput>();
     m_player = std::make_unique<QMediaPlayer>();
     m_player->setAudioOutput(m_output.get());
@@ -64,7 +64,7 @@ void AudioPlayer::teardown()
     setPlaying(false);
     setCurrentTime(0);
     setDuration(0);
-    m_loadedURL.reset();
+    m_loadedPath.reset();
 }
 
 void AudioPlayer::setAnchor(qint64 ms)

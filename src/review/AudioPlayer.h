@@ -28,7 +28,7 @@ public:
     double duration() const { return m_duration; } // 0 until known
     // The user's intent as last set here, not polled from the media player.
     bool isPlaying() const { return m_isPlaying; }
-    const std::optional<QString> &loadedURL() const { return m_loadedURL; }
+    const std::optional<QString> &loadedPath() const { return m_loadedPath; }
 
     // Loads a file, paused at 0; the same file again changes nothing. The length
     // arrives later; a file that cannot be played leaves it at 0.
@@ -56,7 +56,7 @@ private:
     std::unique_ptr<QMediaPlayer> m_player;
     std::unique_ptr<QAudioOutput> m_output;
     QTimer m_timer;
-    std::optional<QString> m_loadedURL;
+    std::optional<QString> m_loadedPath;
     // The media player reports its position only every 50 ms; between reports the
     // position runs on from the last one by the clock.
     qint64 m_anchorMs = 0;

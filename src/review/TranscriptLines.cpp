@@ -227,10 +227,10 @@ QString metaString(const HistoryItem &item)
     return parts.join(QStringLiteral("  ·  "));
 }
 
-std::optional<QString> audioURL(const HistoryItem &item)
+std::optional<QString> audioPath(const HistoryItem &item)
 {
-    if (item.audioURL && QFileInfo(*item.audioURL).isFile())
-        return item.audioURL;
+    if (item.audioPath && QFileInfo(*item.audioPath).isFile())
+        return item.audioPath;
     return std::nullopt;
 }
 

@@ -81,7 +81,7 @@ QString searchBase(const HistoryItem &item);
 QString metaString(const HistoryItem &item);
 
 // The item's audio file if it exists now.
-std::optional<QString> audioURL(const HistoryItem &item);
+std::optional<QString> audioPath(const HistoryItem &item);
 
 // The file name without extension, with "-sprecher" or "-stufeN" for those views.
 QString exportBase(const HistoryItem &item, qint64 selectedView);

@@ -180,7 +180,7 @@ QString speakerLabeledText(const QList<TranscriptSegment> &whole, const QList<Sp
     return lines.join(u'\n');
 }
 
-std::optional<QString> cliURL()
+std::optional<QString> cliPath()
 {
     // A program named from outside wins, and only it: tests point at their stand-ins so.
     const QString named = qEnvironmentVariable("SAGWERK_DIARIZE_PROGRAM");
@@ -285,7 +285,7 @@ QList<SpeakerSpan> diarize(const QString &wav, const QString &segModel, const QS
                            int numClusters, const CancelTokenPtr &control,
                            const std::function<void(double)> &progress)
 {
-    const std::optional<QString> cli = cliURL();
+    const std::optional<QString> cli = cliPath();
     if (!cli)
         throw DiarizerError::cliNotFound();
 

@@ -34,7 +34,7 @@ QList<TranscriptSegment> splitAtSpeakerChanges(const QList<TranscriptSegment> &s
 // application's binary, else in ../lib/sagwerk/ from there (the installed layout and the
 // build tree), else under the developer's vendor folder in the home folder; only an
 // executable file counts.
-std::optional<QString> cliURL();
+std::optional<QString> cliPath();
 
 // Threads for the program: the performance cores of a hybrid CPU, else the online
 // logical cores, within 2 to 8.

@@ -25,8 +25,8 @@ HistoryItem BundleStore::historyItem(const LoadedBundle &bundle)
     item.id = bundle.id;
     item.fileName = bundle.data.displayName;
     item.date = bundle.data.createdAt;
-    item.audioURL = bundle.url + u'/' + bundle.data.audioFileName;
-    item.bundleURL = bundle.url;
+    item.audioPath = bundle.url + u'/' + bundle.data.audioFileName;
+    item.bundlePath = bundle.url;
     item.speakerText = bundle.data.speakerText;
     item.corrections = bundle.data.corrections.value_or(QList<Correction>());
     item.speakerNames = bundle.data.speakerNames.value_or(QMap<QString, QString>());

@@ -332,7 +332,7 @@ void ResultView::startItem()
     m_textView->refresh({}); // the old text goes at once
     showItem();
     if (wasVisible) {
-        if (const std::optional<QString> audio = TranscriptLines::audioURL(m_item))
+        if (const std::optional<QString> audio = TranscriptLines::audioPath(m_item))
             m_player->load(*audio);
     }
 }
@@ -391,7 +391,7 @@ void ResultView::showItem()
     m_title->setText(m_item.fileName);
     m_title->setToolTip(m_item.fileName);
     m_meta->setText(TranscriptLines::metaString(m_item));
-    m_playerSlot->setVisible(TranscriptLines::audioURL(m_item).has_value());
+    m_playerSlot->setVisible(TranscriptLines::audioPath(m_item).has_value());
     showPicker();
     m_timestamps->setEnabled(!TranscriptLines::viewingLevel(m_selectedView));
     showChips();
@@ -518,7 +518,7 @@ void ResultView::showSpeakerControl()
 {
     const bool busy = m_item.speakerBusy;
     m_speakers->setVisible(!busy);
-    m_speakerCount->setVisible(!busy && m_item.audioURL.has_value());
+    m_speakerCount->setVisible(!busy && m_item.audioPath.has_value());
     const QString notice = busy ? QString() : m_app.speakerJob().notice(m_item.id);
     m_speakerNotice->setText(notice);
     m_speakerNotice->setVisible(!notice.isEmpty());
@@ -529,7 +529,7 @@ void ResultView::showSpeakerControl()
 
     // With audio the voices can always be separated; without, only the AI can do it.
     const bool hasKey = !m_app.activeKey().isEmpty();
-    m_speakers->setEnabled(m_item.audioURL.has_value() || hasKey);
+    m_speakers->setEnabled(m_item.audioPath.has_value() || hasKey);
     m_speakers->setIcon(Icons::icon(QStringLiteral("person.2.wave.2"), palette()));
     m_speakers->setText(m_item.speakerText ? Tr::tr("Neu erkennen") : Tr::tr("Sprecher erkennen"));
     m_speakers->setToolTip(hasKey ? Tr::tr("Trennt Sprecher über die Stimme; KI ergänzt Namen/Rollen.")
@@ -549,7 +549,7 @@ void ResultView::showActions()
 {
     showSpeakerControl();
     showAIControl();
-    m_reTranscribe->setVisible(m_item.audioURL.has_value());
+    m_reTranscribe->setVisible(m_item.audioPath.has_value());
     showCorrectButton();
 
     m_exportMenu->clear();
@@ -567,7 +567,7 @@ void ResultView::showActions()
         subtitles->setEnabled(!m_item.result.segments.isEmpty());
     m_exportMenu->addAction(Icons::themed(QStringLiteral("text-x-script")), Tr::tr("JSON (.json)"), this,
                             &ResultView::exportJson);
-    if (m_item.bundleURL) {
+    if (m_item.bundlePath) {
         m_exportMenu->addSeparator();
         m_exportMenu->addAction(Icons::themed(QStringLiteral("folder")), Tr::tr("Im Finder zeigen"), this,
                                 &ResultView::revealBundle);
@@ -688,7 +688,7 @@ void ResultView::runFind(bool textChanged)
             ++m_match;
     }
     m_findBar->showCount(m_match, m_matches.size());
-    m_findBar->setCanPlay(m_match >= 0 && edit == m_textView && TranscriptLines::audioURL(m_item));
+    m_findBar->setCanPlay(m_match >= 0 && edit == m_textView && TranscriptLines::audioPath(m_item));
     if (m_match >= 0)
         TranscriptTextView::scrollRangeToVisible(*edit, m_matches[m_match].start,
                                                  m_matches[m_match].end - m_matches[m_match].start);
@@ -772,9 +772,9 @@ void ResultView::seekFromText(qint64 ms, bool exact)
 void ResultView::showEvent(QShowEvent *event)
 {
     QWidget::showEvent(event);
-    if (const std::optional<QString> audio = TranscriptLines::audioURL(m_item))
+    if (const std::optional<QString> audio = TranscriptLines::audioPath(m_item))
         m_player->load(*audio);
-    m_playerSlot->setVisible(TranscriptLines::audioURL(m_item).has_value());
+    m_playerSlot->setVisible(TranscriptLines::audioPath(m_item).has_value());
 }
 
 void ResultView::hideEvent(QHideEvent *event)
@@ -907,8 +907,8 @@ void ResultView::renameSpeaker(const QString &shown, const QString &name)
 
 void ResultView::revealBundle()
 {
-    if (m_item.bundleURL)
-        FileManager::reveal(*m_item.bundleURL);
+    if (m_item.bundlePath)
+        FileManager::reveal(*m_item.bundlePath);
 }
 
 void ResultView::openCorrectionSheet(const QString &from)

@@ -199,7 +199,7 @@ void Sidebar::rebuild()
         row->setData(IdRole, item.id);
         row->setData(NameRole, item.fileName);
         row->setData(DateRole, Format::date(item.date));
-        row->setData(HasAudioRole, item.audioURL.has_value());
+        row->setData(HasAudioRole, item.audioPath.has_value());
         row->setToolTip(item.fileName);
     }
     m_syncing = false;

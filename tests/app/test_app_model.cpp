@@ -182,8 +182,8 @@ TEST_F(AppModelTest, AFileBecomesAStoredItemThatSurvivesARestart)
         ASSERT_TRUE(app.current().has_value());
         EXPECT_EQ(app.current()->id, item.id);
         EXPECT_EQ(item.fileName, QStringLiteral("Probe"));
-        ASSERT_TRUE(item.bundleURL.has_value());
-        EXPECT_TRUE(QFile::exists(*item.audioURL));
+        ASSERT_TRUE(item.bundlePath.has_value());
+        EXPECT_TRUE(QFile::exists(*item.audioPath));
         EXPECT_GT(progress.count(), 0);
         EXPECT_EQ(app.transcription().busyProgress(), 0.0);
         EXPECT_TRUE(QFile::exists(audio)) << "the source stays where it was";
@@ -279,8 +279,8 @@ TEST_F(AppModelTest, ItemsWithoutABundleAndTheirChanges)
     waitIdle(app);
     ASSERT_EQ(app.history().size(), 1);
     const HistoryItem memoryOnly = app.history().first();
-    EXPECT_FALSE(memoryOnly.bundleURL.has_value());
-    EXPECT_FALSE(memoryOnly.audioURL.has_value());
+    EXPECT_FALSE(memoryOnly.bundlePath.has_value());
+    EXPECT_FALSE(memoryOnly.audioPath.has_value());
     EXPECT_FALSE(app.errorMessage().has_value());
 
     // Without audio there is nothing to run again.

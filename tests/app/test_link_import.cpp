@@ -105,8 +105,8 @@ TEST_F(LinkImports, AFeedLinkBecomesAStagedJobAndThenATranscript)
     ASSERT_EQ(app.history().size(), 1);
     const HistoryItem &item = app.history().first();
     EXPECT_EQ(item.fileName, QStringLiteral("Folge 7: Gäste"));
-    ASSERT_TRUE(item.audioURL.has_value());
-    EXPECT_TRUE(Media::readFile(*item.audioURL) == audio);
+    ASSERT_TRUE(item.audioPath.has_value());
+    EXPECT_TRUE(Media::readFile(*item.audioPath) == audio);
     EXPECT_EQ(app.current()->id, item.id);
 }
 

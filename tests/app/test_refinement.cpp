@@ -50,7 +50,7 @@ protected:
     static std::optional<HistoryItem> itemOf(const AppModel &app, const QString &bundle)
     {
         for (const HistoryItem &h : app.history()) {
-            if (h.bundleURL == bundle)
+            if (h.bundlePath == bundle)
                 return h;
         }
         return std::nullopt;

@@ -70,7 +70,7 @@ protected:
     static HistoryItem itemOf(const AppModel &app, const QString &bundle)
     {
         for (const HistoryItem &h : app.history()) {
-            if (h.bundleURL == bundle)
+            if (h.bundlePath == bundle)
                 return h;
         }
         ADD_FAILURE() << "no item";

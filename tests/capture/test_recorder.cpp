@@ -95,7 +95,7 @@ TEST(Recorder, RecordsTheInputIntoAnAacFile)
     // A cancelled recording leaves nothing; the one before belongs to the caller.
     recorder.start();
     ASSERT_TRUE(waitFor([&] { return recorder.isRecording(); }, 10'000));
-    const std::optional<QString> second = recorder.fileURL();
+    const std::optional<QString> second = recorder.filePath();
     ASSERT_TRUE(second.has_value());
     EXPECT_NE(second, file);
     EXPECT_EQ(recorder.elapsed(), 0.0);
@@ -111,7 +111,7 @@ TEST(Recorder, RecordsTheInputIntoAnAacFile)
     // A cancel while the stopped file is still being closed: the stop delivers nothing.
     recorder.start();
     ASSERT_TRUE(waitFor([&] { return recorder.elapsed() >= 0.5; }, 10'000));
-    const QString third = recorder.fileURL().value_or(QString());
+    const QString third = recorder.filePath().value_or(QString());
     const QFuture<std::optional<QString>> closing = recorder.stop();
     ASSERT_FALSE(closing.isFinished()) << "the encoder closes the file after stop() has returned";
     recorder.cancel();

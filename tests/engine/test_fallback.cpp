@@ -54,10 +54,10 @@ TEST_F(Fallback, SearchListTakesTheFirstExecutableAndNeverThePath)
     QFile(plain).setPermissions(QFile::ReadOwner | QFile::WriteOwner);
     const QString good = Media::script(QStringLiteral("good-ffmpeg"), QString());
     Decoder::setFfmpegCandidatesForTesting(QStringList{"/nonexistent/ffmpeg", plain, good});
-    EXPECT_EQ(Decoder::ffmpegURL(), good);
+    EXPECT_EQ(Decoder::ffmpegPath(), good);
 
     Decoder::setFfmpegCandidatesForTesting(QStringList{"/nonexistent/ffmpeg", plain});
-    EXPECT_EQ(Decoder::ffmpegURL(), std::nullopt);
+    EXPECT_EQ(Decoder::ffmpegPath(), std::nullopt);
     // Without any ffmpeg a bad file gets the format message, not the first attempt's reason.
     EXPECT_EQ(convertError([] { Decoder::decodeTo16kMonoFloats(Media::videoWithoutAudio()); }),
               prefix + QString::fromUtf8(Decoder::formatMessage));
@@ -65,7 +65,7 @@ TEST_F(Fallback, SearchListTakesTheFirstExecutableAndNeverThePath)
               prefix + QString::fromUtf8(Decoder::formatMessage));
 
     Decoder::setFfmpegCandidatesForTesting(std::nullopt);
-    EXPECT_EQ(Decoder::ffmpegURL(), QStringLiteral("/usr/bin/ffmpeg"));
+    EXPECT_EQ(Decoder::ffmpegPath(), QStringLiteral("/usr/bin/ffmpeg"));
 }
 
 TEST_F(Fallback, ChildGetsExactlyTheFourteenArgumentsAndItsResultIsReadBack)
@@ -136,7 +136,7 @@ TEST_F(Fallback, CancelStopsTheChildBeforeOrWhileItRuns)
     early->cancel();
     QElapsedTimer clock;
     clock.start();
-    EXPECT_EQ(convertError([&] { Decoder::runProcess(*Decoder::ffmpegURL(), {"-i", "x"}, early,
+    EXPECT_EQ(convertError([&] { Decoder::runProcess(*Decoder::ffmpegPath(), {"-i", "x"}, early,
                                                      [](const QString &m) { return EngineError::convertFailed(m); }); }),
               QStringLiteral("Abgebrochen."));
 

@@ -267,7 +267,7 @@ TEST(RealSpeakers, FetchedModelsSeparateTwoVoices)
     EXPECT_EQ(readAll(paths.emb), readAll(modelDir + QStringLiteral("/embedding.onnx")));
 
     // The program in ../lib/sagwerk/, as the build tree and the installed layout have it.
-    ASSERT_EQ(Diarizer::cliURL(),
+    ASSERT_EQ(Diarizer::cliPath(),
               QDir::cleanPath(QCoreApplication::applicationDirPath() + QStringLiteral("/../lib/sagwerk/sherpa-diarize")));
 
     const QList<Turn> turns = truth();

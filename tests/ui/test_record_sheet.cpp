@@ -56,7 +56,7 @@ TEST_F(RecordSheetTest, ARecordingEndsAsATranscript)
     const HistoryItem &item = app.history().first();
     EXPECT_TRUE(QRegularExpression("^Aufnahme \\d\\d\\.\\d\\d\\.\\d{4} \\d\\d:\\d\\d$").match(item.fileName).hasMatch())
         << item.fileName.toStdString();
-    EXPECT_TRUE(item.audioURL.value_or(QString()).endsWith(QStringLiteral(".m4a")));
+    EXPECT_TRUE(item.audioPath.value_or(QString()).endsWith(QStringLiteral(".m4a")));
 }
 
 TEST_F(RecordSheetTest, CancellingThrowsTheRecordingAway)

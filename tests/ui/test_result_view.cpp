@@ -97,7 +97,7 @@ protected:
     HistoryItem withAudio(int segments = 6)
     {
         HistoryItem item = Transcripts::item(Transcripts::result(segments, 8), QStringLiteral("Mühle am Fluss.m4a"));
-        item.audioURL = Media::tone(QStringLiteral("m4a"), 30.0);
+        item.audioPath = Media::tone(QStringLiteral("m4a"), 30.0);
         return item;
     }
 
@@ -220,7 +220,7 @@ TEST_F(ResultViewTest, ExportNamesFollowTheViewAndFilesHoldTheText)
     EXPECT_EQ(menuTexts(), (QStringList{"Textdatei (.txt)", "PDF", "Word (.docx)", "Untertitel (.srt)",
                                         "Untertitel (.vtt)", "JSON (.json)"}));
     item.result.segments.clear();
-    item.bundleURL = temp(QStringLiteral("bundle"));
+    item.bundlePath = temp(QStringLiteral("bundle"));
     app.setCurrent(item);
     EXPECT_EQ(menuTexts(),
               (QStringList{"Textdatei (.txt)", "PDF", "Word (.docx)", "Untertitel (.srt) (aus)",
@@ -232,7 +232,7 @@ TEST_F(ResultViewTest, FindMarksStepsAndPlaysFromAMatchWithTheKeyboard)
 {
     HistoryItem item = withAudio(60);
     // Long enough to hold the second match: a seek past the end plays from the start.
-    item.audioURL = Media::tone(QStringLiteral("m4a"), 200.0);
+    item.audioPath = Media::tone(QStringLiteral("m4a"), 200.0);
     item.result.segments[4].text = QStringLiteral("Frau Müller kommt.");
     item.result.segments[50].text = QStringLiteral("Und MULLER geht.");
     app.setCurrent(item);
@@ -381,7 +381,7 @@ TEST_F(ResultViewTest, RevealsTheBundleThroughTheFileManager)
     const QString folder = temp(QStringLiteral("Aufnahmen/2025-03-14 Mühle"));
     ASSERT_TRUE(QDir().mkpath(folder));
     HistoryItem item = withAudio(2);
-    item.bundleURL = folder + u'/';
+    item.bundlePath = folder + u'/';
     app.setCurrent(item);
     ResultView view(app, nullptr);
     view.revealBundle();

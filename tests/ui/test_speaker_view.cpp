@@ -41,7 +41,7 @@ protected:
         const int segments = 8;
         HistoryItem item =
             Transcripts::item(Transcripts::result(segments, 8), QStringLiteral("Gespräch an der Mühle.m4a"));
-        item.audioURL = Media::tone(QStringLiteral("m4a"), 30.0);
+        item.audioPath = Media::tone(QStringLiteral("m4a"), 30.0);
         QList<SpeakerSpan> spans;
         for (int i = 0; i < segments; ++i) {
             const TranscriptSegment &s = item.result.segments[i];
@@ -96,7 +96,7 @@ TEST_F(SpeakerViewTest, ControlFollowsAudioKeyAndBusyState)
     EXPECT_EQ(count->itemText(1), QStringLiteral("2 Sprecher"));
 
     // Without audio only the AI can divide the text, and that needs a key.
-    item.audioURL.reset();
+    item.audioPath.reset();
     app.setCurrent(item);
     EXPECT_FALSE(control->isEnabled());
     EXPECT_FALSE(count->isVisible()) << "the AI is told no count";
