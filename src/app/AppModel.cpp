@@ -53,7 +53,7 @@ AppModel::AppModel(QObject *parent, ModelStore *store)
     if (!m_modelStore->parent())
         m_modelStore->setParent(this);
 
-    m_selectedModelId = m_settings.value(Settings::selectedModelId, Settings::Default::selectedModelId).toString();
+    m_speechModelId = m_settings.value(Settings::speechModelId, Settings::Default::speechModelId).toString();
     m_language = m_settings.value(Settings::transcribeLanguage, Settings::Default::transcribeLanguage).toString();
 
     // The keys arrive a moment later and announce themselves. A key saved before its
@@ -67,7 +67,7 @@ AppModel::AppModel(QObject *parent, ModelStore *store)
             m_openaiKey = key.value_or(QString());
     });
 
-    m_activeModelId = m_settings.value(Settings::activeModelId, Settings::Default::activeModelId).toString();
+    m_aiModelId = m_settings.value(Settings::aiModelId, Settings::Default::aiModelId).toString();
     m_speakerDetection = m_settings.value(Settings::speakerDetection, false).toBool();
     m_speakerCount = m_settings.value(Settings::speakerCount, 0).toInt();
     m_appLanguage = m_settings.value(Settings::appLanguage, Settings::Default::appLanguage).toString();
@@ -153,19 +153,19 @@ void AppModel::connectJobs()
     });
 }
 
-WhisperModel AppModel::selectedModel() const
+WhisperModel AppModel::speechModel() const
 {
-    return WhisperModel::withId(m_selectedModelId).value_or(WhisperModel::all().at(1));
+    return WhisperModel::withId(m_speechModelId).value_or(WhisperModel::all().at(1));
 }
 
-QString AppModel::activeKey() const
+QString AppModel::aiKey() const
 {
-    return AIModel::by(m_activeModelId).provider == AIProvider::openai ? m_openaiKey.value() : m_anthropicKey.value();
+    return AIModel::by(m_aiModelId).provider == AIProvider::openai ? m_openaiKey.value() : m_anthropicKey.value();
 }
 
-void AppModel::setSelectedModelId(const QString &id)
+void AppModel::setSpeechModelId(const QString &id)
 {
-    store(Settings::selectedModelId, m_selectedModelId, id);
+    store(Settings::speechModelId, m_speechModelId, id);
 }
 
 void AppModel::setLanguage(const QString &code)
@@ -173,9 +173,9 @@ void AppModel::setLanguage(const QString &code)
     store(Settings::transcribeLanguage, m_language, code);
 }
 
-void AppModel::setActiveModelId(const QString &id)
+void AppModel::setAiModelId(const QString &id)
 {
-    store(Settings::activeModelId, m_activeModelId, id);
+    store(Settings::aiModelId, m_aiModelId, id);
 }
 
 void AppModel::setSpeakerDetection(bool on)
@@ -321,10 +321,10 @@ void AppModel::finishOnboarding()
 {
     m_settings.setValue(Settings::onboardingDone, true);
     const QSet<QString> &installed = m_modelStore->installed();
-    if (!installed.contains(m_selectedModelId)) {
+    if (!installed.contains(m_speechModelId)) {
         for (const WhisperModel &model : WhisperModel::all()) {
             if (installed.contains(model.id)) {
-                setSelectedModelId(model.id);
+                setSpeechModelId(model.id);
                 break;
             }
         }
@@ -388,7 +388,7 @@ void AppModel::transcribe(const QString &url, const std::optional<QString> &disp
     if (!overrides.modelPath) {
         const std::optional<WhisperModel> chosen
             = overrides.modelId ? WhisperModel::withId(*overrides.modelId) : std::nullopt;
-        const WhisperModel model = chosen.value_or(selectedModel());
+        const WhisperModel model = chosen.value_or(speechModel());
         if (!m_modelStore->isInstalled(model)) {
             setErrorMessage(notInstalledMessage(model));
             return;
@@ -443,13 +443,13 @@ void AppModel::stageLink(const QString &link)
 QFuture<void> AppModel::refine(const HistoryItem &item, qint64 level, const Refinement::Overrides &overrides)
 {
     // Fixed for this run: later changes of the settings don't reach it.
-    return m_refinement->start(item, level, overrides.apiKey.value_or(activeKey()),
-                               overrides.modelId.value_or(m_activeModelId));
+    return m_refinement->start(item, level, overrides.apiKey.value_or(aiKey()),
+                               overrides.modelId.value_or(m_aiModelId));
 }
 
 void AppModel::startInterview(const std::optional<QString> &language, std::optional<bool> liveSpeakers)
 {
-    m_interview->start(m_modelStore->path(selectedModel()), language.value_or(m_language),
+    m_interview->start(m_modelStore->path(speechModel()), language.value_or(m_language),
                        liveSpeakers.value_or(m_interviewLiveSpeakers));
 }
 
@@ -486,7 +486,7 @@ QFuture<SpeakerJob::Result> AppModel::detectSpeakers(const HistoryItem &item, co
 {
     // Fixed for this run: later changes of the settings don't reach it.
     return m_speakerJob->start(item, overrides.speakerCount.value_or(m_speakerCount),
-                               overrides.apiKey.value_or(activeKey()), overrides.modelId.value_or(m_activeModelId));
+                               overrides.apiKey.value_or(aiKey()), overrides.modelId.value_or(m_aiModelId));
 }
 
 void AppModel::cancelSpeakers()

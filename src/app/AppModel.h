@@ -32,12 +32,12 @@ struct InterviewResult;
 // starts them and puts their outcomes into the history.
 class AppModel : public QObject {
     Q_OBJECT
-    Q_PROPERTY(QString selectedModelId READ selectedModelId WRITE setSelectedModelId NOTIFY selectedModelIdChanged)
+    Q_PROPERTY(QString speechModelId READ speechModelId WRITE setSpeechModelId NOTIFY speechModelIdChanged)
     Q_PROPERTY(QString language READ language WRITE setLanguage NOTIFY languageChanged)
     Q_PROPERTY(bool showOnboarding READ showOnboarding NOTIFY showOnboardingChanged)
     Q_PROPERTY(QString anthropicKey READ anthropicKey NOTIFY anthropicKeyChanged)
     Q_PROPERTY(QString openaiKey READ openaiKey NOTIFY openaiKeyChanged)
-    Q_PROPERTY(QString activeModelId READ activeModelId WRITE setActiveModelId NOTIFY activeModelIdChanged)
+    Q_PROPERTY(QString aiModelId READ aiModelId WRITE setAiModelId NOTIFY aiModelIdChanged)
     Q_PROPERTY(bool showSettings READ showSettings WRITE setShowSettings NOTIFY showSettingsChanged)
     Q_PROPERTY(bool showRecorder READ showRecorder WRITE setShowRecorder NOTIFY showRecorderChanged)
     Q_PROPERTY(bool speakerDetection READ speakerDetection WRITE setSpeakerDetection NOTIFY speakerDetectionChanged)
@@ -65,7 +65,7 @@ public:
     ModelStore *modelStore() const { return m_modelStore; }
 
     // --- State ---
-    QString selectedModelId() const { return m_selectedModelId; }
+    QString speechModelId() const { return m_speechModelId; }
     QString language() const { return m_language; }
     const std::optional<QString> &errorMessage() const { return m_errorMessage.value(); }
     // What a program or library said itself about the error, shown only on request.
@@ -78,7 +78,7 @@ public:
     bool showOnboarding() const { return m_showOnboarding; }
     QString anthropicKey() const { return m_anthropicKey; }
     QString openaiKey() const { return m_openaiKey; }
-    QString activeModelId() const { return m_activeModelId; }
+    QString aiModelId() const { return m_aiModelId; }
     bool showSettings() const { return m_showSettings; }
     bool showRecorder() const { return m_showRecorder; }
     bool speakerDetection() const { return m_speakerDetection; }
@@ -94,15 +94,15 @@ public:
     InterviewJob &interview() const { return *m_interview; }
     RecordingJob &recording() const { return *m_recording; }
 
-    // The catalogue entry of `selectedModelId`, or the second entry when it names none.
-    WhisperModel selectedModel() const;
+    // The catalogue entry of `speechModelId`, or the second entry when it names none.
+    WhisperModel speechModel() const;
     // The key of the active AI model's provider; empty when none is stored for it.
-    QString activeKey() const;
+    QString aiKey() const;
 
     // --- Settings: each is stored at once, the signal only tells a change ---
-    void setSelectedModelId(const QString &id);
+    void setSpeechModelId(const QString &id);
     void setLanguage(const QString &code);
-    void setActiveModelId(const QString &id);
+    void setAiModelId(const QString &id);
     void setSpeakerDetection(bool on);
     void setSpeakerCount(int count);
     void setAppLanguage(const QString &code);
@@ -205,7 +205,7 @@ public:
     static QByteArray transcriptJson(const HistoryItem &item);
 
 signals:
-    void selectedModelIdChanged();
+    void speechModelIdChanged();
     void languageChanged();
     void errorMessageChanged();
     void currentChanged();
@@ -214,7 +214,7 @@ signals:
     void showOnboardingChanged();
     void anthropicKeyChanged();
     void openaiKeyChanged();
-    void activeModelIdChanged();
+    void aiModelIdChanged();
     void showSettingsChanged();
     void showRecorderChanged();
     void speakerDetectionChanged();
@@ -255,7 +255,7 @@ private:
 
     // Every field announces a change through its signal. Items and lists have no cheap
     // equality and are announced on every assignment instead.
-    Q_OBJECT_BINDABLE_PROPERTY(AppModel, QString, m_selectedModelId, &AppModel::selectedModelIdChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(AppModel, QString, m_speechModelId, &AppModel::speechModelIdChanged)
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, QString, m_language, &AppModel::languageChanged)
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, std::optional<QString>, m_errorMessage, &AppModel::errorMessageChanged)
     QString m_errorDetails;
@@ -266,7 +266,7 @@ private:
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, bool, m_showOnboarding, &AppModel::showOnboardingChanged)
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, QString, m_anthropicKey, &AppModel::anthropicKeyChanged)
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, QString, m_openaiKey, &AppModel::openaiKeyChanged)
-    Q_OBJECT_BINDABLE_PROPERTY(AppModel, QString, m_activeModelId, &AppModel::activeModelIdChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(AppModel, QString, m_aiModelId, &AppModel::aiModelIdChanged)
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, bool, m_showSettings, &AppModel::showSettingsChanged)
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, bool, m_showRecorder, &AppModel::showRecorderChanged)
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, bool, m_speakerDetection, &AppModel::speakerDetectionChanged)

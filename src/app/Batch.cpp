@@ -265,7 +265,7 @@ BatchRun::modelAndLanguage(const AppModel &app, const std::optional<QString> &mo
             return EngineError::noModel().errorDescription();
         return std::pair(QFileInfo(*model).absoluteFilePath(), code);
     }
-    const WhisperModel chosen = model ? *WhisperModel::withId(*model) : app.selectedModel();
+    const WhisperModel chosen = model ? *WhisperModel::withId(*model) : app.speechModel();
     if (!app.modelStore()->isInstalled(chosen))
         return AppModel::notInstalledMessage(chosen);
     return std::pair(app.modelStore()->path(chosen), code);
@@ -492,7 +492,7 @@ void BatchRun::nextSpeakers()
     m_speakerError.clear();
     // The settings' AI model names the speakers where its key is at hand.
     const int count = *m_options.speakers > 0 ? *m_options.speakers : m_app.speakerCount();
-    m_speakerJob->start(BundleStore::historyItem(*bundle), count, m_app.activeKey(), m_app.activeModelId())
+    m_speakerJob->start(BundleStore::historyItem(*bundle), count, m_app.aiKey(), m_app.aiModelId())
         .then(this,
               [this, job](const SpeakerJob::Result &) {
                   m_known[job->contentKey].hasSpeakers = true;

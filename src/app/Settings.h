@@ -6,9 +6,9 @@
 // (organisation "Morvane", application "Sagwerk"). API keys are never among them.
 namespace Settings {
 
-inline const QString selectedModelId = QStringLiteral("selectedModelId");
+inline const QString speechModelId = QStringLiteral("selectedModelId");
 inline const QString transcribeLanguage = QStringLiteral("transcribeLanguage");
-inline const QString activeModelId = QStringLiteral("activeModelId");
+inline const QString aiModelId = QStringLiteral("activeModelId");
 inline const QString speakerDetection = QStringLiteral("speakerDetection");
 inline const QString speakerCount = QStringLiteral("speakerCount");
 inline const QString appLanguage = QStringLiteral("appLanguage");
@@ -16,9 +16,9 @@ inline const QString interviewLiveSpeakers = QStringLiteral("interviewLiveSpeake
 inline const QString onboardingDone = QStringLiteral("onboardingDone");
 
 namespace Default {
-inline const QString selectedModelId = QStringLiteral("small-q5_1");
+inline const QString speechModelId = QStringLiteral("small-q5_1");
 inline const QString transcribeLanguage = QStringLiteral("de");
-inline const QString activeModelId = QStringLiteral("claude-opus-5");
+inline const QString aiModelId = QStringLiteral("claude-opus-5");
 inline const QString appLanguage = QStringLiteral("system");
 } // namespace Default
 

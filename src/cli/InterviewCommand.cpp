@@ -85,7 +85,7 @@ std::unique_ptr<QObject> interview(const QStringList &args)
     }
 
     auto app = std::make_unique<AppModel>();
-    const WhisperModel model = app->selectedModel();
+    const WhisperModel model = app->speechModel();
     if (!app->modelStore()->isInstalled(model)) {
         // The same words as the application's.
         std::fprintf(stderr, "Modell %s ist nicht installiert. Bitte in den Einstellungen herunterladen.\n",

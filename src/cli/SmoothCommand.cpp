@@ -26,7 +26,7 @@ public:
 
     void start()
     {
-        const AIModel model = AIModel::by(m_overrides.modelId.value_or(m_app->activeModelId()));
+        const AIModel model = AIModel::by(m_overrides.modelId.value_or(m_app->aiModelId()));
         apiKey(model.provider).then(this, [this](const QString &key) {
             m_overrides.apiKey = key;
             m_app->refine(m_item, m_level, m_overrides).then(this, [this] { report(); });

@@ -38,7 +38,7 @@ public:
 
     void start()
     {
-        apiKey(AIModel::by(m_app->activeModelId()).provider).then(this, [this](const QString &key) {
+        apiKey(AIModel::by(m_app->aiModelId()).provider).then(this, [this](const QString &key) {
             m_overrides.apiKey = key;
             m_app->detectSpeakers(m_item, m_overrides)
                 .then(this,

@@ -13,9 +13,9 @@ AIModelPicker::AIModelPicker(AppModel &app, QWidget *parent) : QComboBox(parent)
     for (const AIModel &model : AIModel::all())
         addItem(QString(), model.id);
     connect(this, &QComboBox::activated, this, [this](int index) {
-        m_app.setActiveModelId(itemData(index).toString());
+        m_app.setAiModelId(itemData(index).toString());
     });
-    connect(&app, &AppModel::activeModelIdChanged, this, &AIModelPicker::refresh);
+    connect(&app, &AppModel::aiModelIdChanged, this, &AIModelPicker::refresh);
     connect(&LanguageManager::instance(), &LanguageManager::languageChanged, this, &AIModelPicker::refresh);
     refresh();
 }
@@ -27,5 +27,5 @@ void AIModelPicker::refresh()
     for (int i = 0; i < models.size(); ++i)
         setItemText(i, Tr::tr(models[i].name.toUtf8().constData()));
     // An id the catalogue lacks shows as the model it stands for, without rewriting it.
-    setCurrentIndex(findData(AIModel::by(m_app.activeModelId()).id));
+    setCurrentIndex(findData(AIModel::by(m_app.aiModelId()).id));
 }

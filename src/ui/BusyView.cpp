@@ -48,7 +48,7 @@ BusyView::BusyView(AppModel &app, QWidget *parent) : QWidget(parent), m_app(app)
         updateScene();
     });
     connect(&app.transcription(), &TranscriptionJob::busyElapsedChanged, this, &BusyView::updateStatus);
-    connect(&app, &AppModel::selectedModelIdChanged, this, &BusyView::updateScene);
+    connect(&app, &AppModel::speechModelIdChanged, this, &BusyView::updateScene);
     connect(&app.transcription(), &TranscriptionJob::gpuDeviceChanged, this, &BusyView::updateScene);
     connect(&app.transcription(), &TranscriptionJob::cpuDeviceChanged, this, &BusyView::updateScene);
     connect(m_monitor, &SystemMonitor::coreUsageChanged, this, &BusyView::updateScene);

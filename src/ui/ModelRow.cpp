@@ -141,7 +141,7 @@ ModelRow::ModelRow(AppModel &app, const WhisperModel &model, QWidget *parent)
 
     for (auto changed : {&ModelStore::installedChanged, &ModelStore::downloadingChanged, &ModelStore::failuresChanged})
         connect(&m_store, changed, this, &ModelRow::refresh);
-    connect(&app, &AppModel::selectedModelIdChanged, this, &ModelRow::refresh);
+    connect(&app, &AppModel::speechModelIdChanged, this, &ModelRow::refresh);
     connect(&LanguageManager::instance(), &LanguageManager::languageChanged, this, [this] {
         retranslate();
         refresh();
@@ -169,14 +169,14 @@ QString ModelRow::firstInstalled(const ModelStore &store)
 void ModelRow::choose()
 {
     if (m_store.installed().contains(m_model.id))
-        m_app.setSelectedModelId(m_model.id);
+        m_app.setSpeechModelId(m_model.id);
 }
 
 void ModelRow::deleteModel()
 {
     m_store.deleteModel(m_model);
-    if (m_app.selectedModelId() == m_model.id)
-        m_app.setSelectedModelId(firstInstalled(m_store));
+    if (m_app.speechModelId() == m_model.id)
+        m_app.setSpeechModelId(firstInstalled(m_store));
 }
 
 void ModelRow::mousePressEvent(QMouseEvent *event)
@@ -234,7 +234,7 @@ void ModelRow::refresh()
                                                ? std::optional(m_store.downloading().value(m_model.id))
                                                : std::nullopt;
 
-    m_radio->setLook(m_app.selectedModelId() == m_model.id, installed);
+    m_radio->setLook(m_app.speechModelId() == m_model.id, installed);
     m_progress->setVisible(progress.has_value());
     m_progress->setValue(qRound(progress.value_or(0) * barSteps));
     m_note->setVisible(!progress);

@@ -251,7 +251,7 @@ ResultView::ResultView(AppModel &app, QWidget *parent) : QWidget(parent), m_app(
 
     connect(&m_app, &AppModel::currentChanged, this, &ResultView::takeCurrent);
     // The menu's state follows the key of the active model.
-    for (auto signal : {&AppModel::anthropicKeyChanged, &AppModel::openaiKeyChanged, &AppModel::activeModelIdChanged}) {
+    for (auto signal : {&AppModel::anthropicKeyChanged, &AppModel::openaiKeyChanged, &AppModel::aiModelIdChanged}) {
         connect(&m_app, signal, this, &ResultView::showAIControl);
         connect(&m_app, signal, this, &ResultView::showSpeakerControl);
     }
@@ -484,7 +484,7 @@ void ResultView::showAIControl()
     if (running)
         m_aiBusyText->setText(Tr::tr("Stufe %1…").arg(*running));
 
-    const bool hasKey = !m_app.activeKey().isEmpty();
+    const bool hasKey = !m_app.aiKey().isEmpty();
     m_ai->setEnabled(hasKey);
     m_ai->setText(Tr::tr("KI-Überarbeitung"));
     m_ai->setIcon(Icons::icon(QStringLiteral("wand.and.stars"), palette()));
@@ -528,7 +528,7 @@ void ResultView::showSpeakerControl()
     m_speakersCancel->setToolTip(Tr::tr("Abbrechen"));
 
     // With audio the voices can always be separated; without, only the AI can do it.
-    const bool hasKey = !m_app.activeKey().isEmpty();
+    const bool hasKey = !m_app.aiKey().isEmpty();
     m_speakers->setEnabled(m_item.audioPath.has_value() || hasKey);
     m_speakers->setIcon(Icons::icon(QStringLiteral("person.2.wave.2"), palette()));
     m_speakers->setText(m_item.speakerText ? Tr::tr("Neu erkennen") : Tr::tr("Sprecher erkennen"));

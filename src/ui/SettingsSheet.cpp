@@ -151,7 +151,7 @@ SettingsSheet::SettingsSheet(AppModel &app, QWidget *parent) : QDialog(parent), 
     outer->addLayout(buttons);
 
     connect(this, &QDialog::finished, &app, [&app] { app.setShowSettings(false); });
-    for (auto changed : {&AppModel::activeModelIdChanged, &AppModel::anthropicKeyChanged,
+    for (auto changed : {&AppModel::aiModelIdChanged, &AppModel::anthropicKeyChanged,
                          &AppModel::openaiKeyChanged, &AppModel::appLanguageChanged,
                          &AppModel::interviewLiveSpeakersChanged})
         connect(&app, changed, this, &SettingsSheet::refresh);
@@ -197,11 +197,11 @@ void SettingsSheet::refresh()
     m_activeHeading->setText(Tr::tr("Aktives Modell"));
     Style::style(m_activeHeading, TextSize::subheadline, Tone::text, QFont::Bold);
 
-    const bool openai = AIModel::by(m_app.activeModelId()).provider == AIProvider::openai;
+    const bool openai = AIModel::by(m_app.aiModelId()).provider == AIProvider::openai;
     m_keyWarning->setText(Tr::tr("Für das aktive Modell ist noch kein %1-Key hinterlegt.")
                               .arg(openai ? QStringLiteral("OpenAI") : QStringLiteral("Anthropic")));
     Style::style(m_keyWarning, TextSize::caption, Tone::orange);
-    m_keyWarning->setVisible(m_app.activeKey().isEmpty());
+    m_keyWarning->setVisible(m_app.aiKey().isEmpty());
 
     m_languageHeading->setText(Tr::tr("App-Sprache"));
     Style::style(m_languageHeading, TextSize::headline);

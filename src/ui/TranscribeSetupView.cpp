@@ -99,11 +99,11 @@ QList<WhisperModel> TranscribeSetupView::installedModels(const ModelStore &store
 
 void TranscribeSetupView::ensureValidModel(AppModel &app)
 {
-    if (app.modelStore()->installed().contains(app.selectedModelId()))
+    if (app.modelStore()->installed().contains(app.speechModelId()))
         return;
     const QList<WhisperModel> models = installedModels(*app.modelStore());
     if (!models.isEmpty())
-        app.setSelectedModelId(models.first().id);
+        app.setSpeechModelId(models.first().id);
 }
 
 TranscribeSetupView::TranscribeSetupView(AppModel &app, const PendingItem &pending, QWidget *parent)
@@ -223,10 +223,10 @@ TranscribeSetupView::TranscribeSetupView(AppModel &app, const PendingItem &pendi
     }
 
     connect(m_model, &QComboBox::activated, this,
-            [this](int index) { m_app.setSelectedModelId(m_model->itemData(index).toString()); });
+            [this](int index) { m_app.setSpeechModelId(m_model->itemData(index).toString()); });
     connect(m_language, &QComboBox::activated, this,
             [this](int index) { m_app.setLanguage(m_language->itemData(index).toString()); });
-    connect(&app, &AppModel::selectedModelIdChanged, this, &TranscribeSetupView::fillModels);
+    connect(&app, &AppModel::speechModelIdChanged, this, &TranscribeSetupView::fillModels);
     connect(&app, &AppModel::languageChanged, this, &TranscribeSetupView::fillLanguages);
     connect(app.modelStore(), &ModelStore::installedChanged, this, [this] {
         fillModels();
@@ -306,7 +306,7 @@ void TranscribeSetupView::fillModels()
     m_model->clear();
     for (const WhisperModel &model : installedModels(*m_app.modelStore()))
         m_model->addItem(Tr::tr("%1 · %2 MB").arg(model.name).arg(model.approxSizeMB), model.id);
-    m_model->setCurrentIndex(m_model->findData(m_app.selectedModelId()));
+    m_model->setCurrentIndex(m_model->findData(m_app.speechModelId()));
 }
 
 void TranscribeSetupView::fillLanguages()

@@ -62,9 +62,9 @@ TEST_F(AppModelTest, StartsFromDefaultsOrFromWhatWasStored)
 {
     {
         AppModel app;
-        EXPECT_EQ(app.selectedModelId(), QStringLiteral("small-q5_1"));
+        EXPECT_EQ(app.speechModelId(), QStringLiteral("small-q5_1"));
         EXPECT_EQ(app.language(), QStringLiteral("de"));
-        EXPECT_EQ(app.activeModelId(), QStringLiteral("claude-opus-5"));
+        EXPECT_EQ(app.aiModelId(), QStringLiteral("claude-opus-5"));
         EXPECT_EQ(app.appLanguage(), QStringLiteral("system"));
         EXPECT_TRUE(app.showOnboarding()) << "no model, no wizard done";
 
@@ -73,7 +73,7 @@ TEST_F(AppModelTest, StartsFromDefaultsOrFromWhatWasStored)
         app.setSpeakerCount(3);
         app.setSpeakerDetection(true);
         app.setInterviewLiveSpeakers(true);
-        app.setSelectedModelId(QStringLiteral("gone-model"));
+        app.setSpeechModelId(QStringLiteral("gone-model"));
         app.saveAnthropicKey(QStringLiteral("  sk-ant-123 \n"));
         EXPECT_EQ(app.anthropicKey(), QStringLiteral("sk-ant-123"));
     }
@@ -92,8 +92,8 @@ TEST_F(AppModelTest, StartsFromDefaultsOrFromWhatWasStored)
     EXPECT_TRUE(QTest::qWaitFor([&] { return keyArrived.count() == 1; }));
     EXPECT_EQ(app.anthropicKey(), QStringLiteral("sk-ant-123"));
     // An unknown stored id stays stored, and the job falls back to the second entry.
-    EXPECT_EQ(app.selectedModelId(), QStringLiteral("gone-model"));
-    EXPECT_EQ(app.selectedModel().id, QStringLiteral("small-q5_1"));
+    EXPECT_EQ(app.speechModelId(), QStringLiteral("gone-model"));
+    EXPECT_EQ(app.speechModel().id, QStringLiteral("small-q5_1"));
     // A machine with a model skips the wizard without marking it done.
     EXPECT_FALSE(app.showOnboarding());
     EXPECT_FALSE(settings.contains(Settings::onboardingDone));
@@ -114,7 +114,7 @@ TEST_F(AppModelTest, StartsFromDefaultsOrFromWhatWasStored)
 
     // Finishing the wizard picks the first installed model when the chosen one is not.
     app.finishOnboarding();
-    EXPECT_EQ(app.selectedModelId(), QStringLiteral("base-q5_1"));
+    EXPECT_EQ(app.speechModelId(), QStringLiteral("base-q5_1"));
     EXPECT_TRUE(settings.value(Settings::onboardingDone).toBool());
 }
 
@@ -166,7 +166,7 @@ TEST_F(AppModelTest, AFileBecomesAStoredItemThatSurvivesARestart)
     const QString audio = Media::tone(QStringLiteral("mp3"));
     {
         AppModel app;
-        app.setSelectedModelId(QStringLiteral("base-q5_1"));
+        app.setSpeechModelId(QStringLiteral("base-q5_1"));
         QSignalSpy progress(&app.transcription(), &TranscriptionJob::busyProgressChanged);
         app.stage(audio, QStringLiteral("Probe"));
         app.startPending();
@@ -209,7 +209,7 @@ TEST_F(AppModelTest, CancelAtEachMomentLeavesNoTrace)
 {
     installBase();
     AppModel app;
-    app.setSelectedModelId(QStringLiteral("base-q5_1"));
+    app.setSpeechModelId(QStringLiteral("base-q5_1"));
     const QString longAudio = Media::tone(QStringLiteral("opus"), 60.0);
 
     auto expectIntake = [&] {
@@ -253,7 +253,7 @@ TEST_F(AppModelTest, CancelAtEachMomentLeavesNoTrace)
     // Quitting mid-job stops the job rather than waiting on the event loop it blocks.
     installBase();
     auto closing = std::make_unique<AppModel>();
-    closing->setSelectedModelId(QStringLiteral("base-q5_1"));
+    closing->setSpeechModelId(QStringLiteral("base-q5_1"));
     closing->transcribe(longAudio);
     clock.restart();
     while (closing->transcription().busyProgress() == 0.0 && clock.elapsed() < 60000)
@@ -274,7 +274,7 @@ TEST_F(AppModelTest, ItemsWithoutABundleAndTheirChanges)
     blocker.close();
 
     AppModel app;
-    app.setSelectedModelId(QStringLiteral("base-q5_1"));
+    app.setSpeechModelId(QStringLiteral("base-q5_1"));
     app.transcribe(Media::tone(QStringLiteral("wav")), QStringLiteral("Nur im Speicher"));
     waitIdle(app);
     ASSERT_EQ(app.history().size(), 1);
@@ -305,7 +305,7 @@ TEST_F(AppModelTest, CorrectionsReachTheBundleAndDeleteRemovesIt)
 {
     installBase();
     AppModel app;
-    app.setSelectedModelId(QStringLiteral("base-q5_1"));
+    app.setSpeechModelId(QStringLiteral("base-q5_1"));
     for (const QString name : {"Erstes", "Zweites"}) {
         app.transcribe(Media::tone(QStringLiteral("wav")), name);
         waitIdle(app);

@@ -63,7 +63,7 @@ TEST_F(LinkImports, AFeedLinkBecomesAStagedJobAndThenATranscript)
     server.answer("/media/episode", {.body = audio, .holdAfter = audio.size() / 2, .contentType = "audio/mpeg"});
 
     AppModel app;
-    app.setSelectedModelId(QStringLiteral("base-q5_1"));
+    app.setSpeechModelId(QStringLiteral("base-q5_1"));
     app.setCurrent(someItem());
     app.setErrorMessage(QStringLiteral("alt"));
     QStringList statuses;
@@ -155,7 +155,7 @@ TEST_F(LinkImports, RefusedAndFailedLinks)
 
     // While a transcription runs, a pasted link does nothing and says nothing.
     Media::installBase();
-    app.setSelectedModelId(QStringLiteral("base-q5_1"));
+    app.setSpeechModelId(QStringLiteral("base-q5_1"));
     app.transcribe(Media::tone(QStringLiteral("opus"), 60.0));
     ASSERT_TRUE(app.transcription().isBusy());
     const int before = busy.count();

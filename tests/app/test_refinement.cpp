@@ -67,7 +67,7 @@ TEST_F(Refinements, ALevelLandsInTheItemAndTheBundle)
 {
     {
         AppModel app;
-        app.setActiveModelId(QStringLiteral("claude-haiku-4-5"));
+        app.setAiModelId(QStringLiteral("claude-haiku-4-5"));
         app.setCurrent(itemOf(app, bundle));
 
         // Without a key nothing goes out, and the settings open.

@@ -171,7 +171,7 @@ TEST_F(SpeakerJobs, AFailedModelDownloadSaysWhyAndRetries)
 TEST_F(SpeakerJobs, TheAINamesTwoSpeakersButNotOne)
 {
     AppModel app;
-    app.setActiveModelId("claude-haiku-4-5");
+    app.setAiModelId("claude-haiku-4-5");
     app.saveAnthropicKey("sk-ant-test");
     server.answer(messages, {.body = anthropicAnswer("Moderatorin: Guten Tag.\nGast: Hallo zurück.")});
 
@@ -213,7 +213,7 @@ TEST_F(SpeakerJobs, CancelAndASecondCallWhileBusy)
     EXPECT_EQ(app.speakerJob().status(), std::nullopt);
 
     // A cancel while the AI puts names on the voices stops the request under way.
-    app.setActiveModelId("claude-haiku-4-5");
+    app.setAiModelId("claude-haiku-4-5");
     app.saveAnthropicKey("sk-ant-test");
     server.answer(messages, {.body = anthropicAnswer("A: Guten Tag.\nB: Hallo zurück."), .holdAfter = 0});
     child("0.0 -- 0.95 speaker_3\n0.95 -- 2.0 speaker_1\n");
@@ -232,7 +232,7 @@ TEST_F(SpeakerJobs, WithoutAudioTheAIAloneDividesTheText)
 {
     QFile::remove(QDir(bundle).entryInfoList({"*.wav"}, QDir::Files).value(0).absoluteFilePath());
     AppModel app;
-    app.setActiveModelId("claude-haiku-4-5");
+    app.setAiModelId("claude-haiku-4-5");
     app.saveAnthropicKey({}); // the keyring outlives a test
     app.detectSpeakers(itemOf(app, bundle));
     EXPECT_EQ(app.errorMessage(),

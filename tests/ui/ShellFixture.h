@@ -32,7 +32,7 @@ protected:
     {
         Media::installBase();
         QSettings(QStringLiteral("Morvane"), QStringLiteral("Sagwerk"))
-            .setValue(Settings::selectedModelId, QStringLiteral("base-q5_1"));
+            .setValue(Settings::speechModelId, QStringLiteral("base-q5_1"));
     }
 
     // A stored transcription with a short tone as its audio.

@@ -110,13 +110,13 @@ private slots:
     {
         AppModel app;
         app.saveAnthropicKey(QStringLiteral("sk-ant-1"));
-        app.setActiveModelId(QStringLiteral("gpt-4o-mini"));
-        QCOMPARE(app.activeKey(), QString()); // an Anthropic key does not serve OpenAI
+        app.setAiModelId(QStringLiteral("gpt-4o-mini"));
+        QCOMPARE(app.aiKey(), QString()); // an Anthropic key does not serve OpenAI
         app.saveOpenAIKey(QStringLiteral("sk-2"));
-        QCOMPARE(app.activeKey(), QStringLiteral("sk-2"));
-        app.setActiveModelId(QStringLiteral("retired-model"));
-        QCOMPARE(app.activeKey(), QStringLiteral("sk-ant-1"));
-        QCOMPARE(app.activeModelId(), QStringLiteral("retired-model"));
+        QCOMPARE(app.aiKey(), QStringLiteral("sk-2"));
+        app.setAiModelId(QStringLiteral("retired-model"));
+        QCOMPARE(app.aiKey(), QStringLiteral("sk-ant-1"));
+        QCOMPARE(app.aiModelId(), QStringLiteral("retired-model"));
     }
 
     void modelRowsFollowTheStore()
@@ -142,7 +142,7 @@ private slots:
         QVERIFY(shows(smallRow, QStringLiteral("trash")) && !shows(smallRow, QStringLiteral("load")));
         QVERIFY(!shows(smallRow, QStringLiteral("failureLine")));
         clickRow(baseRow);
-        QCOMPARE(app.selectedModelId(), small.id);
+        QCOMPARE(app.speechModelId(), small.id);
 
         // Downloading: the bar replaces note and action until the file is in place.
         click(baseRow, QStringLiteral("load"));
@@ -155,7 +155,7 @@ private slots:
         QVERIFY(waitFor([&] { return store.downloading().isEmpty(); }));
         QVERIFY(baseRow->state() == ModelRow::State::installed);
         clickRow(baseRow);
-        QCOMPARE(app.selectedModelId(), base.id);
+        QCOMPARE(app.speechModelId(), base.id);
 
         // A failed download (no file on the server) says why in the row, with a retry in
         // place of "Laden".
@@ -177,18 +177,18 @@ private slots:
         // Deleting the chosen model hands the choice on; with none left it falls back to Small.
         click(baseRow, QStringLiteral("trash"));
         QVERIFY(!QFile::exists(modelsDir() + u'/' + base.fileName));
-        QCOMPARE(app.selectedModelId(), small.id);
+        QCOMPARE(app.speechModelId(), small.id);
         ModelRow *mediumRow = rowOf(&list, medium);
         store.download(medium);
         QVERIFY(mediumRow->state() == ModelRow::State::downloading);
         clickRow(mediumRow);
-        QCOMPARE(app.selectedModelId(), medium.id);
+        QCOMPARE(app.speechModelId(), medium.id);
         QVERIFY(waitFor([&] { return store.downloading().isEmpty(); }));
         QVERIFY(mediumRow->state() == ModelRow::State::installed);
         smallRow->deleteModel();
-        QCOMPARE(app.selectedModelId(), medium.id);
+        QCOMPARE(app.speechModelId(), medium.id);
         mediumRow->deleteModel();
-        QCOMPARE(app.selectedModelId(), QStringLiteral("small-q5_1"));
+        QCOMPARE(app.speechModelId(), QStringLiteral("small-q5_1"));
     }
 
     void settingsImportAModelAndSayWhyNot()
@@ -256,7 +256,7 @@ private slots:
         QVERIFY(!shows(sheet.get(), QStringLiteral("keyWarning")));
         picker->setCurrentIndex(3);
         emit picker->activated(3);
-        QCOMPARE(app.activeModelId(), QStringLiteral("gpt-4o"));
+        QCOMPARE(app.aiModelId(), QStringLiteral("gpt-4o"));
         QVERIFY(shows(sheet.get(), QStringLiteral("keyWarning")));
 
         child<QCheckBox>(sheet.get(), QStringLiteral("liveSpeakers"))->click();

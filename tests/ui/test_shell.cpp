@@ -149,15 +149,15 @@ TEST_F(ShellTest, ToolbarAndSetupFollowTheirEnabledRules)
 
     // A model arrives while the setup shows; a stale stored choice is corrected to it.
     installBase();
-    app.setSelectedModelId(QStringLiteral("small-q5_1"));
+    app.setSpeechModelId(QStringLiteral("small-q5_1"));
     app.modelStore()->refresh();
     EXPECT_TRUE(setup->startButton()->isEnabled());
     ASSERT_EQ(setup->modelPicker()->count(), 1);
     TranscribeSetupView::ensureValidModel(app);
-    EXPECT_EQ(app.selectedModelId(), QStringLiteral("base-q5_1"));
-    app.setSelectedModelId(QStringLiteral("gone"));
+    EXPECT_EQ(app.speechModelId(), QStringLiteral("base-q5_1"));
+    app.setSpeechModelId(QStringLiteral("gone"));
     app.stage(QStringLiteral("/x/Gespräch.m4a"));
-    EXPECT_EQ(app.selectedModelId(), QStringLiteral("base-q5_1")) << "the setup corrects it when it appears";
+    EXPECT_EQ(app.speechModelId(), QStringLiteral("base-q5_1")) << "the setup corrects it when it appears";
     setup = setupOf(view);
 
     // The count shows only with detection on, and keeps its value.

@@ -75,10 +75,10 @@ int main(int argc, char **argv)
     const QByteArray body(qint64(models[2].approxSizeMB) * 900'000, 'x');
     server.answer(QLatin1Char('/') + models[2].fileName, {.body = body, .holdAfter = body.size() * 2 / 5});
     AppModel model(nullptr, new ModelStore(server.base()));
-    model.setSelectedModelId(models[1].id);
+    model.setSpeechModelId(models[1].id);
     model.saveAnthropicKey(QStringLiteral("sk-ant-screenshot"));
     model.saveOpenAIKey(QString());
-    model.setActiveModelId(QStringLiteral("gpt-4o"));
+    model.setAiModelId(QStringLiteral("gpt-4o"));
     model.modelStore()->download(models[2]);
     // The server has no such file: an error page.
     model.modelStore()->download(models[3]);

@@ -147,7 +147,7 @@ int main(int argc, char **argv)
     BundleStore::create(QStringLiteral("Sprachnotiz.wav"), now.addSecs(-3600), audio,
                         sampleResult(QStringLiteral("Milch, Brot und Äpfel nicht vergessen.")));
     startFresh(language);
-    QSettings(QStringLiteral("Morvane"), QStringLiteral("Sagwerk")).setValue(Settings::selectedModelId,
+    QSettings(QStringLiteral("Morvane"), QStringLiteral("Sagwerk")).setValue(Settings::speechModelId,
                                                                             QStringLiteral("base-q5_1"));
     {
         SagwerkApp sagwerk;
