@@ -1,12 +1,12 @@
 #include "app/InterviewCompletion.h"
 
+#include "app/HistoryEntry.h"
 #include "app/InterviewJob.h"
-
-#include <QFile>
-#include "export/Format.h"
 #include "app/PatchQueue.h"
+#include "export/Format.h"
 #include "storage/BundleStore.h"
 
+#include <QFile>
 #include <QtConcurrent/QtConcurrentRun>
 
 QFuture<std::optional<HistoryItem>> InterviewCompletion::store(const InterviewResult &interview)
@@ -17,25 +17,21 @@ QFuture<std::optional<HistoryItem>> InterviewCompletion::store(const InterviewRe
     }
     const QDateTime createdAt = QDateTime::currentDateTime();
     const QString name = QStringLiteral("Interview ") + Format::date(createdAt);
-    return QtConcurrent::run([=]() -> std::optional<LoadedBundle> {
-               try {
-                   const LoadedBundle bundle = BundleStore::create(name, createdAt, interview.audio, interview.result);
+    return QtConcurrent::run([=] {
+               HistoryEntry::Made made = HistoryEntry::create(name, createdAt, interview.audio, interview.result);
+               // The bundle has its copy; without one the recording stays where it is.
+               if (made.stored)
                    QFile::remove(interview.audio);
-                   return bundle;
-               } catch (...) {
-                   return std::nullopt;
-               }
+               return made;
            })
-        .then([interview](const std::optional<LoadedBundle> &bundle) -> QFuture<std::optional<HistoryItem>> {
-            if (!bundle)
-                return QtFuture::makeReadyValueFuture(std::optional<HistoryItem>());
-            HistoryItem item = BundleStore::historyItem(*bundle);
-            if (!interview.speakerText)
+        .then([interview](HistoryEntry::Made made) -> QFuture<std::optional<HistoryItem>> {
+            HistoryItem item = std::move(made.item);
+            item.speakerText = interview.speakerText;
+            if (!interview.speakerText || !made.stored)
                 return QtFuture::makeReadyValueFuture(std::optional<HistoryItem>(item));
             // A patch like any other; where it fails, the text lives in memory only.
-            item.speakerText = interview.speakerText;
-            return PatchQueue::add([url = bundle->url, text = *interview.speakerText] {
-                       BundleStore::saveSpeakerText(url, text);
+            return PatchQueue::add([path = *item.bundlePath, text = *interview.speakerText] {
+                       BundleStore::saveSpeakerText(path, text);
                    }).then([item] { return std::optional<HistoryItem>(item); });
         })
         .unwrap();

@@ -12,6 +12,7 @@ struct InterviewResult;
 // recording, is written on the task pool.
 namespace InterviewCompletion {
 // Nothing is stored for an interview without segments. Where the bundle cannot be made,
-// nothing comes back and the recording stays in the temporary folder.
+// the item lives in memory only (as any job's) and the recording stays in the temporary
+// folder.
 QFuture<std::optional<HistoryItem>> store(const InterviewResult &interview);
 } // namespace InterviewCompletion

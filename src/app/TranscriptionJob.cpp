@@ -1,18 +1,17 @@
 #include "app/TranscriptionJob.h"
 
+#include "app/HistoryEntry.h"
+
 #include "core/UserError.h"
 #include "engine/EngineError.h"
 #include "engine/VadModel.h"
 #include "engine/WhisperEngine.h"
-#include "storage/BundleStore.h"
 
 #include <QPointer>
 #include <QtConcurrent/QtConcurrentRun>
 
 struct TranscriptionJob::Outcome {
-    std::optional<TranscriptionResult> result;
-    // Absent when the bundle could not be made; the item then lives in memory only.
-    std::optional<LoadedBundle> bundle;
+    std::optional<HistoryItem> item;
     QString error;
     bool cancelled = false;
     // What a program said itself, shown behind the error's details.
@@ -70,7 +69,7 @@ void TranscriptionJob::start(const QString &path, const QString &displayName, co
         if (control->isCancelled()) {
             Outcome cancelled;
             cancelled.cancelled = true;
-            finish(cancelled, displayName, createdAt);
+            finish(cancelled);
             return;
         }
         run(path, displayName, createdAt, modelPath, language, control, progress);
@@ -96,8 +95,9 @@ void TranscriptionJob::run(const QString &path, const QString &displayName, cons
                 self->m_cpuDevice = cpu;
             },
             Qt::QueuedConnection);
+        TranscriptionResult result;
         try {
-            outcome.result = WhisperEngine::transcribeFile(path, modelPath, language, control, progress);
+            result = WhisperEngine::transcribeFile(path, modelPath, language, control, progress);
         } catch (const UserError &e) {
             outcome.error = e.errorDescription();
             outcome.details = e.details();
@@ -108,36 +108,22 @@ void TranscriptionJob::run(const QString &path, const QString &displayName, cons
             return outcome;
         }
         // Past recognition a cancel is no longer heard: the job finishes with its bundle.
-        try {
-            outcome.bundle = BundleStore::create(displayName, createdAt, path, *outcome.result);
-        } catch (...) {
-            // Dropped without a word: the transcript is kept in memory.
-        }
+        outcome.item = HistoryEntry::create(displayName, createdAt, path, result).item;
         return outcome;
     });
     m_task = QFuture<void>(task);
-    task.then(this, [this, displayName, createdAt](const Outcome &outcome) { finish(outcome, displayName, createdAt); });
+    task.then(this, [this](const Outcome &outcome) { finish(outcome); });
 }
 
-void TranscriptionJob::finish(const Outcome &outcome, const QString &displayName, const QDateTime &createdAt)
+void TranscriptionJob::finish(const Outcome &outcome)
 {
-    if (!outcome.result) {
+    if (!outcome.item) {
         if (!outcome.cancelled)
             emit failed(outcome.error, outcome.details);
         finishBusy();
         return;
     }
-    HistoryItem item;
-    if (outcome.bundle) {
-        item = BundleStore::historyItem(*outcome.bundle);
-    } else {
-        // Gone at the next start.
-        item.id = uuidText(QUuid::createUuid());
-        item.fileName = displayName;
-        item.date = createdAt;
-        item.result = *outcome.result;
-    }
-    emit finished(item);
+    emit finished(*outcome.item);
     finishBusy();
 }
 

@@ -66,7 +66,7 @@ private:
 
     void run(const QString &path, const QString &displayName, const QDateTime &createdAt, const QString &modelPath,
              const QString &language, const CancelTokenPtr &control, const std::function<void(double)> &progress);
-    void finish(const Outcome &outcome, const QString &displayName, const QDateTime &createdAt);
+    void finish(const Outcome &outcome);
     void finishBusy();
 
     // The shown time counts ticks and reads no clock.

@@ -9,6 +9,7 @@
 #include "Media.h"
 
 #include "app/AppModel.h"
+#include "app/HistoryEntry.h"
 #include "app/ModelStore.h"
 #include "core/WhisperModel.h"
 #include "storage/BundleStore.h"
@@ -104,6 +105,14 @@ TEST_F(FullDisk, CreateAndPatchesLoseNothing)
     EXPECT_EQ(entries(old.url), (QStringList{"audio.wav", "sagwerk.json"}));
     ASSERT_EQ(BundleStore::list().size(), 1);
     EXPECT_EQ(BundleStore::list().first().data.corrections->size(), 1);
+
+    // A finished job's transcript stays on show, from memory, and nothing is listed for it.
+    const HistoryEntry::Made made
+        = HistoryEntry::create("Neu", QDateTime::currentDateTimeUtc(), Media::tone("wav", 0.2), sampleResult());
+    EXPECT_FALSE(made.stored);
+    EXPECT_FALSE(made.item.bundlePath);
+    EXPECT_EQ(made.item.result.fullText, "eins zwei drei");
+    EXPECT_EQ(BundleStore::list().size(), 1);
 }
 
 TEST_F(FullDisk, ModelDownloadKeepsTheOldModel)
