@@ -1,6 +1,7 @@
 #include "app/Batch.h"
 
 #include "app/AppModel.h"
+#include "app/LinkImport.h"
 #include "app/MediaTypes.h"
 #include "app/SpeakerJob.h"
 #include "core/Tr.h"
@@ -10,8 +11,6 @@
 #include "app/ModelStore.h"
 #include "engine/VadModel.h"
 #include "engine/WhisperEngine.h"
-#include "links/MediaDownloader.h"
-#include "links/LinkResolver.h"
 #include "storage/BundleStore.h"
 
 #include <QCryptographicHash>
@@ -224,7 +223,8 @@ struct BatchRun::Job {
     QElapsedTimer clock;
     CancelTokenPtr control = std::make_shared<CancelToken>();
     std::shared_ptr<std::atomic<double>> fraction = std::make_shared<std::atomic<double>>(0.0);
-    std::unique_ptr<MediaDownloader> downloader;
+    // A link on its way to a file.
+    std::unique_ptr<LinkImport> link;
     // A downloaded link, this run's own until it is copied into a bundle.
     std::optional<QString> downloaded;
     QString displayName;
@@ -247,7 +247,7 @@ BatchRun::~BatchRun()
     m_cancelled = true;
     for (const std::shared_ptr<Job> &job : std::as_const(m_running)) {
         job->control->cancel();
-        job->downloader.reset();
+        job->link.reset();
         if (job->downloaded)
             QFile::remove(*job->downloaded);
     }
@@ -295,13 +295,13 @@ void BatchRun::cancel()
     QList<std::shared_ptr<Job>> downloading;
     for (const std::shared_ptr<Job> &job : std::as_const(m_running)) {
         job->control->cancel();
-        if (job->downloader)
+        if (job->link)
             downloading.append(job);
     }
-    // Deleting a downloader ends its transfer and removes what was written; its future
-    // then reports nothing, so the job ends here.
+    // A cancelled import ends without a word and removes what was written, so the job
+    // ends here.
     for (const std::shared_ptr<Job> &job : downloading) {
-        job->downloader.reset();
+        job->link.reset();
         complete(job, Outcome::Failed, EngineError::cancelled().errorDescription());
     }
     if (m_speakerJob)
@@ -346,37 +346,23 @@ void BatchRun::begin(std::shared_ptr<Job> job)
 
 void BatchRun::download(std::shared_ptr<Job> job)
 {
-    LinkResolver::resolve(job->source.location, LinkResolver::defaultLookupBase, job->control)
-        .then(this, [this, job](QFuture<ResolvedMedia> resolved) {
-            ResolvedMedia media;
-            try {
-                media = resolved.result();
-            } catch (const UserError &e) {
-                return complete(job, Outcome::Failed, e.errorDescription());
-            } catch (...) {
-                return complete(job, Outcome::Failed, EngineError::cancelled().errorDescription());
-            }
-            if (job->control->isCancelled())
-                return complete(job, Outcome::Failed, EngineError::cancelled().errorDescription());
-            job->displayName = media.title;
-            job->downloader = std::make_unique<MediaDownloader>([job](double f) { *job->fraction = f; });
-            job->downloader->download(media.url).then(this, [this, job](QFuture<QString> done) {
-                // Cancelled by cancel(), which deleted the downloader and ended the job.
-                if (!job->downloader)
-                    return;
-                // Its work is done; it may still be on the stack that reported.
-                job->downloader.release()->deleteLater();
-                try {
-                    job->downloaded = done.result();
-                } catch (const UserError &e) {
-                    return complete(job, Outcome::Failed, e.errorDescription());
-                } catch (...) {
-                    return complete(job, Outcome::Failed, EngineError::cancelled().errorDescription());
-                }
-                *job->fraction = 0;
-                identify(job, *job->downloaded);
-            });
-        });
+    // Resolved and downloaded as a pasted link is.
+    job->link = std::make_unique<LinkImport>();
+    LinkImport *link = job->link.get();
+    connect(link, &LinkImport::progressChanged, this, [job, link] { *job->fraction = link->progress(); });
+    connect(link, &LinkImport::failed, this, [this, job](const QString &message) {
+        // Its work is done; it is still on the stack that reported.
+        job->link.release()->deleteLater();
+        complete(job, Outcome::Failed, message);
+    });
+    connect(link, &LinkImport::downloaded, this, [this, job](const QString &file, const QString &title) {
+        job->link.release()->deleteLater();
+        job->downloaded = file;
+        job->displayName = title;
+        *job->fraction = 0;
+        identify(job, file);
+    });
+    link->start(job->source.location);
 }
 
 void BatchRun::identify(std::shared_ptr<Job> job, const QString &file)

@@ -19,7 +19,6 @@
 #include <variant>
 
 class AppModel;
-class MediaDownloader;
 class SpeakerJob;
 
 // Many sources into the history, resumably and in shares: what `sagwerk-cli batch` runs.
