@@ -2,7 +2,7 @@
 #include "core/Tr.h"
 
 #include "app/AppModel.h"
-#include "engine/ModelStore.h"
+#include "app/ModelStore.h"
 #include "ui/Icons.h"
 #include "ui/Style.h"
 #include "ui/Windows.h"

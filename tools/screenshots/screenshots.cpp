@@ -8,9 +8,9 @@
 
 #include "app/AppModel.h"
 #include "app/Settings.h"
+#include "app/ModelStore.h"
 #include "engine/Engine.h"
 #include "engine/EngineError.h"
-#include "engine/ModelStore.h"
 #include "storage/BundleStore.h"
 #include "ui/BusyView.h"
 #include "ui/ContentView.h"
@@ -185,13 +185,13 @@ int main(int argc, char **argv)
         model.startPending();
         QElapsedTimer clock;
         clock.start();
-        while (model.isBusy() && model.busyProgress() < 0.3 && clock.elapsed() < 12000)
+        while (model.transcription().isBusy() && model.transcription().busyProgress() < 0.3 && clock.elapsed() < 12000)
             QTest::qWait(50);
         QTest::qWait(600);
         save(window, QStringLiteral("13-busy"));
         atMinimum(window, QStringLiteral("14-busy-min"));
         model.cancelTranscription();
-        while (model.isBusy() && clock.elapsed() < 90000)
+        while (model.transcription().isBusy() && clock.elapsed() < 90000)
             QTest::qWait(50);
     }
 
