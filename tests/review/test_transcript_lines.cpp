@@ -196,7 +196,7 @@ TEST(TranscriptLines, GivenNamesAndCorrectionsReachEveryViewSubtitleAndTheJson)
     EXPECT_EQ(cut[1].startMs, 1200);
     EXPECT_EQ(cut[1].speaker, QStringLiteral("Sprecher 2"));
     EXPECT_EQ(cut[2].speaker, QStringLiteral("Sprecher 2"));
-    const QJsonObject split = QJsonDocument::fromJson(TranscriptJson::encode(transcriptDocument(item))).object();
+    const QJsonObject split = QJsonDocument::fromJson(TranscriptJson::encode(jsonDocument(item))).object();
     EXPECT_EQ(JsonSchema::violations(schema, split), QStringList());
     EXPECT_EQ(split["segments"][0]["speaker"], QStringLiteral("Diane Miller"));
     EXPECT_EQ(split["segments"][0]["words"][1]["speaker"], QStringLiteral("Diane Miller"));

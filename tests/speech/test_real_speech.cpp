@@ -336,7 +336,7 @@ TEST(RealSpeech, ConversationWordsUnderTheirSpeakers)
         segments << segment;
     }
     const QList<SpeakerSpan> spans = Diarizer::diarize(wav, speakerModels + QStringLiteral("/segmentation.onnx"),
-                                                       speakerModels + QStringLiteral("/embedding.onnx"), 0.9, 0);
+                                                       speakerModels + QStringLiteral("/embedding.onnx"), Diarizer::defaultThreshold, 0);
     const QString labelled = Diarizer::speakerLabeledText(segments, spans);
     int aligned = 0;
     const double right = rightSpeakers(labelled, QDir(conversation).filePath(QStringLiteral("sample.stm")), aligned);
