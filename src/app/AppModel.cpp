@@ -15,6 +15,7 @@
 #include "app/Settings.h"
 #include "app/SpeakerJob.h"
 #include "app/TranscriptionJob.h"
+#include "app/TranscriptionQueue.h"
 #include "core/Tr.h"
 #include "engine/ModelStore.h"
 #include "export/TextForms.h"
@@ -42,6 +43,7 @@ AppModel::AppModel(QObject *parent, ModelStore *store)
     , m_transcription(std::make_unique<TranscriptionJob>(*this))
     , m_linkImport(std::make_unique<LinkImport>(*this))
     , m_speakerJob(std::make_unique<SpeakerJob>(*this))
+    , m_queue(std::make_unique<TranscriptionQueue>(*this))
 {
     // The order matters: the first window must see a complete state.
     m_modelStore = store ? store : new ModelStore(this);
@@ -333,8 +335,7 @@ void AppModel::openPanel()
     if (!m_filePanel)
         return;
     // A cancelled chooser is no failure: nothing happens.
-    if (const std::optional<QString> path = m_filePanel())
-        stage(*path);
+    m_queue->open(m_filePanel());
 }
 
 void AppModel::stageLink(const QString &link)

@@ -11,6 +11,7 @@
 #include <QProperty>
 #include <QSet>
 #include <QSettings>
+#include <QStringList>
 
 #include <functional>
 #include <memory>
@@ -18,6 +19,7 @@
 
 class ModelStore;
 class TranscriptionJob;
+class TranscriptionQueue;
 class LinkImport;
 class SpeakerJob;
 struct InterviewResult;
@@ -67,6 +69,8 @@ public:
     ~AppModel() override;
 
     ModelStore *modelStore() const { return m_modelStore; }
+    // Several files opened or dropped at once, each in a row of its own.
+    TranscriptionQueue *queue() const { return m_queue.get(); }
 
     // --- State ---
     QString selectedModelId() const { return m_selectedModelId; }
@@ -167,11 +171,19 @@ public:
     // What a job says when its catalogue model is not installed.
     static QString notInstalledMessage(const WhisperModel &model);
 
-    // The file chooser: one audio or video file, or nothing when the user cancels. The
-    // desktop application installs a dialog; without one, openPanel does nothing.
-    using FilePanel = std::function<std::optional<QString>()>;
+    // The file chooser: audio or video files, none when the user cancels. The desktop
+    // application installs a dialog; without one, openPanel does nothing.
+    using FilePanel = std::function<QStringList()>;
     void setFilePanel(FilePanel panel) { m_filePanel = std::move(panel); }
-    // Asks the chooser for a file and stages it under its own name.
+    // A chooser of one file.
+    void setFilePanel(std::function<std::optional<QString>()> panel)
+    {
+        m_filePanel = [panel = std::move(panel)] {
+            const std::optional<QString> path = panel();
+            return path ? QStringList{*path} : QStringList{};
+        };
+    }
+    // Asks the chooser for files: one is staged under its own name, several queue.
     void openPanel();
     // Resolves a pasted podcast or audio link, downloads the media file with progress in
     // linkStatus and linkProgress, and stages it under the episode's title. Returns at
@@ -248,6 +260,7 @@ private:
     friend class Refinement;
     friend class SpeakerJob;
     friend class InterviewCompletion;
+    friend class TranscriptionQueue;
 
     void stageKind(PendingItem::Kind kind);
     // Applies `change` to the item of `id` in the history and in `current`, keeping both
@@ -311,4 +324,5 @@ private:
     std::unique_ptr<TranscriptionJob> m_transcription;
     std::unique_ptr<LinkImport> m_linkImport;
     std::unique_ptr<SpeakerJob> m_speakerJob;
+    std::unique_ptr<TranscriptionQueue> m_queue;
 };
