@@ -27,13 +27,6 @@ namespace {
 
 using State = TranscriptionQueue::State;
 
-const TranscriptionQueue::Row *findRow(const AppModel &app, int id)
-{
-    const QList<TranscriptionQueue::Row> &rows = app.queue()->rows();
-    const auto it = std::find_if(rows.cbegin(), rows.cend(), [id](const auto &r) { return r.id == id; });
-    return it == rows.cend() ? nullptr : &*it;
-}
-
 QString stateText(const TranscriptionQueue::Row &row)
 {
     switch (row.state) {
@@ -48,7 +41,8 @@ QString stateText(const TranscriptionQueue::Row &row)
 
 } // namespace
 
-QueueRow::QueueRow(AppModel &app, int id, QWidget *parent) : QWidget(parent), m_app(app), m_id(id)
+QueueRow::QueueRow(AppModel &app, const TranscriptionQueue::Row &row, QWidget *parent)
+    : QWidget(parent), m_app(app), m_row(row)
 {
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 10, 0, 10);
@@ -83,11 +77,8 @@ QueueRow::QueueRow(AppModel &app, int id, QWidget *parent) : QWidget(parent), m_
 
     m_open = new QPushButton(this);
     connect(m_open, &QPushButton::clicked, this, [this] {
-        const TranscriptionQueue::Row *row = findRow(m_app, m_id);
-        if (!row)
-            return;
         for (const HistoryItem &item : m_app.history()) {
-            if (item.bundleURL == row->bundle)
+            if (item.bundleURL == m_row.bundle)
                 return m_app.setCurrent(item);
         }
     });
@@ -96,17 +87,23 @@ QueueRow::QueueRow(AppModel &app, int id, QWidget *parent) : QWidget(parent), m_
     m_cancel->setAutoRaise(true);
     m_cancel->setIconSize(QSize(18, 18));
     m_cancel->setFocusPolicy(Qt::StrongFocus);
-    connect(m_cancel, &QToolButton::clicked, this, [this] { m_app.queue()->cancel(m_id); });
+    connect(m_cancel, &QToolButton::clicked, this, [this] { m_app.queue()->cancel(m_row.id); });
     layout->addWidget(m_cancel, 0, Qt::AlignVCenter);
 
-    refresh();
+    draw();
 }
 
-void QueueRow::refresh()
+void QueueRow::setRow(const TranscriptionQueue::Row &row)
 {
-    const TranscriptionQueue::Row *row = findRow(m_app, m_id);
-    if (!row)
+    if (row == m_row)
         return;
+    m_row = row;
+    draw();
+}
+
+void QueueRow::draw()
+{
+    const TranscriptionQueue::Row *row = &m_row;
     const QPalette &pal = QApplication::palette();
     const bool live = row->state == State::Waiting || row->state == State::Running;
     m_name->setText(row->name);
@@ -145,7 +142,7 @@ void QueueRow::refresh()
 void QueueRow::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::LanguageChange || event->type() == QEvent::ApplicationPaletteChange)
-        refresh();
+        draw();
     QWidget::changeEvent(event);
 }
 
@@ -262,14 +259,14 @@ void QueueView::refresh()
     for (const TranscriptionQueue::Row &row : queue->rows()) {
         QueueRow *widget = m_rows.value(row.id);
         if (!widget) {
-            widget = new QueueRow(m_app, row.id, m_card);
+            widget = new QueueRow(m_app, row, m_card);
             m_rows.insert(row.id, widget);
         }
         if (m_rowsLayout->indexOf(widget) != index) {
             m_rowsLayout->removeWidget(widget);
             m_rowsLayout->insertWidget(index, widget);
         }
-        widget->refresh();
+        widget->setRow(row);
         ++index;
     }
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/TranscriptionQueue.h"
+
 #include <QHash>
 #include <QWidget>
 
@@ -56,12 +58,12 @@ class QueueRow : public QWidget {
     Q_OBJECT
 
 public:
-    QueueRow(AppModel &app, int id, QWidget *parent);
+    QueueRow(AppModel &app, const TranscriptionQueue::Row &row, QWidget *parent);
 
-    // Shows the queue's row of this id as it is now.
-    void refresh();
+    // Shows the row as it is now; nothing to do when it has not changed.
+    void setRow(const TranscriptionQueue::Row &row);
 
-    int id() const { return m_id; }
+    int id() const { return m_row.id; }
     QLabel *nameLabel() const { return m_name; }
     QLabel *stateLabel() const { return m_state; }
     QLabel *reasonLabel() const { return m_reason; }
@@ -73,8 +75,10 @@ protected:
     void changeEvent(QEvent *event) override;
 
 private:
+    void draw();
+
     AppModel &m_app;
-    const int m_id;
+    TranscriptionQueue::Row m_row;
     QLabel *m_icon = nullptr;
     QLabel *m_name = nullptr;
     QLabel *m_state = nullptr;
