@@ -369,6 +369,16 @@ QList<BatchRun::Running> BatchRun::running() const
     return list;
 }
 
+QList<qsizetype> BatchRun::separating() const
+{
+    QList<qsizetype> list;
+    if (m_speakerRunning)
+        list.append(m_speakerRunning->index);
+    for (const std::shared_ptr<Job> &job : m_speakerQueue)
+        list.append(job->index);
+    return list;
+}
+
 void BatchRun::fill()
 {
     while (!m_cancelled && m_running.size() < std::max(1, m_options.jobs) && m_next < m_sources.size()) {

@@ -115,6 +115,8 @@ public:
     void append(const QList<Batch::Source> &sources);
 
     QList<Running> running() const;
+    // The sources past recognition whose speakers are separated or wait for it.
+    QList<qsizetype> separating() const;
     qsizetype total() const { return m_sources.size(); }
     qsizetype completed() const { return m_completed; }
     bool cancelled() const { return m_cancelled; }

@@ -122,6 +122,7 @@ void TranscriptionQueue::start()
             return;
         const bool cancelled = r->state == State::Cancelled;
         r->progress = 0;
+        r->speakers = false;
         if (entry.outcome != BatchRun::Outcome::Failed) {
             r->state = State::Done;
             r->known = entry.outcome == BatchRun::Outcome::Skipped;
@@ -161,6 +162,14 @@ void TranscriptionQueue::poll()
             r->progress = running.fraction;
             changed = true;
         }
+    }
+    for (const qsizetype index : m_run->separating()) {
+        Row *r = row(m_runRows.value(index));
+        if (!r || r->state == State::Cancelled || r->speakers)
+            continue;
+        r->state = State::Running;
+        r->speakers = true;
+        changed = true;
     }
     if (changed)
         emit rowsChanged();

@@ -25,6 +25,7 @@ public:
         QString name;
         State state = State::Waiting;
         double progress = 0; // of the recognition, while running
+        bool speakers = false; // running: past recognition, its speakers being separated
         QString reason;      // why it failed, in the user's language
         QString bundle;      // the saved transcription, once done
         bool known = false;  // done before: its content was in the history already

@@ -31,7 +31,8 @@ QString stateText(const TranscriptionQueue::Row &row)
 {
     switch (row.state) {
     case State::Waiting: return Tr::tr("Wartet");
-    case State::Running: return Tr::tr("Läuft · %1 %").arg(int(row.progress * 100));
+    case State::Running:
+        return row.speakers ? Tr::tr("Sprecher werden erkannt…") : Tr::tr("Läuft · %1 %").arg(int(row.progress * 100));
     case State::Done: return row.known ? Tr::tr("Schon im Verlauf") : Tr::tr("Fertig");
     case State::Failed: return Tr::tr("Fehlgeschlagen");
     case State::Cancelled: return Tr::tr("Abgebrochen");
@@ -109,7 +110,7 @@ void QueueRow::draw()
     m_name->setText(row->name);
     m_name->setToolTip(row->path);
     m_state->setText(stateText(*row));
-    m_progress->setVisible(row->state == State::Running);
+    m_progress->setVisible(row->state == State::Running && !row->speakers);
     m_progress->setValue(int(row->progress * 1000));
     m_reason->setText(row->reason);
     m_reason->setVisible(row->state == State::Failed && !row->reason.isEmpty());

@@ -6,6 +6,7 @@
 
 #include "app/AppModel.h"
 #include "app/TranscriptionQueue.h"
+#include "speakers/DiarizationModels.h"
 #include "storage/BundleStore.h"
 
 #include <QDir>
@@ -137,4 +138,41 @@ TEST_F(QueueTest, CancellingOneRowLeavesTheOthersRunning)
     EXPECT_EQ(historyNames(app), QStringList({QFileInfo(added).fileName(), QFileInfo(last).fileName()}));
     EXPECT_EQ(QDir(BundleStore::root()).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size(), 2);
     EXPECT_TRUE(Media::temporaryEntries().isEmpty()) << Media::temporaryEntries().join(u' ').toStdString();
+}
+
+TEST_F(QueueTest, TheSpeakerSetupAppliesToEveryFileOfTheBatch)
+{
+    // The diarisation program played by a script that takes a moment, with its models in place.
+    const QString program = QDir::homePath() + QStringLiteral("/Developer/SagwerkMac/vendor/sherpa-diarize");
+    qputenv("SAGWERK_DIARIZE_PROGRAM", program.toUtf8());
+    Media::writeFile(DiarizationModels::segPath(), "seg");
+    Media::writeFile(DiarizationModels::embPath(), "emb");
+    Media::writeFile(program, "#!/bin/sh\nprintf '%s\\n' \"$@\" >> \"$(dirname \"$0\")/args\"\nsleep 0.6\n"
+                              "printf '0.0 -- 1.0 speaker_0\\n1.0 -- 9.0 speaker_1\\n'\n");
+    QFile::setPermissions(program, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+
+    AppModel app;
+    app.setSelectedModelId(QStringLiteral("base-q5_1"));
+    app.setSpeakerDetection(true);
+    app.setSpeakerCount(2);
+    TranscriptionQueue &queue = *app.queue();
+    bool separatingShown = false;
+    QObject::connect(&queue, &TranscriptionQueue::rowsChanged, &queue, [&] {
+        for (const TranscriptionQueue::Row &row : queue.rows())
+            separatingShown = separatingShown || (row.state == State::Running && row.speakers);
+    });
+    queue.open({Media::tone(QStringLiteral("wav"), 3.0), Media::tone(QStringLiteral("mp3"), 3.0)});
+    queue.start();
+    // Changed after the start: the batch keeps the setup it started with.
+    app.setSpeakerCount(3);
+    ASSERT_TRUE(waitFor([&] { return queue.phase() == Phase::Ended; }, 120'000));
+
+    EXPECT_EQ(states(queue), QList<State>({State::Done, State::Done}));
+    EXPECT_TRUE(separatingShown);
+    const QString arguments = QString::fromUtf8(Media::readFile(QFileInfo(program).path() + QStringLiteral("/args")));
+    EXPECT_EQ(arguments.count(QStringLiteral("--clustering.num-clusters=2")), 2) << arguments.toStdString();
+    ASSERT_EQ(app.history().size(), 2);
+    for (const HistoryItem &item : app.history())
+        EXPECT_TRUE(item.speakerText.has_value()) << item.fileName.toStdString();
+    qunsetenv("SAGWERK_DIARIZE_PROGRAM");
 }
