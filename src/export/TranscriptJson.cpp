@@ -27,11 +27,14 @@ QByteArray encode(const Document &d)
         if (s.speaker && !speakers.contains(*s.speaker))
             speakers.append(*s.speaker);
         QJsonArray words;
-        for (const Word &w : s.words)
+        for (const Word &w : s.words) {
+            if (w.speaker && !speakers.contains(*w.speaker))
+                speakers.append(*w.speaker);
             words.append(QJsonObject{{"text", w.text},
                                      {"startMs", w.startMs},
                                      {"endMs", w.endMs},
-                                     {"speaker", optionalString(s.speaker)}});
+                                     {"speaker", optionalString(w.speaker)}});
+        }
         segments.append(QJsonObject{{"startMs", s.startMs},
                                     {"endMs", s.endMs},
                                     {"text", s.text},

@@ -17,6 +17,7 @@ struct Word {
     QString text;
     qint64 startMs = 0;
     qint64 endMs = 0;
+    std::optional<QString> speaker;
 };
 
 struct Segment {
@@ -24,8 +25,8 @@ struct Segment {
     qint64 endMs = 0;
     QString text;         // corrections applied
     QString originalText; // as recognised
-    std::optional<QString> speaker;
-    QList<Word> words;    // as recognised; a word speaks with its segment's speaker
+    std::optional<QString> speaker; // of its first word
+    QList<Word> words;    // as recognised, each with its own speaker: a segment may hold two
 };
 
 struct Document {

@@ -137,20 +137,36 @@ QString speakerText(const HistoryItem &item, bool showTimestamps)
     return lines.join(u'\n');
 }
 
-// The speaker of each segment that a labelled turn claims, by segment id.
-QHash<QUuid, QString> segmentSpeakers(const HistoryItem &item)
+// What the labelled lines claim of each segment, by segment id: one piece per speaker,
+// in order, where a change of speaker cuts the segment.
+struct Claim {
+    TranscriptSegment piece;
+    QString speaker;
+};
+
+QHash<QUuid, QList<Claim>> claims(const HistoryItem &item)
 {
-    QHash<QUuid, QString> speakers;
+    QHash<QUuid, QList<Claim>> claimed;
     if (!item.speakerText)
-        return speakers;
+        return claimed;
     for (const SpeakerTurn &turn : SpeakerTurn::build(*item.speakerText, item.result.segments)) {
         if (!turn.label)
             continue;
         const QString name = item.speakerNames.value(*turn.label, *turn.label);
-        for (const TranscriptSegment &s : turn.segments)
-            speakers.insert(s.id, name);
+        for (const TranscriptSegment &piece : turn.segments)
+            claimed[piece.id] << Claim{piece, name};
     }
-    return speakers;
+    return claimed;
+}
+
+// The claims on `s` when they cover each of its words once; a segment without words
+// counts as covered by its one claim.
+bool coversEachWord(const TranscriptSegment &s, const QList<Claim> &pieces)
+{
+    qsizetype words = 0;
+    for (const Claim &c : pieces)
+        words += c.piece.words.size();
+    return pieces.size() == 1 || (!s.words.isEmpty() && words == s.words.size());
 }
 
 QString corrected(const HistoryItem &item, const QString &text)
@@ -162,13 +178,19 @@ QString corrected(const HistoryItem &item, const QString &text)
 
 QList<Cue> subtitleCues(const HistoryItem &item, bool withSpeakers)
 {
-    const QHash<QUuid, QString> speakers = withSpeakers ? segmentSpeakers(item) : QHash<QUuid, QString>();
+    const QHash<QUuid, QList<Claim>> claimed = withSpeakers ? claims(item) : QHash<QUuid, QList<Claim>>();
     QList<Cue> cues;
     cues.reserve(item.result.segments.size());
     for (const TranscriptSegment &s : item.result.segments) {
-        const auto speaker = speakers.constFind(s.id);
+        const QList<Claim> pieces = claimed.value(s.id);
+        if (pieces.size() > 1 && coversEachWord(s, pieces)) {
+            // Two voices in one segment: a cue for each, so every line names who says it.
+            for (const Claim &c : pieces)
+                cues << Cue{c.piece.startMs, c.piece.endMs, corrected(item, c.piece.text), c.speaker};
+            continue;
+        }
         cues << Cue{s.startMs, s.endMs, corrected(item, s.text),
-                    speaker == speakers.cend() ? std::nullopt : std::optional(*speaker)};
+                    pieces.isEmpty() ? std::nullopt : std::optional(pieces.first().speaker)};
     }
     return cues;
 }
@@ -183,13 +205,21 @@ TranscriptJson::Document transcriptDocument(const HistoryItem &item)
     d.processingSeconds = item.result.processingSeconds;
     d.text = corrected(item, item.result.fullText);
     d.corrections = item.corrections;
-    const QHash<QUuid, QString> speakers = segmentSpeakers(item);
+    const QHash<QUuid, QList<Claim>> claimed = claims(item);
     for (const TranscriptSegment &s : item.result.segments) {
         TranscriptJson::Segment segment{s.startMs, s.endMs, corrected(item, s.text), s.text, std::nullopt, {}};
-        if (const auto speaker = speakers.constFind(s.id); speaker != speakers.cend())
-            segment.speaker = *speaker;
-        for (const TranscriptWord &w : s.words)
-            segment.words << TranscriptJson::Word{w.text, w.startMs, w.endMs};
+        const QList<Claim> pieces = claimed.value(s.id);
+        if (!pieces.isEmpty())
+            segment.speaker = pieces.first().speaker;
+        const bool byWord = coversEachWord(s, pieces);
+        qsizetype piece = 0, left = pieces.isEmpty() ? 0 : pieces.first().piece.words.size();
+        for (const TranscriptWord &w : s.words) {
+            while (byWord && left == 0 && piece + 1 < pieces.size())
+                left = pieces[++piece].piece.words.size();
+            --left;
+            segment.words << TranscriptJson::Word{w.text, w.startMs, w.endMs,
+                                                  byWord ? std::optional(pieces[piece].speaker) : segment.speaker};
+        }
         d.segments << segment;
     }
     return d;

@@ -20,16 +20,24 @@ namespace Diarizer {
 
 namespace {
 
-// The first span that holds `t` (both ends inside), else the nearest by edge distance;
-// ties go to the span earlier in the list.
+// The span that holds `t` deepest (farthest from both its ends), else the nearest by edge
+// distance; ties go to the span earlier in the list. Where two spans overlap at a change
+// of speaker, the first half of the overlap so stays with the voice that was speaking and
+// the second goes to the one that takes over, rather than all of it to the former.
 std::optional<int> speakerAt(double t, const QList<SpeakerSpan> &spans)
 {
     if (spans.isEmpty())
         return std::nullopt;
+    double deepest = -1;
+    std::optional<int> holder;
     for (const SpeakerSpan &s : spans) {
-        if (s.start <= t && t <= s.end)
-            return s.speaker;
+        if (s.start <= t && t <= s.end && std::min(t - s.start, s.end - t) > deepest) {
+            deepest = std::min(t - s.start, s.end - t);
+            holder = s.speaker;
+        }
     }
+    if (holder)
+        return holder;
     double best = std::numeric_limits<double>::max();
     std::optional<int> speaker;
     for (const SpeakerSpan &s : spans) {

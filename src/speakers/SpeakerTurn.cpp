@@ -69,6 +69,7 @@ std::optional<TranscriptSegment> piece(const TranscriptSegment &s, qsizetype fro
     if (from >= to)
         return std::nullopt;
     TranscriptSegment cut;
+    cut.id = s.id; // a piece of that segment still: exports find the segment by it
     cut.startMs = from == 0 ? s.startMs : s.words[from].startMs;
     cut.endMs = to >= s.words.size() ? s.endMs : s.words[to - 1].endMs;
     cut.words = s.words.mid(from, to - from);
@@ -83,21 +84,25 @@ std::optional<TranscriptSegment> piece(const TranscriptSegment &s, qsizetype fro
 
 QList<SpeakerTurn> SpeakerTurn::build(const QString &text, const QList<TranscriptSegment> &segments)
 {
-    // Each segment's normalised words from its text (for its start), and from each of its
-    // timed words on (for the places inside it).
+    // Each segment's normalised words from its text (for its start), and the first three
+    // from each of its timed words on (for the places inside it). These run on into the
+    // segments after it: a line that begins with a segment's last word goes on in the next.
     QList<QStringList> starts;
-    QList<QList<QStringList>> tails;
     starts.reserve(segments.size());
-    tails.reserve(segments.size());
-    for (const TranscriptSegment &segment : segments) {
+    for (const TranscriptSegment &segment : segments)
         starts << normalisedWords(segment.text);
-        QList<QStringList> tail(segment.words.size());
-        QStringList after;
-        for (qsizetype w = segment.words.size() - 1; w >= 1; --w) {
-            after = normalisedWords(segment.words[w].text) + after;
+    QList<QList<QStringList>> tails(segments.size());
+    QStringList following;
+    for (qsizetype s = segments.size() - 1; s >= 0; --s) {
+        const QList<TranscriptWord> &words = segments[s].words;
+        QList<QStringList> tail(words.size());
+        QStringList after = following;
+        for (qsizetype w = words.size() - 1; w >= 1; --w) {
+            after = normalisedWords(words[w].text) + after;
             tail[w] = after.mid(0, 3);
         }
-        tails << tail;
+        tails[s] = tail;
+        following = (starts[s] + following).mid(0, 3);
     }
 
     struct Record {

@@ -184,6 +184,25 @@ TEST(TranscriptLines, GivenNamesAndCorrectionsReachEveryViewSubtitleAndTheJson)
     EXPECT_EQ(first["originalText"], QStringLiteral("Herr Schäfer kommt."));
     EXPECT_EQ(first["words"][1], (QJsonObject{{"text", "Schäfer"}, {"startMs", 400}, {"endMs", 1200}, {"speaker", "Diane Miller"}}));
     EXPECT_EQ(json["corrections"][0]["to"], QStringLiteral("Schaefer"));
+    // Where the voice changes inside a segment (and the new line runs on into the next),
+    // the subtitles cut the segment there and the JSON puts each word under its speaker.
+    item.speakerText = QStringLiteral("Sprecher 1: Herr Schäfer\nSprecher 2: kommt. Ohne Wörter.");
+    const QList<Cue> cut = subtitleCues(item, true);
+    ASSERT_EQ(cut.size(), 3);
+    EXPECT_EQ(cut[0].text, QStringLiteral("Herr Schaefer"));
+    EXPECT_EQ(cut[0].endMs, 1200);
+    EXPECT_EQ(cut[0].speaker, QStringLiteral("Diane Miller"));
+    EXPECT_EQ(cut[1].text, QStringLiteral("kommt."));
+    EXPECT_EQ(cut[1].startMs, 1200);
+    EXPECT_EQ(cut[1].speaker, QStringLiteral("Sprecher 2"));
+    EXPECT_EQ(cut[2].speaker, QStringLiteral("Sprecher 2"));
+    const QJsonObject split = QJsonDocument::fromJson(TranscriptJson::encode(transcriptDocument(item))).object();
+    EXPECT_EQ(JsonSchema::violations(schema, split), QStringList());
+    EXPECT_EQ(split["segments"][0]["speaker"], QStringLiteral("Diane Miller"));
+    EXPECT_EQ(split["segments"][0]["words"][1]["speaker"], QStringLiteral("Diane Miller"));
+    EXPECT_EQ(split["segments"][0]["words"][2]["speaker"], QStringLiteral("Sprecher 2"));
+    EXPECT_EQ(split["segments"][1]["speaker"], QStringLiteral("Sprecher 2"));
+
     // The schema is strict enough to catch a document that drifts from it.
     QJsonObject drifted = json;
     drifted["segments"] = QJsonArray{QJsonObject{{"startMs", 1.5}, {"text", "x"}}};

@@ -9,6 +9,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QMap>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QElapsedTimer>
@@ -22,6 +23,10 @@
 #include "engine/ModelImport.h"
 #include "engine/VadModel.h"
 #include "engine/WhisperEngine.h"
+#ifdef MAKE_SPEAKER_MODELS
+#include "speakers/Diarizer.h"
+#include "speakers/SpeakerTurn.h"
+#endif
 
 #include <gtest/gtest.h>
 
@@ -34,6 +39,7 @@ QString modelDir;  // the fetched CTranslate2 model
 QString dataHome;  // the throwaway XDG_DATA_HOME the model is installed into
 QString vadModel;  // the converted voice-activity model; empty where it could not be made
 QString conversation; // the folder of the telephone conversation; empty where not fetched
+QString speakerModels; // the converted speaker models; empty where they could not be made
 
 using SpeechScore::errors;
 using SpeechScore::words;
@@ -256,6 +262,91 @@ TEST(RealSpeech, ConversationTimesFollowTheSpeech)
     EXPECT_GE(starts.first(), 6.4);
 }
 
+#ifdef MAKE_SPEAKER_MODELS
+// The share of the reference's words that the labelled text puts under the one who said
+// them: the words are aligned by a longest common subsequence (misheard words drop out),
+// and each label counts for the speaker most of its aligned words belong to.
+double rightSpeakers(const QString &labelled, const QString &stm, int &aligned)
+{
+    QStringList said, saidBy;
+    QFile file(stm);
+    if (!file.open(QIODevice::ReadOnly))
+        return 0;
+    for (const QByteArray &line : file.readAll().split('\n')) {
+        const QList<QByteArray> p = line.simplified().split(' ');
+        if (p.size() < 6)
+            continue;
+        for (const QString &w : words(QString::fromUtf8(p.mid(5).join(' ')))) {
+            said << w;
+            saidBy << QString::fromUtf8(p[2]);
+        }
+    }
+    QStringList heard, labels;
+    for (const QString &line : labelled.split(u'\n', Qt::SkipEmptyParts)) {
+        const auto [label, content] = SpeakerTurn::splitLabel(line);
+        for (const QString &w : words(content)) {
+            heard << w;
+            labels << label.value_or(QString());
+        }
+    }
+    const qsizetype n = said.size(), m = heard.size();
+    std::vector<std::vector<int>> common(size_t(n + 1), std::vector<int>(size_t(m + 1), 0));
+    for (qsizetype i = n - 1; i >= 0; --i)
+        for (qsizetype j = m - 1; j >= 0; --j)
+            common[size_t(i)][size_t(j)] = said[i] == heard[j] ? common[size_t(i + 1)][size_t(j + 1)] + 1
+                                                               : std::max(common[size_t(i + 1)][size_t(j)], common[size_t(i)][size_t(j + 1)]);
+    QMap<QString, QMap<QString, int>> votes;
+    for (qsizetype i = 0, j = 0; i < n && j < m;) {
+        if (said[i] == heard[j]) {
+            ++votes[labels[j]][saidBy[i]];
+            ++i, ++j;
+        } else if (common[size_t(i + 1)][size_t(j)] >= common[size_t(i)][size_t(j + 1)]) {
+            ++i;
+        } else {
+            ++j;
+        }
+    }
+    int right = 0;
+    aligned = 0;
+    for (const QMap<QString, int> &v : std::as_const(votes)) {
+        right += *std::max_element(v.cbegin(), v.cend());
+        for (int count : v)
+            aligned += count;
+    }
+    return aligned > 0 ? double(right) / aligned : 0;
+}
+
+// The whole road on the conversation: Whisper's words with their times, the voices found
+// in automatic mode, and the labelled text that puts each word under its speaker.
+TEST(RealSpeech, ConversationWordsUnderTheirSpeakers)
+{
+    if (vadModel.isEmpty() || conversation.isEmpty() || speakerModels.isEmpty())
+        GTEST_SKIP() << "the voice-activity model, the speaker models or the conversation could not be had";
+    const QString wav = QDir(conversation).filePath(QStringLiteral("sample.wav"));
+    const Outcome r = run(QStringLiteral(SAGWERK_CLI), {"transcribe", wav, "--model", installedModel(), "--language", "en"});
+    ASSERT_EQ(r.status, 0) << r.err.toStdString();
+    QList<TranscriptSegment> segments;
+    for (const QJsonValue &s : QJsonDocument::fromJson(r.out)[QStringLiteral("segments")].toArray()) {
+        TranscriptSegment segment{.startMs = s[QStringLiteral("startMs")].toInteger(),
+                                  .endMs = s[QStringLiteral("endMs")].toInteger(),
+                                  .text = s[QStringLiteral("text")].toString(), .words = {}};
+        for (const QJsonValue &w : s[QStringLiteral("words")].toArray())
+            segment.words.append({w[QStringLiteral("text")].toString(), w[QStringLiteral("startMs")].toInteger(),
+                                  w[QStringLiteral("endMs")].toInteger()});
+        segments << segment;
+    }
+    const QList<SpeakerSpan> spans = Diarizer::diarize(wav, speakerModels + QStringLiteral("/segmentation.onnx"),
+                                                       speakerModels + QStringLiteral("/embedding.onnx"), 0.9, 0);
+    const QString labelled = Diarizer::speakerLabeledText(segments, spans);
+    int aligned = 0;
+    const double right = rightSpeakers(labelled, QDir(conversation).filePath(QStringLiteral("sample.stm")), aligned);
+    std::printf("conversation: %.1f %% of %d recognised words under the right speaker\n%s\n", 100 * right, aligned,
+                qPrintable(labelled));
+    EXPECT_GT(aligned, 55);
+    EXPECT_GE(right, 0.85);
+}
+#endif
+
 // Real speech with a long silence before it, pauses of two to eight seconds and twenty
 // seconds of silent tail: word starts follow the speech, nothing is repeated, and the
 // words are those said.
@@ -360,6 +451,9 @@ int main(int argc, char **argv)
     };
     vadModel = fetched(MAKE_VAD_MODEL);
     conversation = fetched(FETCH_CONVERSATION);
+#ifdef MAKE_SPEAKER_MODELS
+    speakerModels = fetched(MAKE_SPEAKER_MODELS);
+#endif
 
     QProcess fetch;
     fetch.start(QStringLiteral(FETCH_SCRIPT), {});
