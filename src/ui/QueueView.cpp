@@ -104,21 +104,21 @@ void QueueRow::setRow(const TranscriptionQueue::Row &row)
 
 void QueueRow::draw()
 {
-    const TranscriptionQueue::Row *row = &m_row;
+    const TranscriptionQueue::Row &row = m_row;
     const QPalette &pal = QApplication::palette();
-    const bool live = row->state == State::Waiting || row->state == State::Running;
-    m_name->setText(row->name);
-    m_name->setToolTip(row->path);
-    m_state->setText(stateText(*row));
-    m_progress->setVisible(row->state == State::Running && !row->speakers);
-    m_progress->setValue(int(row->progress * 1000));
-    m_reason->setText(row->reason);
-    m_reason->setVisible(row->state == State::Failed && !row->reason.isEmpty());
+    const bool live = row.state == State::Waiting || row.state == State::Running;
+    m_name->setText(row.name);
+    m_name->setToolTip(row.path);
+    m_state->setText(stateText(row));
+    m_progress->setVisible(row.state == State::Running && !row.speakers);
+    m_progress->setValue(int(row.progress * 1000));
+    m_reason->setText(row.reason);
+    m_reason->setVisible(row.state == State::Failed && !row.reason.isEmpty());
     m_cancel->setVisible(live);
-    m_open->setVisible(row->state == State::Done && !row->bundle.isEmpty());
+    m_open->setVisible(row.state == State::Done && !row.bundle.isEmpty());
 
     const auto [symbol, tone] = [&]() -> std::pair<QString, Style::Tone> {
-        switch (row->state) {
+        switch (row.state) {
         case State::Waiting: return {QStringLiteral("doc.text"), Style::Tone::secondary};
         case State::Running: return {QStringLiteral("play.circle"), Style::Tone::accent};
         case State::Done: return {QStringLiteral("checkmark"), Style::Tone::green};
@@ -128,16 +128,16 @@ void QueueRow::draw()
         return {};
     }();
     m_icon->setPixmap(Icons::pixmap(symbol, 18, Style::color(pal, tone), devicePixelRatioF()));
-    Style::setTextColor(m_state, Style::color(pal, row->state == State::Failed ? Style::Tone::orange
+    Style::setTextColor(m_state, Style::color(pal, row.state == State::Failed ? Style::Tone::orange
                                                                                 : Style::Tone::secondary));
     Style::setTextColor(m_reason, Style::color(pal, Style::Tone::text));
     m_cancel->setIcon(Icons::icon(QStringLiteral("xmark.circle"), pal));
     m_cancel->setToolTip(Tr::tr("Abbrechen"));
-    m_cancel->setAccessibleName(Tr::tr("„%1“ abbrechen").arg(row->name));
+    m_cancel->setAccessibleName(Tr::tr("„%1“ abbrechen").arg(row.name));
     m_open->setText(Tr::tr("Öffnen"));
-    m_open->setAccessibleName(Tr::tr("„%1“ öffnen").arg(row->name));
-    m_progress->setAccessibleName(Tr::tr("Fortschritt von „%1“").arg(row->name));
-    setAccessibleName(row->name + QStringLiteral(", ") + m_state->text());
+    m_open->setAccessibleName(Tr::tr("„%1“ öffnen").arg(row.name));
+    m_progress->setAccessibleName(Tr::tr("Fortschritt von „%1“").arg(row.name));
+    setAccessibleName(row.name + QStringLiteral(", ") + m_state->text());
 }
 
 void QueueRow::changeEvent(QEvent *event)
