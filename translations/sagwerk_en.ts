@@ -1035,5 +1035,9 @@
         <source>Liste leeren</source>
         <translation>Clear list</translation>
     </message>
+    <message>
+        <source>Alle abbrechen</source>
+        <translation>Cancel all</translation>
+    </message>
 </context>
 </TS>

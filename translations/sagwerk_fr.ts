@@ -1035,5 +1035,9 @@
         <source>Liste leeren</source>
         <translation>Vider la liste</translation>
     </message>
+    <message>
+        <source>Alle abbrechen</source>
+        <translation>Tout annuler</translation>
+    </message>
 </context>
 </TS>

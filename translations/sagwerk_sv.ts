@@ -1035,5 +1035,9 @@
         <source>Liste leeren</source>
         <translation>Töm listan</translation>
     </message>
+    <message>
+        <source>Alle abbrechen</source>
+        <translation>Avbryt alla</translation>
+    </message>
 </context>
 </TS>

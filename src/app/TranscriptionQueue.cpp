@@ -193,6 +193,22 @@ void TranscriptionQueue::cancel(int id)
     m_run->cancel(index);
 }
 
+void TranscriptionQueue::cancelAll()
+{
+    if (!m_run)
+        return;
+    // Marked first: the batch reports only what it had begun, and it ends before it returns.
+    for (Row &r : m_rows) {
+        if (m_runRows.contains(r.id) && (r.state == State::Waiting || r.state == State::Running)) {
+            r.state = State::Cancelled;
+            r.progress = 0;
+            r.speakers = false;
+        }
+    }
+    emit rowsChanged();
+    m_run->cancel();
+}
+
 void TranscriptionQueue::clear()
 {
     const qsizetype before = m_rows.size();

@@ -54,6 +54,8 @@ public:
     void start();
     // A staged row goes; a waiting or running one in the batch ends as cancelled.
     void cancel(int id);
+    // Cancels every waiting and running row of the batch.
+    void cancelAll();
     // Drops every row that is not in the running batch.
     void clear();
 

@@ -182,6 +182,9 @@ QueueView::QueueView(AppModel &app, QWidget *parent) : QWidget(parent), m_app(ap
     m_clear = new QPushButton(m_header);
     connect(m_clear, &QPushButton::clicked, queue, &TranscriptionQueue::clear);
     headerRow->addWidget(m_clear, 0, Qt::AlignVCenter);
+    m_cancelAll = new QPushButton(m_header);
+    connect(m_cancelAll, &QPushButton::clicked, queue, &TranscriptionQueue::cancelAll);
+    headerRow->addWidget(m_cancelAll, 0, Qt::AlignVCenter);
     outer->addWidget(m_header);
 
     // The rows, in a column as wide as the setup's, scrolling when they are many.
@@ -237,6 +240,7 @@ void QueueView::refresh()
     m_setup->setVisible(staged);
     m_header->setVisible(!staged);
     m_clear->setVisible(phase == TranscriptionQueue::Phase::Ended);
+    m_cancelAll->setVisible(phase == TranscriptionQueue::Phase::Running);
     if (staged) {
         const auto waiting = std::count_if(queue->rows().cbegin(), queue->rows().cend(),
                                            [](const auto &r) { return r.state == State::Waiting; });
@@ -285,6 +289,7 @@ void QueueView::retranslate()
         count += QStringLiteral(" · ") + Tr::tr("%n fehlgeschlagen", nullptr, int(failed));
     m_count->setText(count);
     m_clear->setText(Tr::tr("Liste leeren"));
+    m_cancelAll->setText(Tr::tr("Alle abbrechen"));
     m_card->setAccessibleName(Tr::tr("Warteschlange"));
 }
 
@@ -295,6 +300,7 @@ void QueueView::restyle()
                                     devicePixelRatioF()));
     Style::setTextColor(m_count, Style::color(pal, Style::Tone::secondary));
     m_clear->setIcon(Icons::icon(QStringLiteral("trash"), pal));
+    m_cancelAll->setIcon(Icons::icon(QStringLiteral("xmark.circle"), pal));
 }
 
 void QueueView::dragEnterEvent(QDragEnterEvent *event)

@@ -26,6 +26,7 @@ public:
     QLabel *titleLabel() const { return m_title; }
     QLabel *countLabel() const { return m_count; }
     QPushButton *clearButton() const { return m_clear; }
+    QPushButton *cancelAllButton() const { return m_cancelAll; }
     // The widget of each row, in the queue's order.
     QList<QueueRow *> rowWidgets() const;
 
@@ -46,6 +47,7 @@ private:
     QLabel *m_title = nullptr;
     QLabel *m_count = nullptr;
     QPushButton *m_clear = nullptr;
+    QPushButton *m_cancelAll = nullptr;
     QWidget *m_card = nullptr;
     QVBoxLayout *m_rowsLayout = nullptr;
     // Kept across updates, so that focus and hover stay on their row.

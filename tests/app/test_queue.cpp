@@ -137,6 +137,16 @@ TEST_F(QueueTest, CancellingOneRowLeavesTheOthersRunning)
     EXPECT_EQ(states(queue), QList<State>({State::Cancelled, State::Done, State::Cancelled, State::Done}));
     EXPECT_EQ(historyNames(app), QStringList({QFileInfo(added).fileName(), QFileInfo(last).fileName()}));
     EXPECT_EQ(QDir(BundleStore::root()).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size(), 2);
+
+    // Cancelling them all ends the running and the waiting ones; the finished rows stay.
+    queue.open({Media::tone(QStringLiteral("opus"), 61.0), Media::tone(QStringLiteral("wav"), 6.0)});
+    queue.start();
+    ASSERT_TRUE(waitFor([&] { return queue.rows()[4].state == State::Running; }));
+    queue.cancelAll();
+    ASSERT_TRUE(waitFor([&] { return queue.phase() == Phase::Ended; }, 60'000));
+    EXPECT_EQ(states(queue).mid(4), QList<State>({State::Cancelled, State::Cancelled}));
+    EXPECT_EQ(states(queue)[1], State::Done);
+    EXPECT_EQ(app.history().size(), 2);
     EXPECT_TRUE(Media::temporaryEntries().isEmpty()) << Media::temporaryEntries().join(u' ').toStdString();
 }
 
