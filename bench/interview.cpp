@@ -3,7 +3,9 @@
 // Also the time `stop` takes for the tail after the last word.
 //
 //   bench-interview MODEL SECONDS    (under tests/support/with-sound-server.sh --speech)
-#include "capture/InterviewSession.h"
+#include "app/InterviewJob.h"
+
+#include <QFile>
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -22,10 +24,10 @@ int main(int argc, char **argv)
     const QString model = QString::fromLocal8Bit(argv[1]);
     const double seconds = QString::fromLocal8Bit(argv[2]).toDouble();
 
-    InterviewSession session;
+    InterviewJob session;
     QElapsedTimer clock;
     QList<double> lags; // seconds from a stretch's end to its being heard
-    QObject::connect(&session, &InterviewSession::rangeHeard, &app, [&](qint64, qint64 toMs) {
+    QObject::connect(&session, &InterviewJob::rangeHeard, &app, [&](qint64, qint64 toMs) {
         lags.append(double(clock.elapsed() - toMs) / 1000.0);
     });
     clock.start();

@@ -1,6 +1,6 @@
 // A speaker text as an AI model or a person left it, laid over timed segments: its labels,
 // its turns, the label of each line.
-#include "speakers/SpeakerTurn.h"
+#include "review/SpeakerTurn.h"
 #include "ai/Smoother.h"
 #include "core/Text.h"
 

@@ -1,6 +1,6 @@
 // A stretch of the interview's growing recording, cut from a file of any length and
 // content, for any times.
-#include "capture/InterviewSession.h"
+#include "capture/LiveRecording.h"
 
 #include "FuzzInput.h"
 
@@ -14,9 +14,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     const qint64 fromMs = input.take<int32_t>();
     const qint64 toMs = input.take<int32_t>();
     const QString path = scratchFile(QStringLiteral("interview.wav"), input.rest());
-    (void)InterviewSession::durationMs(path);
+    (void)LiveRecording::durationMs(path);
     try {
-        const QString chunk = InterviewSession::extractRange(path, fromMs, toMs);
+        const QString chunk = LiveRecording::extractRange(path, fromMs, toMs);
         const qint64 bytes = QFileInfo(chunk).size();
         QFile::remove(chunk);
         if (bytes < 44 || bytes > 44 + qMax<qint64>(0, QFileInfo(path).size()))

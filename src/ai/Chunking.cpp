@@ -3,7 +3,6 @@
 
 #include "core/Text.h"
 
-#include <QTextBoundaryFinder>
 
 namespace Smoother {
 
@@ -41,9 +40,8 @@ QString trimmed(const QString &text)
 QStringList graphemes(const QString &text)
 {
     QStringList result;
-    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
     qsizetype start = 0;
-    for (qsizetype end = finder.toNextBoundary(); end > 0; end = finder.toNextBoundary()) {
+    for (const qsizetype end : Text::characterEnds(text)) {
         result.append(text.mid(start, end - start));
         start = end;
     }

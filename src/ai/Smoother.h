@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ai/AIModel.h"
+#include "core/AIModel.h"
 #include "core/TranscribeControl.h"
 
 #include <QByteArray>

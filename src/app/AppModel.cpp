@@ -1,14 +1,14 @@
-// Start, settings, history, keys and staging of the application state. The jobs live in
-// classes of their own: TranscriptionJob, LinkImport, ItemCorrections, Refinement,
-// SpeakerJob.
+// Start, settings, history, keys and staging of the application state, and the outcomes
+// of its jobs, which live in objects of their own.
 #include "app/AppModel.h"
 
 #include <QtConcurrent/QtConcurrentRun>
 
-#include "ai/AIModel.h"
+#include "core/AIModel.h"
 #include "app/InterviewCompletion.h"
-#include "app/ItemCorrections.h"
+#include "app/InterviewJob.h"
 #include "app/ItemNames.h"
+#include "app/RecordingJob.h"
 #include "app/LanguageManager.h"
 #include "app/LinkImport.h"
 #include "app/Refinement.h"
@@ -17,7 +17,8 @@
 #include "app/TranscriptionJob.h"
 #include "app/TranscriptionQueue.h"
 #include "core/Tr.h"
-#include "engine/ModelStore.h"
+#include "app/ModelStore.h"
+#include "app/PatchQueue.h"
 #include "export/TextForms.h"
 #include "review/TranscriptLines.h"
 #include "storage/BundleStore.h"
@@ -40,11 +41,15 @@ const QList<AppModel::LanguageOption> &AppModel::languages()
 AppModel::AppModel(QObject *parent, ModelStore *store)
     : QObject(parent)
     , m_settings(QStringLiteral("Morvane"), QStringLiteral("Sagwerk"))
-    , m_transcription(std::make_unique<TranscriptionJob>(*this))
-    , m_linkImport(std::make_unique<LinkImport>(*this))
-    , m_speakerJob(std::make_unique<SpeakerJob>(*this))
+    , m_transcription(std::make_unique<TranscriptionJob>())
+    , m_linkImport(std::make_unique<LinkImport>())
+    , m_speakerJob(std::make_unique<SpeakerJob>())
+    , m_refinement(std::make_unique<Refinement>())
+    , m_interview(std::make_unique<InterviewJob>())
+    , m_recording(std::make_unique<RecordingJob>())
     , m_queue(std::make_unique<TranscriptionQueue>(*this))
 {
+    connectJobs();
     // The order matters: the first window must see a complete state.
     m_modelStore = store ? store : new ModelStore(this);
     if (!m_modelStore->parent())
@@ -74,6 +79,7 @@ AppModel::AppModel(QObject *parent, ModelStore *store)
 
     // Segments are most of a document's bytes and only the opened item shows them.
     QList<HistoryItem> history;
+    PatchQueue::drain();
     for (const LoadedBundle &bundle : BundleStore::listSummaries()) {
         history.append(BundleStore::historyItem(bundle));
         history.back().segmentsPending = true;
@@ -86,6 +92,79 @@ AppModel::AppModel(QObject *parent, ModelStore *store)
 }
 
 AppModel::~AppModel() = default;
+
+void AppModel::connectJobs()
+{
+    // A queued file lands in the history without taking the screen from the queue.
+    connect(m_queue.get(), &TranscriptionQueue::saved, this, [this](const HistoryItem &item) {
+        if (itemOf(item.id)) {
+            updateItem(item.id, [&](HistoryItem &h) { h = item; });
+            return;
+        }
+        QList<HistoryItem> history = m_history.value();
+        history.prepend(item);
+        m_history.setValueBypassingBindings(std::move(history));
+        m_history.notify();
+    });
+    connect(m_transcription.get(), &TranscriptionJob::finished, this, [this](const HistoryItem &item) {
+        showNew(item);
+        // After the job's busy state has ended, as a job of its own.
+        if (m_speakerDetection)
+            QMetaObject::invokeMethod(this, [this, item] { detectSpeakers(item); }, Qt::QueuedConnection);
+    });
+    connect(m_transcription.get(), &TranscriptionJob::failed, this,
+            [this](const QString &message, const QString &details) { setErrorMessage(message, details); });
+
+    connect(m_linkImport.get(), &LinkImport::failed, this, [this](const QString &message) { setErrorMessage(message); });
+    // Refused without a word if a job has started meanwhile; the file then stays in the
+    // temporary folder.
+    connect(m_linkImport.get(), &LinkImport::downloaded, this,
+            [this](const QString &path, const QString &title) { stage(path, title); });
+
+    auto needKey = [this](const QString &message) {
+        setErrorMessage(message);
+        setShowSettings(true);
+    };
+    connect(m_speakerJob.get(), &SpeakerJob::keyMissing, this, needKey);
+    connect(m_speakerJob.get(), &SpeakerJob::began, this,
+            [this](const QString &id) { updateItem(id, [](HistoryItem &h) { h.speakerBusy = true; }); });
+    connect(m_speakerJob.get(), &SpeakerJob::finished, this, [this](const QString &id, const QString &text) {
+        updateItem(id, [&](HistoryItem &h) {
+            h.speakerText = text;
+            h.speakerBusy = false;
+        });
+    });
+    connect(m_speakerJob.get(), &SpeakerJob::failed, this,
+            [this](const QString &id, const QString &message, const QString &details, bool retryable) {
+                updateItem(id, [](HistoryItem &h) { h.speakerBusy = false; });
+                if (message.isEmpty())
+                    return;
+                std::function<void()> retry;
+                if (retryable) {
+                    retry = [this, id] {
+                        if (const HistoryItem *item = itemOf(id))
+                            detectSpeakers(HistoryItem(*item));
+                    };
+                }
+                setErrorMessage(message, details, std::move(retry));
+            });
+
+    connect(m_refinement.get(), &Refinement::keyMissing, this, needKey);
+    connect(m_refinement.get(), &Refinement::began, this, [this](const QString &id, qint64 level) {
+        updateItem(id, [level](HistoryItem &h) { h.smoothingLevel = level; });
+    });
+    connect(m_refinement.get(), &Refinement::finished, this,
+            [this](const QString &id, qint64 level, const QString &text) {
+                updateItem(id, [&](HistoryItem &h) {
+                    h.smoothed.insert(level, text);
+                    h.smoothingLevel.reset();
+                });
+            });
+    connect(m_refinement.get(), &Refinement::failed, this, [this](const QString &id, const QString &message) {
+        updateItem(id, [](HistoryItem &h) { h.smoothingLevel.reset(); });
+        setErrorMessage(message);
+    });
+}
 
 WhisperModel AppModel::selectedModel() const
 {
@@ -147,6 +226,7 @@ void AppModel::loadSegments(const QString &id, const QString &bundle)
         return;
     m_segmentsLoading.insert(id);
     QtConcurrent::run([bundle]() -> QList<TranscriptSegment> {
+        PatchQueue::drain();
         const std::optional<LoadedBundle> whole = BundleStore::load(bundle);
         return whole ? BundleStore::historyItem(*whole).result.segments : QList<TranscriptSegment>();
     }).then(this, [this, id](const QList<TranscriptSegment> &segments) {
@@ -167,18 +247,38 @@ void AppModel::setPending(const std::optional<PendingItem> &item)
     m_pending.notify();
 }
 
-void AppModel::prependToHistory(const HistoryItem &item)
+void AppModel::showNew(const HistoryItem &item)
 {
     QList<HistoryItem> history = m_history.value();
     history.prepend(item);
     m_history.setValueBypassingBindings(std::move(history));
     m_history.notify();
+    setCurrent(item);
+}
+
+const HistoryItem *AppModel::itemOf(const QString &id) const
+{
+    for (const HistoryItem &h : m_history.value()) {
+        if (h.id == id)
+            return &h;
+    }
+    return current() && current()->id == id ? &*current() : nullptr;
+}
+
+void AppModel::patchBundle(const QString &id, std::function<void(const QString &bundle)> patch)
+{
+    const HistoryItem *item = itemOf(id);
+    if (item && item->bundleURL)
+        PatchQueue::add([bundle = *item->bundleURL, patch = std::move(patch)] { patch(bundle); });
 }
 
 void AppModel::deleteItem(const HistoryItem &item)
 {
-    if (item.bundleURL)
+    if (item.bundleURL) {
+        // A patch under way would write into the folder as it goes.
+        PatchQueue::drain();
         BundleStore::remove(*item.bundleURL);
+    }
     QList<HistoryItem> rest = m_history.value();
     rest.removeIf([&](const HistoryItem &h) { return h.id == item.id; });
     m_history.setValueBypassingBindings(std::move(rest));
@@ -249,7 +349,7 @@ void AppModel::finishOnboarding()
 
 void AppModel::stageKind(PendingItem::Kind kind)
 {
-    if (m_isBusy)
+    if (m_transcription->isBusy())
         return;
     setErrorMessage(std::nullopt);
     setCurrent(std::nullopt);
@@ -282,14 +382,17 @@ void AppModel::startPending(const JobOverrides &overrides)
         transcribe(file->url, file->name, overrides);
     else if (std::holds_alternative<PendingItem::Recording>(item.kind))
         setShowRecorder(true);
-    else
+    else {
+        // The screen that comes shows no text of an earlier interview.
+        m_interview->reset();
         setInterviewActive(true);
+    }
 }
 
 void AppModel::transcribe(const QString &url, const std::optional<QString> &displayName,
                           const JobOverrides &overrides)
 {
-    if (m_isBusy)
+    if (m_transcription->isBusy())
         return;
     setErrorMessage(std::nullopt);
 
@@ -303,7 +406,7 @@ void AppModel::transcribe(const QString &url, const std::optional<QString> &disp
             setErrorMessage(notInstalledMessage(model));
             return;
         }
-        modelPath = m_modelStore->modelsDir() + u'/' + model.fileName;
+        modelPath = m_modelStore->path(model);
     }
     // Fixed for this job: later changes of the settings don't reach it.
     m_transcription->start(url, displayName.value_or(QFileInfo(url).fileName()), modelPath,
@@ -340,22 +443,62 @@ void AppModel::openPanel()
 
 void AppModel::stageLink(const QString &link)
 {
-    m_linkImport->start(link);
+    const QString text = link.trimmed();
+    if (m_transcription->isBusy() || m_linkImport->isBusy() || text.isEmpty())
+        return;
+    setErrorMessage(std::nullopt);
+    setCurrent(std::nullopt);
+    setInterviewActive(false);
+    m_linkImport->start(text);
 }
 
 QFuture<void> AppModel::smooth(const HistoryItem &item, qint64 level, const Refinement::Overrides &overrides)
 {
-    return Refinement::start(*this, item, level, overrides);
+    // Fixed for this run: later changes of the settings don't reach it.
+    return m_refinement->start(item, level, overrides.apiKey.value_or(activeKey()),
+                               overrides.modelId.value_or(m_activeModelId));
+}
+
+void AppModel::startInterview(const std::optional<QString> &language, std::optional<bool> liveSpeakers)
+{
+    m_interview->start(m_modelStore->path(selectedModel()), language.value_or(m_language),
+                       liveSpeakers.value_or(m_interviewLiveSpeakers));
+}
+
+QFuture<bool> AppModel::stopInterview()
+{
+    return m_interview->stop()
+        .then(this,
+              [this](const std::optional<InterviewResult> &value) {
+                  if (!value) {
+                      setInterviewActive(false);
+                      return QtFuture::makeReadyValueFuture(false);
+                  }
+                  return finishInterview(*value).then([] { return true; });
+              })
+        .unwrap();
+}
+
+void AppModel::cancelInterview()
+{
+    m_interview->cancel();
+    setInterviewActive(false);
 }
 
 QFuture<void> AppModel::finishInterview(const InterviewResult &interview)
 {
-    return InterviewCompletion::finish(*this, interview);
+    setInterviewActive(false);
+    return InterviewCompletion::store(interview).then(this, [this](const std::optional<HistoryItem> &item) {
+        if (item)
+            showNew(*item);
+    });
 }
 
-void AppModel::detectSpeakers(const HistoryItem &item, std::optional<int> speakerCount)
+QFuture<SpeakerJob::Result> AppModel::detectSpeakers(const HistoryItem &item, const SpeakerJob::Overrides &overrides)
 {
-    m_speakerJob->start(item, {.speakerCount = speakerCount});
+    // Fixed for this run: later changes of the settings don't reach it.
+    return m_speakerJob->start(item, overrides.speakerCount.value_or(m_speakerCount),
+                               overrides.apiKey.value_or(activeKey()), overrides.modelId.value_or(m_activeModelId));
 }
 
 void AppModel::cancelSpeakers()
@@ -365,19 +508,35 @@ void AppModel::cancelSpeakers()
 
 // --- Names ---
 
+// The id is copied first: it may be the current item's, which the change replaces.
+
 void AppModel::setSpeakerNames(const QString &itemId, const QMap<QString, QString> &names)
 {
-    ItemNames::setSpeakerNames(*this, itemId, names);
+    const QString id = itemId;
+    updateItem(id, [&](HistoryItem &item) { item.speakerNames = names; });
+    patchBundle(id, [names](const QString &bundle) { BundleStore::saveSpeakerNames(bundle, names); });
 }
 
 void AppModel::renameSpeaker(const QString &itemId, const QString &shown, const QString &name)
 {
-    ItemNames::renameSpeaker(*this, itemId, shown, name);
+    const QString id = itemId;
+    const HistoryItem *item = itemOf(id);
+    if (!item)
+        return;
+    const QMap<QString, QString> names = ItemNames::renamedSpeakers(*item, shown, name);
+    if (names != item->speakerNames)
+        setSpeakerNames(id, names);
 }
 
 void AppModel::renameItem(const QString &itemId, const QString &name)
 {
-    ItemNames::renameItem(*this, itemId, name);
+    const QString id = itemId;
+    const QString wanted = ItemNames::oneLine(name);
+    const HistoryItem *item = itemOf(id);
+    if (!item || wanted.isEmpty() || wanted == item->fileName)
+        return;
+    updateItem(id, [&](HistoryItem &h) { h.fileName = wanted; });
+    patchBundle(id, [wanted](const QString &bundle) { BundleStore::saveDisplayName(bundle, wanted); });
 }
 
 // --- Corrections and text forms ---
@@ -385,12 +544,32 @@ void AppModel::renameItem(const QString &itemId, const QString &name)
 void AppModel::addCorrection(const QString &itemId, const QString &from, const QString &to, bool caseSensitive,
                              bool wholeWord)
 {
-    ItemCorrections::add(*this, itemId, from, to, caseSensitive, wholeWord);
+    if (from.isEmpty())
+        return;
+    Correction rule;
+    rule.from = from;
+    rule.to = to;
+    rule.caseSensitive = caseSensitive;
+    rule.wholeWord = wholeWord;
+    changeCorrections(itemId, [&](QList<Correction> &rules) { rules.append(rule); });
 }
 
 void AppModel::removeCorrection(const QString &itemId, const QUuid &correctionId)
 {
-    ItemCorrections::remove(*this, itemId, correctionId);
+    changeCorrections(itemId, [&](QList<Correction> &rules) {
+        rules.removeIf([&](const Correction &c) { return c.id == correctionId; });
+    });
+}
+
+void AppModel::changeCorrections(QString itemId, const std::function<void(QList<Correction> &)> &change)
+{
+    std::optional<QList<Correction>> changed;
+    updateItem(itemId, [&](HistoryItem &item) {
+        change(item.corrections);
+        changed = item.corrections;
+    });
+    if (changed)
+        patchBundle(itemId, [rules = *changed](const QString &bundle) { BundleStore::saveCorrections(bundle, rules); });
 }
 
 QString AppModel::plainText(const HistoryItem &item, bool withTimestamps)

@@ -2,8 +2,9 @@
 
 #include "core/HistoryItem.h"
 #include "app/Refinement.h"
+#include "app/SpeakerJob.h"
 #include "core/PendingItem.h"
-#include "engine/WhisperModel.h"
+#include "core/WhisperModel.h"
 
 #include <QFuture>
 #include <QList>
@@ -21,26 +22,21 @@ class ModelStore;
 class TranscriptionJob;
 class TranscriptionQueue;
 class LinkImport;
-class SpeakerJob;
+class InterviewJob;
+class RecordingJob;
 struct InterviewResult;
 
-// The one observable state of the application: settings, history, the item on show,
-// the staged work and the state of the running jobs. Created once before any window,
+// The one observable state of the application: settings, history, the item on show and
+// the staged work, and the jobs, reached through it. Created once before any window,
 // owned by the main thread; every field changes there, and each change is announced by
-// its signal. The jobs' logic lives in classes of its own beside it (TranscriptionJob,
-// LinkImport, ItemCorrections, Refinement, SpeakerJob), which write the fields they own.
+// its signal. Each job (TranscriptionJob, LinkImport, SpeakerJob, Refinement) is an
+// object of its own that owns its fields and tells its outcome by signals; this object
+// starts them and puts their outcomes into the history.
 class AppModel : public QObject {
     Q_OBJECT
     Q_PROPERTY(QString selectedModelId READ selectedModelId WRITE setSelectedModelId NOTIFY selectedModelIdChanged)
     Q_PROPERTY(QString language READ language WRITE setLanguage NOTIFY languageChanged)
-    Q_PROPERTY(bool isBusy READ isBusy NOTIFY isBusyChanged)
-    Q_PROPERTY(double busyElapsed READ busyElapsed NOTIFY busyElapsedChanged)
-    Q_PROPERTY(double busyProgress READ busyProgress NOTIFY busyProgressChanged)
-    Q_PROPERTY(QString gpuDevice READ gpuDevice NOTIFY gpuDeviceChanged)
-    Q_PROPERTY(QString cpuDevice READ cpuDevice NOTIFY cpuDeviceChanged)
     Q_PROPERTY(bool showOnboarding READ showOnboarding NOTIFY showOnboardingChanged)
-    Q_PROPERTY(bool linkBusy READ linkBusy NOTIFY linkBusyChanged)
-    Q_PROPERTY(double linkProgress READ linkProgress NOTIFY linkProgressChanged)
     Q_PROPERTY(QString anthropicKey READ anthropicKey NOTIFY anthropicKeyChanged)
     Q_PROPERTY(QString openaiKey READ openaiKey NOTIFY openaiKeyChanged)
     Q_PROPERTY(QString activeModelId READ activeModelId WRITE setActiveModelId NOTIFY activeModelIdChanged)
@@ -69,21 +65,10 @@ public:
     ~AppModel() override;
 
     ModelStore *modelStore() const { return m_modelStore; }
-    // Several files opened or dropped at once, each in a row of its own.
-    TranscriptionQueue *queue() const { return m_queue.get(); }
 
     // --- State ---
     QString selectedModelId() const { return m_selectedModelId; }
     QString language() const { return m_language; }
-    bool isBusy() const { return m_isBusy; }
-    double busyElapsed() const { return m_busyElapsed; }
-    double busyProgress() const { return m_busyProgress; }
-    // The graphics device that recognises the running job, known shortly after it
-    // starts; empty while the processor does the work.
-    QString gpuDevice() const { return m_gpuDevice; }
-    // The processor, when recognition runs on it; empty while a GPU does, or before the
-    // first job has found out.
-    QString cpuDevice() const { return m_cpuDevice; }
     const std::optional<QString> &errorMessage() const { return m_errorMessage.value(); }
     // What a program or library said itself about the error, shown only on request.
     const QString &errorDetails() const { return m_errorDetails; }
@@ -93,9 +78,6 @@ public:
     const QList<HistoryItem> &history() const { return m_history.value(); }
     const std::optional<PendingItem> &pending() const { return m_pending.value(); }
     bool showOnboarding() const { return m_showOnboarding; }
-    bool linkBusy() const { return m_linkBusy; }
-    const std::optional<QString> &linkStatus() const { return m_linkStatus.value(); }
-    double linkProgress() const { return m_linkProgress; }
     QString anthropicKey() const { return m_anthropicKey; }
     QString openaiKey() const { return m_openaiKey; }
     QString activeModelId() const { return m_activeModelId; }
@@ -104,15 +86,17 @@ public:
     bool speakerDetection() const { return m_speakerDetection; }
     int speakerCount() const { return m_speakerCount; }
     QString appLanguage() const { return m_appLanguage; }
-    const std::optional<QString> &speakerStatus() const { return m_speakerStatus.value(); }
-    // What the last speaker job of the item has to tell beside its text (one voice found
-    // where the count was left open); empty for none.
-    QString speakerNotice(const QString &itemId) const
-    {
-        return m_speakerNotice.value().first == itemId ? m_speakerNotice.value().second : QString();
-    }
     bool interviewActive() const { return m_interviewActive; }
     bool interviewLiveSpeakers() const { return m_interviewLiveSpeakers; }
+
+    // The jobs, owned here; started through the operations below.
+    TranscriptionJob &transcription() const { return *m_transcription; }
+    LinkImport &linkImport() const { return *m_linkImport; }
+    SpeakerJob &speakerJob() const { return *m_speakerJob; }
+    InterviewJob &interview() const { return *m_interview; }
+    RecordingJob &recording() const { return *m_recording; }
+    // Several files opened or dropped at once, each in a row of its own.
+    TranscriptionQueue &queue() const { return *m_queue; }
 
     // The catalogue entry of `selectedModelId`, or the second entry when it names none.
     WhisperModel selectedModel() const;
@@ -194,13 +178,23 @@ public:
     // future ends when the item is at rest again. A scripted run may name another model
     // and bring its key.
     QFuture<void> smooth(const HistoryItem &item, qint64 level, const Refinement::Overrides &overrides = {});
+    // Starts the live interview with the settings' model and language, unless a scripted
+    // run names others; see InterviewJob::start.
+    void startInterview(const std::optional<QString> &language = std::nullopt,
+                        std::optional<bool> liveSpeakers = std::nullopt);
+    // Ends the recording, stores the interview and shows it. The future gives false when
+    // nothing was recorded.
+    QFuture<bool> stopInterview();
+    // Ends the recording and drops it.
+    void cancelInterview();
     // Stores a finished interview and shows it; see InterviewCompletion.
     QFuture<void> finishInterview(const InterviewResult &interview);
     // Separates the item's speakers into its `speakerText` and its bundle: by voice when
     // its audio is there, else by an AI model alone. Returns at once; does nothing while
-    // a job runs for the item. Failures end in errorMessage, a cancel in silence.
-    // `speakerCount` (0 for automatic) replaces the setting for this job.
-    void detectSpeakers(const HistoryItem &item, std::optional<int> speakerCount = std::nullopt);
+    // a job runs for the item. Failures end in errorMessage, a cancel in silence. The
+    // future gives what was found, or fails when nothing was. A scripted run may choose
+    // the count and the AI model and bring its key.
+    QFuture<SpeakerJob::Result> detectSpeakers(const HistoryItem &item, const SpeakerJob::Overrides &overrides = {});
     void cancelSpeakers();
 
     // --- Corrections ---
@@ -225,19 +219,11 @@ public:
 signals:
     void selectedModelIdChanged();
     void languageChanged();
-    void isBusyChanged();
-    void busyElapsedChanged();
-    void busyProgressChanged();
-    void gpuDeviceChanged();
-    void cpuDeviceChanged();
     void errorMessageChanged();
     void currentChanged();
     void historyChanged();
     void pendingChanged();
     void showOnboardingChanged();
-    void linkBusyChanged();
-    void linkStatusChanged();
-    void linkProgressChanged();
     void anthropicKeyChanged();
     void openaiKeyChanged();
     void activeModelIdChanged();
@@ -246,29 +232,25 @@ signals:
     void speakerDetectionChanged();
     void speakerCountChanged();
     void appLanguageChanged();
-    void speakerStatusChanged();
-    void speakerNoticeChanged();
     void interviewActiveChanged();
     void interviewLiveSpeakersChanged();
 
 private:
-    // The jobs write the state they own.
-    friend class TranscriptionJob;
-    friend class LinkImport;
-    friend class ItemCorrections;
-    friend class ItemNames;
-    friend class Refinement;
-    friend class SpeakerJob;
-    friend class InterviewCompletion;
-    friend class TranscriptionQueue;
-
     void stageKind(PendingItem::Kind kind);
     // Applies `change` to the item of `id` in the history and in `current`, keeping both
     // in step; an item that is gone stays gone. `id` is taken by value: a caller may pass
     // the id of `current`, which the update replaces.
     void updateItem(QString id, const std::function<void(HistoryItem &)> &change);
-    // Puts a finished item at the top of the history.
-    void prependToHistory(const HistoryItem &item);
+    // Puts a finished item at the top of the history and on show.
+    void showNew(const HistoryItem &item);
+    // The item in the history or on show; null when it is gone.
+    const HistoryItem *itemOf(const QString &id) const;
+    // Writes a change into the bundle of the item, if it has one, off the main thread.
+    void patchBundle(const QString &id, std::function<void(const QString &bundle)> patch);
+    // Changes an item's corrections and writes them into its bundle. `itemId` is taken by
+    // value: it may be the current item's, which the change replaces.
+    void changeCorrections(QString itemId, const std::function<void(QList<Correction> &)> &change);
+    void connectJobs();
     // Reads the segments of a listed item on the pool and puts them into it.
     void loadSegments(const QString &id, const QString &bundle);
     // Stores a setting under its key, then the field, which tells a change.
@@ -287,11 +269,6 @@ private:
     // equality and are announced on every assignment instead.
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, QString, m_selectedModelId, &AppModel::selectedModelIdChanged)
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, QString, m_language, &AppModel::languageChanged)
-    Q_OBJECT_BINDABLE_PROPERTY(AppModel, bool, m_isBusy, &AppModel::isBusyChanged)
-    Q_OBJECT_BINDABLE_PROPERTY(AppModel, double, m_busyElapsed, &AppModel::busyElapsedChanged)
-    Q_OBJECT_BINDABLE_PROPERTY(AppModel, double, m_busyProgress, &AppModel::busyProgressChanged)
-    Q_OBJECT_BINDABLE_PROPERTY(AppModel, QString, m_gpuDevice, &AppModel::gpuDeviceChanged)
-    Q_OBJECT_BINDABLE_PROPERTY(AppModel, QString, m_cpuDevice, &AppModel::cpuDeviceChanged)
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, std::optional<QString>, m_errorMessage, &AppModel::errorMessageChanged)
     QString m_errorDetails;
     std::function<void()> m_errorRetry;
@@ -299,9 +276,6 @@ private:
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, QList<HistoryItem>, m_history, &AppModel::historyChanged)
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, std::optional<PendingItem>, m_pending, &AppModel::pendingChanged)
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, bool, m_showOnboarding, &AppModel::showOnboardingChanged)
-    Q_OBJECT_BINDABLE_PROPERTY(AppModel, bool, m_linkBusy, &AppModel::linkBusyChanged)
-    Q_OBJECT_BINDABLE_PROPERTY(AppModel, std::optional<QString>, m_linkStatus, &AppModel::linkStatusChanged)
-    Q_OBJECT_BINDABLE_PROPERTY(AppModel, double, m_linkProgress, &AppModel::linkProgressChanged)
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, QString, m_anthropicKey, &AppModel::anthropicKeyChanged)
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, QString, m_openaiKey, &AppModel::openaiKeyChanged)
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, QString, m_activeModelId, &AppModel::activeModelIdChanged)
@@ -310,9 +284,6 @@ private:
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, bool, m_speakerDetection, &AppModel::speakerDetectionChanged)
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, int, m_speakerCount, &AppModel::speakerCountChanged)
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, QString, m_appLanguage, &AppModel::appLanguageChanged)
-    Q_OBJECT_BINDABLE_PROPERTY(AppModel, std::optional<QString>, m_speakerStatus, &AppModel::speakerStatusChanged)
-    using ItemText = std::pair<QString, QString>; // item id, text
-    Q_OBJECT_BINDABLE_PROPERTY(AppModel, ItemText, m_speakerNotice, &AppModel::speakerNoticeChanged)
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, bool, m_interviewActive, &AppModel::interviewActiveChanged)
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, bool, m_interviewLiveSpeakers, &AppModel::interviewLiveSpeakersChanged)
 
@@ -320,9 +291,12 @@ private:
     // Set by a save, so that the key store's late answer at start does not undo it.
     bool m_anthropicKeySaved = false;
     bool m_openaiKeySaved = false;
-    // Declared last, so they stop and are gone before the fields they write.
+    // Declared last, so they stop and are gone before the fields their outcomes reach.
     std::unique_ptr<TranscriptionJob> m_transcription;
     std::unique_ptr<LinkImport> m_linkImport;
     std::unique_ptr<SpeakerJob> m_speakerJob;
+    std::unique_ptr<Refinement> m_refinement;
+    std::unique_ptr<InterviewJob> m_interview;
+    std::unique_ptr<RecordingJob> m_recording;
     std::unique_ptr<TranscriptionQueue> m_queue;
 };

@@ -7,7 +7,7 @@
 #include "core/UserError.h"
 #include "engine/Engine.h"
 #include "engine/EngineError.h"
-#include "engine/ModelStore.h"
+#include "app/ModelStore.h"
 #include "engine/VadModel.h"
 #include "engine/WhisperEngine.h"
 #include "links/MediaDownloader.h"
@@ -269,7 +269,7 @@ BatchRun::modelAndLanguage(const AppModel &app, const std::optional<QString> &mo
     const WhisperModel chosen = model ? *WhisperModel::withId(*model) : app.selectedModel();
     if (!app.modelStore()->isInstalled(chosen))
         return AppModel::notInstalledMessage(chosen);
-    return std::pair(app.modelStore()->modelsDir() + u'/' + chosen.fileName, code);
+    return std::pair(app.modelStore()->path(chosen), code);
 }
 
 void BatchRun::start()
@@ -550,12 +550,15 @@ void BatchRun::nextSpeakers()
                              : Tr::tr("„%1“ ist keine lesbare Transkription.").arg(QDir::toNativeSeparators(job->bundle)));
         return nextSpeakers();
     }
-    if (!m_speakerJob)
-        m_speakerJob = std::make_unique<SpeakerJob>(m_app);
-    SpeakerJob::Overrides overrides;
-    if (*m_options.speakers > 0)
-        overrides.speakerCount = *m_options.speakers;
-    m_speakerJob->start(BundleStore::historyItem(*bundle), overrides)
+    if (!m_speakerJob) {
+        m_speakerJob = std::make_unique<SpeakerJob>();
+        connect(m_speakerJob.get(), &SpeakerJob::failed, this,
+                [this](const QString &, const QString &message) { m_speakerError = message; });
+    }
+    m_speakerError.clear();
+    // The settings' AI model names the speakers where its key is at hand.
+    const int count = *m_options.speakers > 0 ? *m_options.speakers : m_app.speakerCount();
+    m_speakerJob->start(BundleStore::historyItem(*bundle), count, m_app.activeKey(), m_app.activeModelId())
         .then(this,
               [this, job](const SpeakerJob::Result &) {
                   m_known[job->contentKey].hasSpeakers = true;
@@ -565,10 +568,9 @@ void BatchRun::nextSpeakers()
               })
         .onFailed(this, [this, job] {
             m_speakerRunning.reset();
-            const QString error = m_cancelled || job->control->isCancelled()
-                                      ? EngineError::cancelled().errorDescription()
-                                              : m_app.errorMessage().value_or(Tr::tr("Sprechertrennung fehlgeschlagen"));
-            m_app.setErrorMessage(std::nullopt);
+            const QString error = m_cancelled || job->control->isCancelled() ? EngineError::cancelled().errorDescription()
+                                  : m_speakerError.isEmpty() ? Tr::tr("Sprechertrennung fehlgeschlagen")
+                                                             : m_speakerError;
             complete(job, Outcome::Failed, error);
             nextSpeakers();
         });

@@ -165,6 +165,8 @@ private:
     QSet<QString> m_making;
     // Speaker separation runs one bundle at a time, beside the recognitions.
     std::unique_ptr<SpeakerJob> m_speakerJob;
+    // What the speaker job said of its last failure.
+    QString m_speakerError;
     QList<std::shared_ptr<Job>> m_speakerQueue;
     std::shared_ptr<Job> m_speakerRunning;
     const TranscribeControlPtr m_vadControl = std::make_shared<TranscribeControl>();

@@ -1,18 +1,19 @@
 #include "app/InterviewCompletion.h"
 
-#include "app/AppModel.h"
-#include "capture/InterviewSession.h"
+#include "app/InterviewJob.h"
+
+#include <QFile>
 #include "export/Format.h"
+#include "app/PatchQueue.h"
 #include "storage/BundleStore.h"
 
 #include <QtConcurrent/QtConcurrentRun>
 
-QFuture<void> InterviewCompletion::finish(AppModel &app, const InterviewResult &interview)
+QFuture<std::optional<HistoryItem>> InterviewCompletion::store(const InterviewResult &interview)
 {
-    app.setInterviewActive(false);
     if (interview.result.segments.isEmpty()) {
         QFile::remove(interview.audio);
-        return QtFuture::makeReadyVoidFuture();
+        return QtFuture::makeReadyValueFuture(std::optional<HistoryItem>());
     }
     const QDateTime createdAt = QDateTime::currentDateTime();
     const QString name = QStringLiteral("Interview ") + Format::date(createdAt);
@@ -25,16 +26,17 @@ QFuture<void> InterviewCompletion::finish(AppModel &app, const InterviewResult &
                    return std::nullopt;
                }
            })
-        .then(&app, [&app, interview](const std::optional<LoadedBundle> &bundle) {
+        .then([interview](const std::optional<LoadedBundle> &bundle) -> QFuture<std::optional<HistoryItem>> {
             if (!bundle)
-                return;
+                return QtFuture::makeReadyValueFuture(std::optional<HistoryItem>());
             HistoryItem item = BundleStore::historyItem(*bundle);
-            if (interview.speakerText) {
-                // A patch like any other; where it fails, the text lives in memory only.
-                item.speakerText = interview.speakerText;
-                BundleStore::saveSpeakerText(bundle->url, *interview.speakerText);
-            }
-            app.prependToHistory(item);
-            app.setCurrent(item);
-        });
+            if (!interview.speakerText)
+                return QtFuture::makeReadyValueFuture(std::optional<HistoryItem>(item));
+            // A patch like any other; where it fails, the text lives in memory only.
+            item.speakerText = interview.speakerText;
+            return PatchQueue::add([url = bundle->url, text = *interview.speakerText] {
+                       BundleStore::saveSpeakerText(url, text);
+                   }).then([item] { return std::optional<HistoryItem>(item); });
+        })
+        .unwrap();
 }

@@ -1,13 +1,10 @@
 #include "app/LinkImport.h"
 
-#include "app/AppModel.h"
 #include "core/Tr.h"
 #include "links/MediaDownloader.h"
 #include "links/PodcastResolver.h"
 
-LinkImport::LinkImport(AppModel &app) : m_app(app)
-{
-}
+LinkImport::LinkImport(QObject *parent) : QObject(parent) {}
 
 LinkImport::~LinkImport()
 {
@@ -17,23 +14,20 @@ LinkImport::~LinkImport()
 
 void LinkImport::start(const QString &link)
 {
-    if (m_app.isBusy() || m_app.linkBusy())
+    if (m_isBusy)
         return;
-    const QString text = link.trimmed();
-    if (text.isEmpty())
-        return;
-    m_app.setErrorMessage(std::nullopt);
-    m_app.setCurrent(std::nullopt);
-    m_app.setInterviewActive(false);
-    m_app.m_linkBusy = true;
-    m_app.m_linkProgress = 0.0;
-    m_app.m_linkStatus = Tr::tr("Link wird aufgelöst…");
+    m_isBusy = true;
+    m_progress = 0.0;
+    m_status = Tr::tr("Link wird aufgelöst…");
 
-    // The user cannot cancel an import; the control only lets this object end the
-    // resolution's request when it goes away.
-    m_control = std::make_shared<TranscribeControl>();
-    PodcastResolver::resolve(text, PodcastResolver::defaultLookupBase, m_control)
-        .then(this, [this](const QFuture<ResolvedMedia> &resolution) {
+    // The screens offer no cancel; the command line does, and the control ends the
+    // resolution's request when this object goes.
+    const TranscribeControlPtr control = std::make_shared<TranscribeControl>();
+    m_control = control;
+    PodcastResolver::resolve(link, PodcastResolver::defaultLookupBase, control)
+        .then(this, [this, control](const QFuture<ResolvedMedia> &resolution) {
+            if (control->isCancelled())
+                return;
             m_control.reset();
             try {
                 const ResolvedMedia media = resolution.result();
@@ -48,28 +42,45 @@ void LinkImport::start(const QString &link)
 
 void LinkImport::download(const QUrl &url, const QString &title)
 {
-    m_app.m_linkStatus = Tr::tr("Episode wird geladen…");
-    auto *downloader = new MediaDownloader([this](double fraction) { m_app.m_linkProgress = fraction; }, this);
+    m_status = Tr::tr("Episode wird geladen…");
+    auto *downloader = new MediaDownloader([this](double fraction) { m_progress = fraction; }, this);
+    m_downloader = downloader;
+    // A cancel deletes the downloader; whatever its transfer reports after that is dropped.
+    const QPointer<QObject> alive(downloader);
     downloader->download(url)
         .then(this,
-              [this, downloader, title](const QString &file) {
-                  downloader->deleteLater();
+              [this, alive, title](const QString &file) {
+                  if (!alive)
+                      return;
+                  alive->deleteLater();
                   end(std::nullopt);
-                  // Refused without a word if a job has started meanwhile; the file then
-                  // stays in the temporary folder.
-                  m_app.stage(file, title);
+                  emit downloaded(file, title);
               })
-        .onFailed(this, [this, downloader](const Network::Error &error) {
-            downloader->deleteLater();
+        .onFailed(this, [this, alive](const Network::Error &error) {
+            if (!alive)
+                return;
+            alive->deleteLater();
             end(error.errorDescription());
         });
 }
 
+void LinkImport::cancel()
+{
+    if (!m_isBusy)
+        return;
+    if (m_control)
+        m_control->cancel();
+    // Deleting the downloader ends the transfer and removes what was written.
+    delete m_downloader.data();
+    end(std::nullopt);
+}
+
 void LinkImport::end(const std::optional<QString> &error)
 {
-    m_app.m_linkBusy = false;
-    m_app.m_linkStatus = std::nullopt;
-    m_app.m_linkProgress = 0.0;
+    m_control.reset();
+    m_isBusy = false;
+    m_status = std::nullopt;
+    m_progress = 0.0;
     if (error)
-        m_app.setErrorMessage(*error);
+        emit failed(*error);
 }

@@ -2,7 +2,7 @@
 
 #include "core/Tr.h"
 #include "engine/ModelImport.h"
-#include "engine/ModelStore.h"
+#include "app/ModelStore.h"
 
 #include <QPointer>
 #include <QtConcurrent/QtConcurrentRun>

@@ -1,8 +1,9 @@
 #include "app/SpeakerJob.h"
 
-#include "ai/AIModel.h"
+#include "core/AIModel.h"
 #include "ai/Smoother.h"
-#include "app/AppModel.h"
+#include "app/PatchQueue.h"
+#include "core/HistoryItem.h"
 #include "core/Tr.h"
 #include "core/UserError.h"
 #include "engine/Engine.h"
@@ -20,9 +21,6 @@
 
 namespace {
 
-// The diarisation program's clustering threshold, the same in every job.
-constexpr double threshold = 0.9;
-
 // The separated voices and the segments they are laid over.
 struct Voices {
     QList<SpeakerSpan> spans;
@@ -37,7 +35,7 @@ void throwIfCancelled(const TranscribeControlPtr &control)
 
 } // namespace
 
-SpeakerJob::SpeakerJob(AppModel &app) : m_app(app) {}
+SpeakerJob::SpeakerJob(QObject *parent) : QObject(parent) {}
 
 SpeakerJob::~SpeakerJob()
 {
@@ -52,15 +50,13 @@ SpeakerJob::~SpeakerJob()
     }
 }
 
-QFuture<SpeakerJob::Result> SpeakerJob::start(const HistoryItem &item, const Overrides &overrides)
+QFuture<SpeakerJob::Result> SpeakerJob::start(const HistoryItem &item, int speakerCount, const QString &key,
+                                              const QString &modelId)
 {
     if (item.speakerBusy)
         return QtFuture::makeExceptionalFuture<Result>(std::make_exception_ptr(Cancelled()));
-    // Fixed for this run: later changes of the settings don't reach it.
-    const QString key = overrides.apiKey.value_or(m_app.activeKey());
-    const QString modelId = overrides.modelId.value_or(m_app.activeModelId());
     if (item.audioURL && QFile::exists(*item.audioURL))
-        return acoustic(item, *item.audioURL, overrides.speakerCount.value_or(m_app.speakerCount()), key, modelId);
+        return acoustic(item, *item.audioURL, speakerCount, key, modelId);
     return textOnly(item, key, modelId);
 }
 
@@ -77,9 +73,9 @@ QFuture<SpeakerJob::Result> SpeakerJob::acoustic(const HistoryItem &item, QStrin
     // A listed item that was never opened has its segments still on disk.
     const std::optional<QList<TranscriptSegment>> segments
         = item.segmentsPending ? std::nullopt : std::optional(item.result.segments);
-    m_app.updateItem(id, [](HistoryItem &h) { h.speakerBusy = true; });
-    m_app.m_speakerStatus = Tr::tr("Sprecher werden erkannt…");
-    m_app.m_speakerNotice = AppModel::ItemText();
+    emit began(id);
+    m_status = Tr::tr("Sprecher werden erkannt…");
+    m_notice = ItemText();
 
     QPointer<SpeakerJob> self(this);
     auto status = [self, control](const QString &text) {
@@ -95,17 +91,18 @@ QFuture<SpeakerJob::Result> SpeakerJob::acoustic(const HistoryItem &item, QStrin
               [this, control, audio, speakerCount, progress, segments,
                bundle](const DiarizationModels::Paths &models) {
                   throwIfCancelled(control);
-                  m_app.m_speakerStatus = Tr::tr("Bereite Audio auf…");
+                  m_status = Tr::tr("Bereite Audio auf…");
                   QFuture<Voices> work = QtConcurrent::run([=] {
                       const QString wav = Engine::extractWav(audio, control);
                       // From here on every way out removes the WAV file.
                       const auto removeWav = qScopeGuard([&] { QFile::remove(wav); });
                       throwIfCancelled(control);
-                      QList<SpeakerSpan> spans = Diarizer::diarize(wav, models.seg, models.emb, threshold,
+                      QList<SpeakerSpan> spans = Diarizer::diarize(wav, models.seg, models.emb, Diarizer::defaultThreshold,
                                                                    speakerCount, control, progress);
                       throwIfCancelled(control);
                       if (segments)
                           return Voices{spans, *segments};
+                      PatchQueue::drain();
                       const std::optional<LoadedBundle> whole = bundle ? BundleStore::load(*bundle) : std::nullopt;
                       return Voices{spans, whole ? BundleStore::historyItem(*whole).result.segments
                                                  : QList<TranscriptSegment>()};
@@ -125,7 +122,7 @@ QFuture<SpeakerJob::Result> SpeakerJob::acoustic(const HistoryItem &item, QStrin
                       speakers.insert(s.speaker);
                   if (!hasKey || speakers.size() < 2)
                       return QtFuture::makeReadyValueFuture(Result{spans, labelled});
-                  m_app.m_speakerStatus = Tr::tr("KI ergänzt Namen und Rollen…");
+                  m_status = Tr::tr("KI ergänzt Namen und Rollen…");
                   return Smoother::refineSpeakers(labelled, key, AIModel::by(modelId), control)
                       .then([spans](const QString &named) { return Result{spans, named}; });
               })
@@ -134,16 +131,17 @@ QFuture<SpeakerJob::Result> SpeakerJob::acoustic(const HistoryItem &item, QStrin
               [this, control, id, bundle, speakerCount](const Result &result) {
                   // A cancel that came after the answer still drops it.
                   throwIfCancelled(control);
-                  finish(control, id, result.text, bundle);
+                  QFuture<void> stored = finish(control, id, result.text, bundle);
                   // Else the speaker view looks like the original and nobody knows why.
                   QSet<int> speakers;
                   for (const SpeakerSpan &s : result.spans)
                       speakers.insert(s.speaker);
                   if (speakerCount < 1 && speakers.size() < 2)
-                      m_app.m_speakerNotice = AppModel::ItemText{id, Tr::tr("Nur eine Stimme erkannt. Sind es mehr, wähle ihre "
-                                                          "Anzahl und erkenne neu.")};
-                  return result;
+                      m_notice = ItemText{id, Tr::tr("Nur eine Stimme erkannt. Sind es mehr, wähle ihre "
+                                                     "Anzahl und erkenne neu.")};
+                  return stored.then([result] { return result; });
               })
+        .unwrap()
         .onFailed(this, [this, control, id]() -> Result {
             fail(control, id, std::current_exception());
             throw;
@@ -153,9 +151,8 @@ QFuture<SpeakerJob::Result> SpeakerJob::acoustic(const HistoryItem &item, QStrin
 QFuture<SpeakerJob::Result> SpeakerJob::textOnly(const HistoryItem &item, const QString &key, const QString &modelId)
 {
     if (key.isEmpty()) {
-        m_app.setErrorMessage(Tr::tr("Kein API-Key für den gewählten Anbieter hinterlegt. Bitte in den "
-                                     "Einstellungen eintragen."));
-        m_app.setShowSettings(true);
+        emit keyMissing(Tr::tr("Kein API-Key für den gewählten Anbieter hinterlegt. Bitte in den "
+                               "Einstellungen eintragen."));
         return QtFuture::makeExceptionalFuture<Result>(std::make_exception_ptr(Cancelled()));
     }
     if (item.result.fullText.isEmpty())
@@ -167,15 +164,15 @@ QFuture<SpeakerJob::Result> SpeakerJob::textOnly(const HistoryItem &item, const 
     const std::optional<QString> bundle = item.bundleURL;
     // Copied before the busy flag rewrites the history, where `item` may lie.
     const QString fullText = item.result.fullText;
-    m_app.updateItem(id, [](HistoryItem &h) { h.speakerBusy = true; });
-    m_app.m_speakerStatus = Tr::tr("Sprecher werden erkannt…");
+    emit began(id);
+    m_status = Tr::tr("Sprecher werden erkannt…");
     return Smoother::detectSpeakers(fullText, key, AIModel::by(modelId), control)
         .then(this,
               [this, control, id, bundle](const QString &text) {
                   throwIfCancelled(control);
-                  finish(control, id, text, bundle);
-                  return Result{{}, text};
+                  return finish(control, id, text, bundle).then([text] { return Result{{}, text}; });
               })
+        .unwrap()
         .onFailed(this, [this, control, id]() -> Result {
             fail(control, id, std::current_exception());
             throw;
@@ -189,30 +186,30 @@ void SpeakerJob::postStatus(const TranscribeControlPtr &job, const QString &text
         this,
         [self, job, text] {
             if (self && self->m_control == job)
-                self->m_app.m_speakerStatus = text;
+                self->m_status = text;
         },
         Qt::QueuedConnection);
 }
 
-void SpeakerJob::finish(const TranscribeControlPtr &, const QString &id, const QString &text,
-                        const std::optional<QString> &bundle)
+QFuture<void> SpeakerJob::finish(const TranscribeControlPtr &, const QString &id, const QString &text,
+                                 const std::optional<QString> &bundle)
 {
-    m_app.updateItem(id, [&](HistoryItem &h) {
-        h.speakerText = text;
-        h.speakerBusy = false;
-    });
+    emit finished(id, text);
     // The end of either of two jobs clears the shared fields.
-    m_app.m_speakerStatus = std::nullopt;
+    m_status = std::nullopt;
     m_control.reset();
-    if (bundle)
-        BundleStore::saveSpeakerText(*bundle, text);
+    if (!bundle)
+        return QtFuture::makeReadyVoidFuture();
+    return PatchQueue::add([bundle = *bundle, text] { BundleStore::saveSpeakerText(bundle, text); });
 }
 
 void SpeakerJob::fail(const TranscribeControlPtr &, const QString &id, std::exception_ptr error)
 {
-    m_app.updateItem(id, [](HistoryItem &h) { h.speakerBusy = false; });
-    m_app.m_speakerStatus = std::nullopt;
+    m_status = std::nullopt;
     m_control.reset();
+    QString message;
+    QString details;
+    bool retry = false;
     try {
         // The thread pool wraps what it does not know as its own exception type.
         try {
@@ -224,20 +221,20 @@ void SpeakerJob::fail(const TranscribeControlPtr &, const QString &id, std::exce
         }
     } catch (const DiarizationModels::TransferFailed &e) {
         // The models could not be fetched, as when offline: the same job may work later.
-        AppModel *app = &m_app;
-        m_app.setErrorMessage(e.errorDescription(), e.details(), [app, id] {
-            for (const HistoryItem &item : app->history())
-                if (item.id == id)
-                    return app->detectSpeakers(HistoryItem(item));
-        });
+        message = e.errorDescription();
+        details = e.details();
+        retry = true;
     } catch (const UserError &e) {
         // The user's own cancel, wherever it stopped the job, shows nothing.
-        if (!e.isCancelled())
-            m_app.setErrorMessage(e.errorDescription(), e.details());
+        if (!e.isCancelled()) {
+            message = e.errorDescription();
+            details = e.details();
+        }
     } catch (const std::exception &e) {
-        m_app.setErrorMessage(QString::fromLocal8Bit(e.what()));
+        message = QString::fromLocal8Bit(e.what());
     } catch (...) {
     }
+    emit failed(id, message, details, retry);
 }
 
 void SpeakerJob::cancel()

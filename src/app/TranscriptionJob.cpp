@@ -1,6 +1,5 @@
 #include "app/TranscriptionJob.h"
 
-#include "app/AppModel.h"
 #include "core/UserError.h"
 #include "engine/Engine.h"
 #include "engine/EngineError.h"
@@ -21,10 +20,10 @@ struct TranscriptionJob::Outcome {
     QString details;
 };
 
-TranscriptionJob::TranscriptionJob(AppModel &app) : m_app(app)
+TranscriptionJob::TranscriptionJob(QObject *parent) : QObject(parent)
 {
     m_timer.setInterval(100);
-    connect(&m_timer, &QTimer::timeout, this, [this] { m_app.m_busyElapsed = m_app.m_busyElapsed + 0.1; });
+    connect(&m_timer, &QTimer::timeout, this, [this] { m_busyElapsed = m_busyElapsed + 0.1; });
 }
 
 TranscriptionJob::~TranscriptionJob()
@@ -35,15 +34,20 @@ TranscriptionJob::~TranscriptionJob()
         m_task->waitForFinished();
 }
 
-void TranscriptionJob::start(const QString &url, const QString &displayName, const QString &modelPath,
+int TranscriptionJob::threadCount()
+{
+    return WhisperEngine::threadCount();
+}
+
+void TranscriptionJob::start(const QString &path, const QString &displayName, const QString &modelPath,
                              const QString &language)
 {
-    if (m_app.m_isBusy)
+    if (m_isBusy)
         return;
     const QDateTime createdAt = QDateTime::currentDateTime();
-    m_app.m_isBusy = true;
-    m_app.m_busyElapsed = 0.0;
-    m_app.m_busyProgress = 0.0;
+    m_isBusy = true;
+    m_busyElapsed = 0.0;
+    m_busyProgress = 0.0;
     m_timer.start();
 
     const TranscribeControlPtr control = std::make_shared<TranscribeControl>();
@@ -56,7 +60,7 @@ void TranscriptionJob::start(const QString &url, const QString &displayName, con
             self.data(),
             [self, fraction] {
                 if (self)
-                    self->m_app.m_busyProgress = fraction;
+                    self->m_busyProgress = fraction;
             },
             Qt::QueuedConnection);
     };
@@ -70,11 +74,11 @@ void TranscriptionJob::start(const QString &url, const QString &displayName, con
             finish(cancelled, displayName, createdAt);
             return;
         }
-        run(url, displayName, createdAt, modelPath, language, control, progress);
+        run(path, displayName, createdAt, modelPath, language, control, progress);
     });
 }
 
-void TranscriptionJob::run(const QString &url, const QString &displayName, const QDateTime &createdAt,
+void TranscriptionJob::run(const QString &path, const QString &displayName, const QDateTime &createdAt,
                            const QString &modelPath, const QString &language, const TranscribeControlPtr &control,
                            const std::function<void(double)> &progress)
 {
@@ -89,12 +93,12 @@ void TranscriptionJob::run(const QString &url, const QString &displayName, const
             [self, gpu = device ? device->name : QString(), cpu] {
                 if (!self)
                     return;
-                self->m_app.m_gpuDevice = gpu;
-                self->m_app.m_cpuDevice = cpu;
+                self->m_gpuDevice = gpu;
+                self->m_cpuDevice = cpu;
             },
             Qt::QueuedConnection);
         try {
-            outcome.result = Engine::transcribe(url, modelPath, language, control, progress);
+            outcome.result = Engine::transcribe(path, modelPath, language, control, progress);
         } catch (const UserError &e) {
             outcome.error = e.errorDescription();
             outcome.details = e.details();
@@ -106,7 +110,7 @@ void TranscriptionJob::run(const QString &url, const QString &displayName, const
         }
         // Past recognition a cancel is no longer heard: the job finishes with its bundle.
         try {
-            outcome.bundle = BundleStore::create(displayName, createdAt, url, *outcome.result);
+            outcome.bundle = BundleStore::create(displayName, createdAt, path, *outcome.result);
         } catch (...) {
             // Dropped without a word: the transcript is kept in memory.
         }
@@ -120,7 +124,7 @@ void TranscriptionJob::finish(const Outcome &outcome, const QString &displayName
 {
     if (!outcome.result) {
         if (!outcome.cancelled)
-            m_app.setErrorMessage(outcome.error, outcome.details);
+            emit failed(outcome.error, outcome.details);
         finishBusy();
         return;
     }
@@ -134,17 +138,14 @@ void TranscriptionJob::finish(const Outcome &outcome, const QString &displayName
         item.date = createdAt;
         item.result = *outcome.result;
     }
-    m_app.prependToHistory(item);
-    m_app.setCurrent(item);
+    emit finished(item);
     finishBusy();
-    if (m_app.speakerDetection())
-        m_app.detectSpeakers(item);
 }
 
 void TranscriptionJob::finishBusy()
 {
-    m_app.m_isBusy = false;
-    m_app.m_busyProgress = 0.0;
+    m_isBusy = false;
+    m_busyProgress = 0.0;
     m_timer.stop();
     m_task.reset();
     m_control.reset();

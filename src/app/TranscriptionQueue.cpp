@@ -133,7 +133,7 @@ void TranscriptionQueue::start()
         r->bundle = entry.bundle;
         // Also a cancel during the speakers leaves a saved transcription.
         if (!entry.bundle.isEmpty())
-            addToHistory(entry.bundle);
+            announce(entry.bundle);
         emit rowsChanged();
     });
     connect(m_run.get(), &BatchRun::finished, this, [this] {
@@ -217,16 +217,8 @@ void TranscriptionQueue::clear()
         emit rowsChanged();
 }
 
-void TranscriptionQueue::addToHistory(const QString &bundle)
+void TranscriptionQueue::announce(const QString &bundle)
 {
-    const std::optional<LoadedBundle> loaded = BundleStore::load(bundle);
-    if (!loaded)
-        return;
-    const HistoryItem item = BundleStore::historyItem(*loaded);
-    const bool listed = std::any_of(m_app.history().cbegin(), m_app.history().cend(),
-                                    [&](const HistoryItem &h) { return h.id == item.id; });
-    if (listed)
-        m_app.updateItem(item.id, [&](HistoryItem &h) { h = item; });
-    else
-        m_app.prependToHistory(item);
+    if (const std::optional<LoadedBundle> loaded = BundleStore::load(bundle))
+        emit saved(BundleStore::historyItem(*loaded));
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/HistoryItem.h"
+
 #include <QList>
 #include <QObject>
 #include <QString>
@@ -13,7 +15,7 @@ class BatchRun;
 
 // Several files opened or dropped at once: each gets a row, and they run one after the
 // other through a batch with the setup chosen when they start. A row that fails or is
-// cancelled leaves the others running; what is saved goes into the history.
+// cancelled leaves the others running; what is saved is announced for the history.
 class TranscriptionQueue : public QObject {
     Q_OBJECT
 
@@ -61,10 +63,13 @@ public:
 
 signals:
     void rowsChanged();
+    // A saved transcription, read from its bundle, for the history; also one that was
+    // there already and has changed (its speakers separated since).
+    void saved(const HistoryItem &item);
 
 private:
     void poll();
-    void addToHistory(const QString &bundle);
+    void announce(const QString &bundle);
     Row *row(int id);
 
     AppModel &m_app;

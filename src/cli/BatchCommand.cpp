@@ -4,7 +4,7 @@
 #include "app/AppModel.h"
 #include "app/Batch.h"
 #include "core/Tr.h"
-#include "engine/EngineError.h"
+#include "core/UserError.h"
 
 #include <QCommandLineParser>
 #include <QDir>
@@ -140,7 +140,7 @@ private:
         for (const QString &failure : std::as_const(m_failures))
             printError(QStringLiteral("  ") + failure);
         if (m_run.cancelled()) {
-            printError(EngineError::cancelled().errorDescription());
+            printError(cancelledText());
             return end(Cancelled);
         }
         end(m_failed > 0 ? Failed : Ok);

@@ -3,6 +3,8 @@
 #include <QObject>
 #include <QStringList>
 
+class QCommandLineParser;
+
 #include <memory>
 
 // Every command runs on the application's one event loop and ends it with its exit
@@ -16,6 +18,10 @@ QString usage();
 
 // Ends the application's event loop with `status`.
 void finish(int status);
+
+// Says what was wrong with the arguments, if the parser knows, and how to call the
+// program, on standard error; returns the status for that.
+int usageError(const QCommandLineParser &parser);
 
 // `transcribe FILE|LINK --model ID|PATH [--language CODE]`, or with `--save` into the
 // history, with the settings' model and language unless given.

@@ -3,7 +3,7 @@
 #include "cli/ProgressBar.h"
 #include "cli/Run.h"
 
-#include "engine/ModelStore.h"
+#include "app/ModelStore.h"
 
 #include <QCommandLineParser>
 
@@ -48,7 +48,7 @@ private:
                          qPrintable(Tr::tr("Download fehlgeschlagen: %1").arg(*m_store.errorMessage())));
             return end(Failed);
         }
-        std::printf("%s\n", qPrintable(m_store.modelsDir() + u'/' + m_model.fileName));
+        std::printf("%s\n", qPrintable(m_store.path(m_model)));
         end(Ok);
     }
 
@@ -65,10 +65,7 @@ std::unique_ptr<QObject> download(const QStringList &args)
     parser.addPositionalArgument(QStringLiteral("id"), QStringLiteral("model id"));
     parser.addOption({QStringLiteral("from"), QStringLiteral("repository base address"), QStringLiteral("url")});
     if (!parser.parse(args) || parser.positionalArguments().size() != 1) {
-        if (!parser.errorText().isEmpty())
-            std::fprintf(stderr, "%s\n", qPrintable(parser.errorText()));
-        std::fprintf(stderr, "%s", qPrintable(usage()));
-        finish(Usage);
+        finish(usageError(parser));
         return nullptr;
     }
     const QString id = parser.positionalArguments().constFirst();

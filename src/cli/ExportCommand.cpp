@@ -3,7 +3,7 @@
 
 #include "app/AppModel.h"
 #include "review/TranscriptLines.h"
-#include "storage/BundleStore.h"
+#include "app/Scripted.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -35,24 +35,18 @@ int exportBundle(const QStringList &args)
                                                              : viewName.toLongLong(&viewOk);
     if (parser.positionalArguments().size() != 1 || !viewOk || (view < 0 && viewName != QLatin1String("speakers"))
         || !QStringList{"txt", "srt", "vtt", "json"}.contains(format)) {
-        if (!parser.errorText().isEmpty())
-            std::fprintf(stderr, "%s\n", qPrintable(parser.errorText()));
-        std::fprintf(stderr, "%s", qPrintable(usage()));
-        return Usage;
+        return usageError(parser);
     }
 
     const QString folder = QFileInfo(parser.positionalArguments().constFirst()).absoluteFilePath();
-    QFile document(folder + QStringLiteral("/sagwerk.json"));
-    std::optional<BundleData> data;
-    if (document.open(QIODevice::ReadOnly))
-        data = BundleData::decode(document.readAll());
-    if (!data) {
+    const std::optional<HistoryItem> stored = Scripted::read(folder);
+    if (!stored) {
         std::fprintf(stderr, "%s\n",
                      qPrintable(Tr::tr("„%1“ ist keine lesbare Transkription.")
                                     .arg(QDir::toNativeSeparators(folder))));
         return Failed;
     }
-    const HistoryItem item = BundleStore::historyItem(LoadedBundle{folder, folder, *data});
+    const HistoryItem &item = *stored;
 
     if (view == TranscriptLines::speakerView && !item.speakerText) {
         std::fprintf(stderr, "%s\n", qPrintable(Tr::tr("Diese Transkription hat keinen Sprechertext.")));

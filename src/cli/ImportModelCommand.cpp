@@ -3,8 +3,9 @@
 #include "cli/Interrupt.h"
 #include "cli/ProgressBar.h"
 
-#include "engine/ModelImport.h"
-#include "engine/ModelStore.h"
+#include "app/Scripted.h"
+#include "core/UserError.h"
+#include "app/ModelStore.h"
 #include "core/TranscribeControl.h"
 
 #include <QCommandLineParser>
@@ -20,20 +21,17 @@ int importModel(const QStringList &args)
     parser.addPositionalArgument(QStringLiteral("source"),
                                  QStringLiteral("whisper.cpp model file or CTranslate2 model folder"));
     if (!parser.parse(args) || parser.positionalArguments().size() != 1) {
-        if (!parser.errorText().isEmpty())
-            std::fprintf(stderr, "%s\n", qPrintable(parser.errorText()));
-        std::fprintf(stderr, "%s", qPrintable(usage()));
-        return Usage;
+        return usageError(parser);
     }
 
     auto control = std::make_shared<TranscribeControl>();
     Interrupt::onSignal([control] { control->cancel(); });
     ModelStore store;
     try {
-        ModelImport::Result result;
+        Scripted::ImportedModel result;
         {
             ProgressBar bar("Import");
-            result = ModelImport::importModel(parser.positionalArguments().constFirst(), store.modelsDir(), control,
+            result = Scripted::importModel(parser.positionalArguments().constFirst(), store.modelsDir(), control,
                                               [&bar](double f) { bar.update(f); });
         }
         store.refresh();
@@ -45,9 +43,9 @@ int importModel(const QStringList &args)
         std::printf("%s\n", qPrintable(Tr::tr("Modell „%1“ importiert: %2")
                                            .arg(result.model.name, result.path)));
         return Ok;
-    } catch (const ModelImportError &error) {
+    } catch (const UserError &error) {
         std::fprintf(stderr, "%s\n", qPrintable(error.errorDescription()));
-        return error.kind() == ModelImportError::Case::cancelled ? Cancelled : Failed;
+        return error.isCancelled() ? Cancelled : Failed;
     }
 }
 

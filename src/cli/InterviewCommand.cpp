@@ -2,9 +2,9 @@
 #include "cli/Run.h"
 
 #include "app/AppModel.h"
-#include "capture/InterviewSession.h"
+#include "app/InterviewJob.h"
 #include "core/Tr.h"
-#include "engine/ModelStore.h"
+#include "app/ModelStore.h"
 #include "export/TextForms.h"
 
 #include <QCommandLineParser>
@@ -21,9 +21,9 @@ namespace {
 // what was said.
 class InterviewRun : public Run {
 public:
-    explicit InterviewRun(std::unique_ptr<AppModel> app) : m_app(std::move(app))
+    explicit InterviewRun(std::unique_ptr<AppModel> app) : m_app(std::move(app)), m_session(m_app->interview())
     {
-        connect(&m_session, &InterviewSession::segmentsChanged, this, [this] {
+        connect(&m_session, &InterviewJob::segmentsChanged, this, [this] {
             for (; m_printed < m_session.segments().size(); ++m_printed) {
                 const TranscriptSegment &s = m_session.segments()[m_printed];
                 std::printf("[%s] %s\n", qPrintable(TextForms::minuteStamp(s.startMs)), qPrintable(s.text));
@@ -32,9 +32,9 @@ public:
         });
     }
 
-    void start(const QString &model, const QString &language, bool liveSpeakers, double seconds)
+    void start(const std::optional<QString> &language, std::optional<bool> liveSpeakers, double seconds)
     {
-        m_session.start(model, language, liveSpeakers);
+        m_app->startInterview(language, liveSpeakers);
         if (!m_session.isRecording()) {
             std::fprintf(stderr, "%s\n",
                          qPrintable(m_session.permissionDenied()
@@ -54,20 +54,18 @@ private:
     {
         if (!m_session.isRecording())
             return;
-        m_session.stop().then(this, [this](const std::optional<InterviewResult> &value) {
-            if (!value)
+        m_app->stopInterview().then(this, [this](bool recorded) {
+            if (!recorded)
                 return end(Failed);
-            m_app->finishInterview(*value).then(this, [this] {
-                // An interview without segments stores nothing.
-                if (m_app->current())
-                    std::printf("%s\n", qPrintable(m_app->current()->bundleURL.value_or(QString())));
-                end(Ok);
-            });
+            // An interview without segments stores nothing.
+            if (m_app->current())
+                std::printf("%s\n", qPrintable(m_app->current()->bundleURL.value_or(QString())));
+            end(Ok);
         });
     }
 
     const std::unique_ptr<AppModel> m_app;
-    InterviewSession m_session;
+    InterviewJob &m_session;
     qsizetype m_printed = 0;
 };
 
@@ -82,10 +80,7 @@ std::unique_ptr<QObject> interview(const QStringList &args)
     bool durationOk = false;
     const double seconds = parser.parse(args) ? parser.value(QStringLiteral("duration")).toDouble(&durationOk) : 0;
     if (!durationOk || seconds <= 0 || !parser.positionalArguments().isEmpty()) {
-        if (!parser.errorText().isEmpty())
-            std::fprintf(stderr, "%s\n", qPrintable(parser.errorText()));
-        std::fprintf(stderr, "%s", qPrintable(usage()));
-        finish(Usage);
+        finish(usageError(parser));
         return nullptr;
     }
 
@@ -98,12 +93,13 @@ std::unique_ptr<QObject> interview(const QStringList &args)
         finish(Failed);
         return nullptr;
     }
-    const QString modelPath = app->modelStore()->modelsDir() + u'/' + model.fileName;
-    const QString language = parser.isSet(QStringLiteral("language")) ? parser.value(QStringLiteral("language"))
-                                                                       : app->language();
-    const bool liveSpeakers = parser.isSet(QStringLiteral("live-speakers")) || app->interviewLiveSpeakers();
+    const std::optional<QString> language = parser.isSet(QStringLiteral("language"))
+        ? std::optional(parser.value(QStringLiteral("language")))
+        : std::nullopt;
+    const std::optional<bool> liveSpeakers = parser.isSet(QStringLiteral("live-speakers")) ? std::optional(true)
+                                                                                          : std::nullopt;
     auto run = std::make_unique<InterviewRun>(std::move(app));
-    run->start(modelPath, language, liveSpeakers, seconds);
+    run->start(language, liveSpeakers, seconds);
     return run;
 }
 

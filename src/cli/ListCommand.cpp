@@ -2,7 +2,7 @@
 
 #include "core/HistoryItem.h"
 #include "export/Format.h"
-#include "storage/BundleStore.h"
+#include "app/Scripted.h"
 #include "core/JsonCoding.h"
 
 #include <QCommandLineParser>
@@ -46,15 +46,10 @@ int list(const QStringList &args)
     QCommandLineParser parser;
     parser.addOption({QStringLiteral("json"), QStringLiteral("one JSON array instead of lines")});
     if (!parser.parse(args) || !parser.positionalArguments().isEmpty()) {
-        if (!parser.errorText().isEmpty())
-            std::fprintf(stderr, "%s\n", qPrintable(parser.errorText()));
-        std::fprintf(stderr, "%s", qPrintable(usage()));
-        return Usage;
+        return usageError(parser);
     }
 
-    QList<HistoryItem> history;
-    for (const LoadedBundle &bundle : BundleStore::list())
-        history.append(BundleStore::historyItem(bundle));
+    const QList<HistoryItem> history = Scripted::readAll();
 
     if (parser.isSet(QStringLiteral("json"))) {
         QJsonArray items;

@@ -1,6 +1,6 @@
 #include "cli/Commands.h"
 
-#include "engine/ModelStore.h"
+#include "app/ModelStore.h"
 
 #include <cstdio>
 

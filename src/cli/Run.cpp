@@ -3,8 +3,11 @@
 #include "cli/Commands.h"
 #include "cli/Interrupt.h"
 
+#include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QPointer>
+
+#include <cstdio>
 
 namespace Cli {
 
@@ -33,6 +36,14 @@ void Run::end(int status)
 void finish(int status)
 {
     QCoreApplication::exit(status);
+}
+
+int usageError(const QCommandLineParser &parser)
+{
+    if (!parser.errorText().isEmpty())
+        std::fprintf(stderr, "%s\n", qPrintable(parser.errorText()));
+    std::fprintf(stderr, "%s", qPrintable(usage()));
+    return Usage;
 }
 
 } // namespace Cli

@@ -2,9 +2,9 @@
 #include "cli/Run.h"
 #include "cli/Stored.h"
 
-#include "ai/AIModel.h"
+#include "core/AIModel.h"
 #include "app/AppModel.h"
-#include "engine/EngineError.h"
+#include "core/UserError.h"
 
 #include <QCommandLineParser>
 
@@ -36,7 +36,7 @@ public:
 protected:
     void interrupted() override
     {
-        std::fprintf(stderr, "%s\n", qPrintable(EngineError::cancelled().errorDescription()));
+        std::fprintf(stderr, "%s\n", qPrintable(cancelledText()));
         end(Cancelled);
     }
 
@@ -76,10 +76,7 @@ std::unique_ptr<QObject> smooth(const QStringList &args)
     const bool knownModel = modelId.isEmpty()
         || std::any_of(AIModel::all().cbegin(), AIModel::all().cend(), [&](const AIModel &m) { return m.id == modelId; });
     if (parser.positionalArguments().size() != 1 || !levelOk || level < 1 || level > 3 || !knownModel) {
-        if (!parser.errorText().isEmpty())
-            std::fprintf(stderr, "%s\n", qPrintable(parser.errorText()));
-        std::fprintf(stderr, "%s", qPrintable(usage()));
-        finish(Usage);
+        finish(usageError(parser));
         return nullptr;
     }
 

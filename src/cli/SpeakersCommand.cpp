@@ -2,10 +2,10 @@
 #include "cli/Run.h"
 #include "cli/Stored.h"
 
-#include "ai/AIModel.h"
+#include "core/AIModel.h"
 #include "app/AppModel.h"
 #include "app/SpeakerJob.h"
-#include "speakers/DiarizerError.h"
+#include "core/UserError.h"
 
 #include <QCommandLineParser>
 #include <QJsonArray>
@@ -32,7 +32,7 @@ QByteArray resultJson(const SpeakerJob::Result &result)
 class SpeakersRun : public Run {
 public:
     SpeakersRun(std::unique_ptr<AppModel> app, const HistoryItem &item, SpeakerJob::Overrides overrides, bool json)
-        : m_app(std::move(app)), m_job(*m_app), m_item(item), m_overrides(std::move(overrides)), m_json(json)
+        : m_app(std::move(app)), m_item(item), m_overrides(std::move(overrides)), m_json(json)
     {
     }
 
@@ -40,7 +40,7 @@ public:
     {
         apiKey(AIModel::by(m_app->activeModelId()).provider).then(this, [this](const QString &key) {
             m_overrides.apiKey = key;
-            m_job.start(m_item, m_overrides)
+            m_app->detectSpeakers(m_item, m_overrides)
                 .then(this,
                       [this](const SpeakerJob::Result &result) {
                           const QByteArray out = m_json ? resultJson(result) : result.text.toUtf8() + '\n';
@@ -52,7 +52,7 @@ public:
                         std::fprintf(stderr, "%s\n", qPrintable(*m_app->errorMessage()));
                         end(Failed);
                     } else if (m_interrupted) {
-                        std::fprintf(stderr, "%s\n", qPrintable(DiarizerError::cancelled().errorDescription()));
+                        std::fprintf(stderr, "%s\n", qPrintable(cancelledText()));
                         end(Cancelled);
                     } else {
                         // Nothing to separate: an empty text without audio.
@@ -66,12 +66,11 @@ protected:
     void interrupted() override
     {
         m_interrupted = true;
-        m_job.cancel();
+        m_app->cancelSpeakers();
     }
 
 private:
     const std::unique_ptr<AppModel> m_app;
-    SpeakerJob m_job;
     const HistoryItem m_item;
     SpeakerJob::Overrides m_overrides;
     const bool m_json;
@@ -91,10 +90,7 @@ std::unique_ptr<QObject> speakers(const QStringList &args)
     const bool parsed = parser.parse(args);
     const int count = parser.isSet(QStringLiteral("speakers")) ? parser.value(QStringLiteral("speakers")).toInt(&countOk) : 0;
     if (!parsed || parser.positionalArguments().size() != 1 || !countOk || count < 0) {
-        if (!parser.errorText().isEmpty())
-            std::fprintf(stderr, "%s\n", qPrintable(parser.errorText()));
-        std::fprintf(stderr, "%s", qPrintable(usage()));
-        finish(Usage);
+        finish(usageError(parser));
         return nullptr;
     }
 

@@ -1,9 +1,8 @@
 #include "cli/Stored.h"
-#include "storage/BundleStore.h"
 
 #include "app/AppModel.h"
+#include "app/Scripted.h"
 #include "core/Tr.h"
-#include "storage/KeychainStore.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -24,8 +23,8 @@ std::optional<HistoryItem> storedItem(const AppModel &app, const QString &folder
         // The history lists the item without its segments; a command works on all of it.
         if (!item.segmentsPending)
             return item;
-        if (const std::optional<LoadedBundle> whole = BundleStore::load(*item.bundleURL))
-            return BundleStore::historyItem(*whole);
+        if (const std::optional<HistoryItem> whole = Scripted::read(*item.bundleURL))
+            return whole;
         break;
     }
     std::fprintf(stderr, "%s\n",
@@ -36,7 +35,7 @@ std::optional<HistoryItem> storedItem(const AppModel &app, const QString &folder
 QFuture<QString> apiKey(AIProvider provider)
 {
     const bool openai = provider == AIProvider::openai;
-    return KeychainStore::load(openai ? QString(KeychainStore::openaiAccount) : QString(KeychainStore::anthropicAccount))
+    return Scripted::storedKey(provider)
         .then([openai](const std::optional<QString> &stored) {
             const QString key = stored.value_or(QString()).trimmed();
             return key.isEmpty() ? qEnvironmentVariable(openai ? "OPENAI_API_KEY" : "ANTHROPIC_API_KEY").trimmed() : key;

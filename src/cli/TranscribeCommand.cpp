@@ -4,13 +4,11 @@
 #include "cli/Run.h"
 
 #include "app/AppModel.h"
+#include "app/LinkImport.h"
+#include "app/ModelStore.h"
+#include "app/Scripted.h"
+#include "app/TranscriptionJob.h"
 #include "core/UserError.h"
-#include "engine/Engine.h"
-#include "engine/VadModel.h"
-#include "engine/ModelStore.h"
-#include "engine/WhisperEngine.h"
-#include "links/MediaDownloader.h"
-#include "links/PodcastResolver.h"
 
 #include <QCommandLineParser>
 #include <QFile>
@@ -119,7 +117,7 @@ public:
         if (!m_options.verbose)
             return begin();
         // Finding the device loads the library's backends, which takes a moment.
-        QtConcurrent::run([] { return deviceReport(); }).then(this, [this](const QString &report) {
+        QtConcurrent::run([] { return Scripted::deviceReport(); }).then(this, [this](const QString &report) {
             if (hasEnded())
                 return;
             std::fprintf(stderr, "%s\n", qPrintable(report));
@@ -131,16 +129,15 @@ protected:
     void interrupted() override
     {
         m_interrupted = true;
-        // The resolver and the plain road stop within a moment and report through their
-        // futures; the job of the history road through the application state.
+        // The plain road stops within a moment and reports through its future; the job of
+        // the history road through the application state.
         m_control->cancel();
         if (m_app)
             m_app->cancelTranscription();
-        if (m_downloader) {
-            // Deleting the downloader ends the transfer and removes what was written.
-            m_downloader.reset();
+        if (m_link && m_link->isBusy()) {
+            m_link->cancel();
             m_bar.reset();
-            printError(EngineError::cancelled().errorDescription());
+            printError(cancelledText());
             end(Cancelled);
         }
     }
@@ -151,7 +148,7 @@ private:
     void begin()
     {
         if (isLink(input()))
-            resolve();
+            importLink();
         else
             transcribe(input(), std::nullopt);
     }
@@ -188,16 +185,6 @@ private:
         end(status == Cancelled ? Cancelled : m_failed ? Failed : Ok);
     }
 
-    static QString deviceReport()
-    {
-        if (const std::optional<WhisperEngine::Device> gpu = WhisperEngine::gpuDevice())
-            return QStringLiteral("Recognition: %1 backend, device %2").arg(gpu->backend, gpu->name);
-        const WhisperEngine::Device cpu = WhisperEngine::cpuDevice();
-        return QStringLiteral("Recognition: %1 backend, device %2, %3 threads")
-            .arg(cpu.backend, cpu.name)
-            .arg(WhisperEngine::threadCount());
-    }
-
     struct Outcome {
         std::optional<TranscriptionResult> result;
         QString error;
@@ -205,49 +192,30 @@ private:
         QString details;
     };
 
-    void resolve()
+    // Resolved and downloaded as the application does.
+    void importLink()
     {
-        // The resolution runs on this thread's event loop; a cancel ends its request.
-        PodcastResolver::resolve(input(), PodcastResolver::defaultLookupBase, m_control)
-            .then(this, [this](QFuture<ResolvedMedia> done) {
-                if (hasEnded())
-                    return;
-                try {
-                    const ResolvedMedia media = done.result();
-                    if (m_interrupted) {
-                        printError(EngineError::cancelled().errorDescription());
-                        return end(Cancelled);
-                    }
-                    download(media);
-                } catch (const UserError &e) {
-                    if (m_interrupted || e.isCancelled()) {
-                        printError(EngineError::cancelled().errorDescription());
-                        return end(Cancelled);
-                    }
-                    fail(e.errorDescription());
-                    fileDone(Failed);
-                }
-            });
-    }
-
-    void download(const ResolvedMedia &media)
-    {
-        m_bar = std::make_unique<ProgressBar>("Download");
-        m_downloader = std::make_unique<MediaDownloader>([this](double fraction) { m_bar->update(fraction); });
-        m_downloader->download(media.url).then(this, [this, title = media.title](QFuture<QString> done) {
+        m_link = std::make_unique<LinkImport>();
+        connect(m_link.get(), &LinkImport::progressChanged, this, [this] {
+            if (!m_bar)
+                m_bar = std::make_unique<ProgressBar>("Download");
+            m_bar->update(m_link->progress());
+        });
+        connect(m_link.get(), &LinkImport::failed, this, [this](const QString &message) {
             if (hasEnded())
                 return;
             m_bar.reset();
-            // Its work is done; it may still be on the stack that reported.
-            m_downloader.release()->deleteLater();
-            try {
-                m_downloaded = done.result();
-            } catch (const UserError &e) {
-                fail(e.errorDescription());
-                return fileDone(Failed);
-            }
-            transcribe(*m_downloaded, title);
+            fail(message);
+            fileDone(Failed);
         });
+        connect(m_link.get(), &LinkImport::downloaded, this, [this](const QString &file, const QString &title) {
+            if (hasEnded())
+                return;
+            m_bar.reset();
+            m_downloaded = file;
+            transcribe(file, title);
+        });
+        m_link->start(input());
     }
 
     void transcribe(const QString &file, const std::optional<QString> &title)
@@ -268,22 +236,22 @@ private:
                 printError(AppModel::notInstalledMessage(*model));
                 return end(Failed);
             }
-            modelPath = store.modelsDir() + u'/' + model->fileName;
+            modelPath = store.path(*model);
         }
         const QString language = m_options.language.value_or(QStringLiteral("auto"));
         const TranscribeControlPtr control = m_control;
         m_bar = std::make_unique<ProgressBar>("Transkription");
         ProgressBar *bar = m_bar.get();
         // The voice-activity model is fetched on first use, as the application does.
-        VadModel::ensure(control).then(this, [this, file, modelPath, language, control, bar](const QString &) {
+        Scripted::prepareRecognition(control).then(this, [this, file, modelPath, language, control, bar] {
             if (control->isCancelled()) {
                 m_bar.reset();
-                printError(EngineError::cancelled().errorDescription());
+                printError(cancelledText());
                 return end(Cancelled);
             }
             QtConcurrent::run([file, modelPath, language, control, bar]() -> Outcome {
                 try {
-                    return {Engine::transcribe(file, modelPath, language, control, [bar](double f) { bar->update(f); }),
+                    return {Scripted::transcribe(file, modelPath, language, control, [bar](double f) { bar->update(f); }),
                             {}, false, {}};
                 } catch (const UserError &e) {
                     return {std::nullopt, e.errorDescription(), e.isCancelled(), e.details()};
@@ -320,16 +288,16 @@ private:
         m_label = m_options.inputs.size() > 1 ? QFileInfo(file).fileName().toLocal8Bit() : QByteArray("Transkription");
         m_bar = std::make_unique<ProgressBar>(m_label.constData());
         // The job's end resets the progress after the busy flag, so after saved().
-        connect(m_app.get(), &AppModel::busyProgressChanged, this, [this] {
+        connect(&m_app->transcription(), &TranscriptionJob::busyProgressChanged, this, [this] {
             if (m_bar)
-                m_bar->update(m_app->busyProgress());
+                m_bar->update(m_app->transcription().busyProgress());
         });
         m_app->stage(QFileInfo(file).absoluteFilePath(), title);
         m_app->startPending(overrides);
-        if (!m_app->isBusy())
+        if (!m_app->transcription().isBusy())
             return saved();
-        connect(m_app.get(), &AppModel::isBusyChanged, this, [this] {
-            if (!m_app->isBusy())
+        connect(&m_app->transcription(), &TranscriptionJob::isBusyChanged, this, [this] {
+            if (!m_app->transcription().isBusy())
                 saved();
         });
     }
@@ -342,7 +310,7 @@ private:
             return fileDone(Failed);
         }
         if (m_interrupted || !m_app->current()) {
-            printError(EngineError::cancelled().errorDescription());
+            printError(cancelledText());
             return fileDone(Cancelled);
         }
         const HistoryItem &item = *m_app->current();
@@ -357,7 +325,7 @@ private:
     const TranscribeControlPtr m_control = std::make_shared<TranscribeControl>();
     bool m_interrupted = false;
     std::unique_ptr<ProgressBar> m_bar;
-    std::unique_ptr<MediaDownloader> m_downloader;
+    std::unique_ptr<LinkImport> m_link;
     std::optional<QString> m_downloaded;
     std::unique_ptr<AppModel> m_app;
     qsizetype m_index = 0;
@@ -379,10 +347,7 @@ std::unique_ptr<QObject> transcribe(const QStringList &args)
     const bool save = parser.isSet(QStringLiteral("save"));
     const qsizetype files = parser.positionalArguments().size();
     if (!parsed || files < 1 || (!save && files != 1) || (!save && !parser.isSet(QStringLiteral("model")))) {
-        if (!parser.errorText().isEmpty())
-            printError(parser.errorText());
-        std::fprintf(stderr, "%s", qPrintable(usage()));
-        finish(Usage);
+        finish(usageError(parser));
         return nullptr;
     }
     TranscribeRun::Options options;

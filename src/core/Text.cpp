@@ -22,11 +22,30 @@ QString trimBlanks(const QString &s)
 
 qsizetype characterCount(const QString &s)
 {
+    return characterEnds(s).size();
+}
+
+QList<qsizetype> characterEnds(const QString &s)
+{
+    QList<qsizetype> ends;
     QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, s);
-    qsizetype count = 0;
-    while (finder.toNextBoundary() > 0)
-        ++count;
-    return count;
+    for (qsizetype end = finder.toNextBoundary(); end > 0; end = finder.toNextBoundary())
+        ends.append(end);
+    return ends;
+}
+
+qsizetype stepCharacters(const QString &s, qsizetype from, int count, bool forward)
+{
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, s);
+    finder.setPosition(from);
+    qsizetype at = from;
+    for (int i = 0; i < count; ++i) {
+        const qsizetype next = forward ? finder.toNextBoundary() : finder.toPreviousBoundary();
+        if (next < 0)
+            break;
+        at = next;
+    }
+    return at;
 }
 
 } // namespace Text

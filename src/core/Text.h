@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QString>
 
 // Character classes that several subsystems share.
@@ -13,5 +14,9 @@ QString trimBlanks(const QString &s);
 
 // The number of user-perceived characters (extended grapheme clusters).
 qsizetype characterCount(const QString &s);
+// The offset where each user-perceived character of `s` ends, in order.
+QList<qsizetype> characterEnds(const QString &s);
+// The offset `count` user-perceived characters before or after `from`, stopping at the ends.
+qsizetype stepCharacters(const QString &s, qsizetype from, int count, bool forward);
 
 } // namespace Text

@@ -1,5 +1,12 @@
 #include "core/UserError.h"
 
+#include "core/Tr.h"
+
+QString cancelledText()
+{
+    return Tr::tr("Abgebrochen.");
+}
+
 const char *UserError::what() const noexcept
 {
     // Made anew each time: the interface language may have changed.

@@ -21,6 +21,9 @@ private:
     mutable QByteArray m_what;
 };
 
+// What a cancelled job says where it says anything.
+QString cancelledText();
+
 // A job that ended because its control was cancelled, where the subsystem has no
 // error case of its own for that.
 class Cancelled : public UserError {

@@ -1,5 +1,7 @@
 #include "engine/Engine.h"
 
+#include "core/Wav.h"
+
 #include "engine/WhisperEngine.h"
 
 #include "core/TemporaryFiles.h"
@@ -80,38 +82,6 @@ QStringList ffmpegArguments(const QString &input, const QString &output)
             QStringLiteral("-vn"), QStringLiteral("-ac"), QStringLiteral("1"), QStringLiteral("-ar"),
             QStringLiteral("16000"), QStringLiteral("-c:a"), QStringLiteral("pcm_s16le"),
             QFileInfo(output).absoluteFilePath()};
-}
-
-std::vector<float> pcm16ToFloats(const QByteArray &pcm)
-{
-    const qsizetype count = pcm.size() / 2;
-    std::vector<float> out(static_cast<size_t>(count));
-    const auto *bytes = reinterpret_cast<const uchar *>(pcm.constData());
-    for (qsizetype i = 0; i < count; ++i)
-        out[i] = static_cast<float>(qFromLittleEndian<qint16>(bytes + 2 * i)) / 32768.0f;
-    return out;
-}
-
-QByteArray wavHeader(quint32 dataBytes, quint32 sampleRate, quint16 channels, quint16 bitsPerSample)
-{
-    QByteArray h(44, '\0');
-    auto *p = reinterpret_cast<uchar *>(h.data());
-    auto put32 = [p](int at, quint32 v) { qToLittleEndian<quint32>(v, p + at); };
-    auto put16 = [p](int at, quint16 v) { qToLittleEndian<quint16>(v, p + at); };
-    memcpy(p, "RIFF", 4);
-    put32(4, dataBytes + 36);
-    memcpy(p + 8, "WAVE", 4);
-    memcpy(p + 12, "fmt ", 4);
-    put32(16, 16);
-    put16(20, 1);
-    put16(22, channels);
-    put32(24, sampleRate);
-    put32(28, sampleRate * channels * bitsPerSample / 8);
-    put16(32, channels * bitsPerSample / 8);
-    put16(34, bitsPerSample);
-    memcpy(p + 36, "data", 4);
-    put32(40, dataBytes);
-    return h;
 }
 
 void runProcess(const QString &executable, const QStringList &arguments, const TranscribeControlPtr &control,
@@ -196,7 +166,7 @@ void convertTo16kMonoWav(const QString &input, const QString &output, const Tran
         QFile file(output);
         if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
             throw EngineError::convertFailed(file.errorString());
-        const QByteArray header = wavHeader(static_cast<quint32>(pcm.size()), 16000, 1, 16);
+        const QByteArray header = Wav::header(static_cast<quint32>(pcm.size()));
         if (file.write(header) != header.size() || file.write(pcm) != pcm.size() || !file.flush())
             throw EngineError::convertFailed(file.errorString());
         return;

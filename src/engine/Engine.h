@@ -39,8 +39,6 @@ QByteArray avfDecodePCM16(const QString &input, const TranscribeControlPtr &cont
 // The same samples as floats (value / 32768), converted as they come.
 std::vector<float> avfDecodeFloats(const QString &input, const TranscribeControlPtr &control);
 void convertTo16kMonoWav(const QString &input, const QString &output, const TranscribeControlPtr &control);
-std::vector<float> pcm16ToFloats(const QByteArray &pcm);
-QByteArray wavHeader(quint32 dataBytes, quint32 sampleRate, quint16 channels, quint16 bitsPerSample);
 void runProcess(const QString &executable, const QStringList &arguments, const TranscribeControlPtr &control,
                 const std::function<EngineError(const QString &)> &failure);
 QStringList ffmpegArguments(const QString &input, const QString &output);

@@ -2,7 +2,7 @@
 
 #include "engine/GgmlFormat.h"
 #include "core/TranscribeControl.h"
-#include "engine/WhisperModel.h"
+#include "core/WhisperModel.h"
 
 #include <QIODevice>
 #include <QString>

@@ -1,6 +1,6 @@
 #include "review/Corrections.h"
 
-#include <QTextBoundaryFinder>
+#include "core/Text.h"
 
 #include <unicode/uchar.h>
 
@@ -34,13 +34,11 @@ struct Characters {
                 wordy[i] = isWordy(text[i].unicode());
             return;
         }
-        QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
         bounds << 0;
         exactAt << 0;
         lowerAt << 0;
         qsizetype start = 0;
-        while (finder.toNextBoundary() != -1) {
-            const qsizetype end = finder.position();
+        for (const qsizetype end : Text::characterEnds(text)) {
             const QString piece = text.mid(start, end - start).normalized(QString::NormalizationForm_C);
             exact += piece;
             lower += piece.toLower().normalized(QString::NormalizationForm_C);

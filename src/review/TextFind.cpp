@@ -1,6 +1,6 @@
 #include "review/TextFind.h"
 
-#include <QTextBoundaryFinder>
+#include "core/Text.h"
 
 namespace {
 
@@ -53,10 +53,8 @@ TextFind::TextFind(const QString &text) : m_text(text)
         for (qsizetype i = 0; i < text.size(); ++i)
             add(i, QStringView(text).mid(i, 1));
     } else {
-        QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
         qsizetype start = 0;
-        while (finder.toNextBoundary() != -1) {
-            const qsizetype end = finder.position();
+        for (const qsizetype end : Text::characterEnds(text)) {
             add(start, QStringView(text).mid(start, end - start));
             start = end;
         }

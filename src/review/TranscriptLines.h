@@ -4,7 +4,7 @@
 #include "core/TranscriptLine.h"
 #include "export/TextForms.h"
 #include "export/TranscriptJson.h"
-#include "speakers/SpeakerTurn.h"
+#include "review/SpeakerTurn.h"
 
 #include <QList>
 #include <QString>

@@ -2,7 +2,7 @@
 
 #include "core/TranscribeControl.h"
 #include "core/TranscriptionResult.h"
-#include "speakers/SpeakerSpan.h"
+#include "core/SpeakerSpan.h"
 
 #include <QByteArray>
 #include <QList>
@@ -40,6 +40,10 @@ std::optional<QString> cliURL();
 // logical cores, within 2 to 8.
 int performanceCoreCount();
 int performanceCoreCount(std::optional<int> performanceCores, int activeProcessors);
+
+// The clustering threshold of every separation, so that a live interview and a stored
+// item split the same voices alike.
+constexpr double defaultThreshold = 0.9;
 
 // Runs the program on a 16 kHz mono WAV file; blocks for as long as it lives, so never
 // on the main thread. `progress` (0 to 1) is called on this thread. A cancel through

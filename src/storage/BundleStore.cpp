@@ -12,7 +12,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
-#include <QTextBoundaryFinder>
 #include <QUuid>
 
 #include <algorithm>
@@ -40,14 +39,10 @@ QString documentPath(const QString &bundle)
 // The first `count` user-perceived characters.
 QString firstCharacters(const QString &text, int count)
 {
-    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
-    qsizetype end = 0;
-    for (int i = 0; i < count; ++i) {
-        end = finder.toNextBoundary();
-        if (end < 0)
-            return text;
-    }
-    return text.left(end);
+    if (count <= 0)
+        return QString();
+    const QList<qsizetype> ends = Text::characterEnds(text);
+    return ends.size() < count ? text : text.left(ends.at(count - 1));
 }
 
 std::optional<BundleData> read(const QString &bundle, bool summary = false)

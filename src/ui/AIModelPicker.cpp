@@ -1,7 +1,7 @@
 #include "ui/AIModelPicker.h"
 #include "core/Tr.h"
 
-#include "ai/AIModel.h"
+#include "core/AIModel.h"
 #include "app/AppModel.h"
 #include "app/LanguageManager.h"
 

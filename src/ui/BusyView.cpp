@@ -2,7 +2,7 @@
 #include "core/Tr.h"
 
 #include "app/AppModel.h"
-#include "engine/WhisperEngine.h"
+#include "app/TranscriptionJob.h"
 #include "ui/Icons.h"
 #include "ui/ProcessingVisualizer.h"
 #include "ui/Style.h"
@@ -20,7 +20,7 @@ BusyView::BusyView(AppModel &app, QWidget *parent) : QWidget(parent), m_app(app)
 {
     m_monitor = new SystemMonitor(this);
     // A few small files under /sys: read once.
-    m_threads = WhisperEngine::threadCount();
+    m_threads = TranscriptionJob::threadCount();
 
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(30, 30, 30, 30);
@@ -43,14 +43,14 @@ BusyView::BusyView(AppModel &app, QWidget *parent) : QWidget(parent), m_app(app)
     layout->addWidget(m_cancel, 0, Qt::AlignHCenter);
     layout->addStretch(1);
 
-    connect(&app, &AppModel::busyProgressChanged, this, [this] {
+    connect(&app.transcription(), &TranscriptionJob::busyProgressChanged, this, [this] {
         updateStatus();
         updateScene();
     });
-    connect(&app, &AppModel::busyElapsedChanged, this, &BusyView::updateStatus);
+    connect(&app.transcription(), &TranscriptionJob::busyElapsedChanged, this, &BusyView::updateStatus);
     connect(&app, &AppModel::selectedModelIdChanged, this, &BusyView::updateScene);
-    connect(&app, &AppModel::gpuDeviceChanged, this, &BusyView::updateScene);
-    connect(&app, &AppModel::cpuDeviceChanged, this, &BusyView::updateScene);
+    connect(&app.transcription(), &TranscriptionJob::gpuDeviceChanged, this, &BusyView::updateScene);
+    connect(&app.transcription(), &TranscriptionJob::cpuDeviceChanged, this, &BusyView::updateScene);
     connect(m_monitor, &SystemMonitor::coreUsageChanged, this, &BusyView::updateScene);
     connect(m_monitor, &SystemMonitor::gpuUtilizationChanged, this, &BusyView::updateScene);
 
@@ -65,17 +65,17 @@ QString BusyView::statusText() const
 
 void BusyView::updateStatus()
 {
-    const qint64 percent = qint64(std::trunc(m_app.busyProgress() * 100));
+    const qint64 percent = qint64(std::trunc(m_app.transcription().busyProgress() * 100));
     m_status->setText(Tr::tr("Transkribiere… %1 %      %2 s")
-                          .arg(QString::number(percent), QString::number(m_app.busyElapsed(), 'f', 1)));
+                          .arg(QString::number(percent), QString::number(m_app.transcription().busyElapsed(), 'f', 1)));
 }
 
 void BusyView::updateScene()
 {
-    m_visualizer->setProgress(m_app.busyProgress());
+    m_visualizer->setProgress(m_app.transcription().busyProgress());
     m_visualizer->setCores(m_monitor->coreUsage());
     m_visualizer->setGpu(m_monitor->gpuUtilization().value_or(0.0) / 100.0);
-    m_visualizer->setDevice(m_app.gpuDevice(), m_app.cpuDevice(), m_threads);
+    m_visualizer->setDevice(m_app.transcription().gpuDevice(), m_app.transcription().cpuDevice(), m_threads);
     m_visualizer->updateGeometry();
 }
 

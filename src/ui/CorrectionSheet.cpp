@@ -1,4 +1,5 @@
 #include "ui/CorrectionSheet.h"
+#include "core/Text.h"
 #include "core/Tr.h"
 
 #include "ui/Icons.h"
@@ -13,25 +14,9 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScrollArea>
-#include <QTextBoundaryFinder>
 #include <QVBoxLayout>
 
 namespace {
-
-// The offset `count` user-perceived characters before or after `from`, stopping at the ends.
-qsizetype stepCharacters(const QString &text, qsizetype from, int count, bool forward)
-{
-    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
-    finder.setPosition(from);
-    qsizetype at = from;
-    for (int i = 0; i < count; ++i) {
-        const qsizetype next = forward ? finder.toNextBoundary() : finder.toPreviousBoundary();
-        if (next < 0)
-            break;
-        at = next;
-    }
-    return at;
-}
 
 QLabel *headline(const QString &text, QWidget *parent)
 {
@@ -149,8 +134,8 @@ QStringList CorrectionSheet::previews() const
 {
     QStringList out;
     for (const Corrections::Range &r : ranges().mid(0, 6)) {
-        const qsizetype before = stepCharacters(m_searchBase, r.start, 24, false);
-        const qsizetype after = stepCharacters(m_searchBase, r.end, 24, true);
+        const qsizetype before = Text::stepCharacters(m_searchBase, r.start, 24, false);
+        const qsizetype after = Text::stepCharacters(m_searchBase, r.end, 24, true);
         out << u'…' + m_searchBase.sliced(before, r.start - before) + u'⟦' + m_searchBase.sliced(r.start, r.end - r.start)
                 + u'⟧' + m_searchBase.sliced(r.end, after - r.end) + u'…';
     }

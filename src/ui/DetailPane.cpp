@@ -2,6 +2,7 @@
 #include "core/Tr.h"
 
 #include "app/AppModel.h"
+#include "app/TranscriptionJob.h"
 #include "app/TranscriptionQueue.h"
 #include "ui/BusyView.h"
 #include "ui/DropZone.h"
@@ -39,8 +40,8 @@ DetailPane::Screen DetailPane::screenFor(bool interviewActive, bool isBusy, bool
 
 DetailPane::Screen DetailPane::screenFor(const AppModel &app)
 {
-    return screenFor(app.interviewActive(), app.isBusy(), app.pending().has_value(), app.current().has_value(),
-                     !app.queue()->rows().isEmpty());
+    return screenFor(app.interviewActive(), app.transcription().isBusy(), app.pending().has_value(),
+                     app.current().has_value(), !app.queue().rows().isEmpty());
 }
 
 DetailPane::DetailPane(AppModel &app, QWidget *parent) : QWidget(parent), m_app(app)
@@ -89,10 +90,10 @@ DetailPane::DetailPane(AppModel &app, QWidget *parent) : QWidget(parent), m_app(
     m_help = m_toolbar->addAction(QString());
     connect(m_help, &QAction::triggered, this, &DetailPane::helpRequested);
 
-    for (auto signal : {&AppModel::interviewActiveChanged, &AppModel::isBusyChanged, &AppModel::pendingChanged,
-                        &AppModel::currentChanged})
+    for (auto signal : {&AppModel::interviewActiveChanged, &AppModel::pendingChanged, &AppModel::currentChanged})
         connect(&app, signal, this, &DetailPane::refresh);
-    connect(app.queue(), &TranscriptionQueue::rowsChanged, this, &DetailPane::refresh);
+    connect(&app.transcription(), &TranscriptionJob::isBusyChanged, this, &DetailPane::refresh);
+    connect(&app.queue(), &TranscriptionQueue::rowsChanged, this, &DetailPane::refresh);
 
     retranslate();
     restyle();
@@ -133,7 +134,7 @@ void DetailPane::refresh()
 
 void DetailPane::updateActions()
 {
-    const bool busy = m_app.isBusy();
+    const bool busy = m_app.transcription().isBusy();
     m_new->setEnabled(!busy && (m_app.current() || m_app.pending()));
     m_delete->setEnabled(!busy && m_app.current());
     m_interview->setEnabled(!busy);

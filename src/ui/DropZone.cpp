@@ -2,8 +2,8 @@
 #include "core/Tr.h"
 
 #include "app/AppModel.h"
+#include "app/ModelStore.h"
 #include "app/TranscriptionQueue.h"
-#include "engine/ModelStore.h"
 #include "ui/Icons.h"
 #include "ui/Style.h"
 #include "ui/Windows.h"
@@ -72,7 +72,7 @@ void openDropped(AppModel &app, QDropEvent *event)
     }
     if (paths.isEmpty())
         return;
-    QMetaObject::invokeMethod(&app, [app = &app, paths] { app->queue()->open(paths); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(&app, [app = &app, paths] { app->queue().open(paths); }, Qt::QueuedConnection);
 }
 
 DropZone::DropZone(AppModel &app, QWidget *parent) : QWidget(parent), m_app(app)

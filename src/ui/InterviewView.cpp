@@ -1,9 +1,8 @@
 #include "ui/InterviewView.h"
 
 #include "app/AppModel.h"
-#include "capture/InterviewSession.h"
+#include "app/InterviewJob.h"
 #include "core/Tr.h"
-#include "engine/ModelStore.h"
 #include "export/TextForms.h"
 #include "ui/Icons.h"
 #include "ui/Spinner.h"
@@ -11,6 +10,7 @@
 
 #include <QCheckBox>
 #include <QEvent>
+#include <QKeyEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
@@ -63,7 +63,7 @@ QLabel *caption(QWidget *parent)
 } // namespace
 
 InterviewView::InterviewView(AppModel &app, QWidget *parent)
-    : QWidget(parent), m_app(app), m_session(new InterviewSession(this))
+    : QWidget(parent), m_app(app), m_session(&app.interview())
 {
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(20, 16, 20, 16);
@@ -126,6 +126,11 @@ InterviewView::InterviewView(AppModel &app, QWidget *parent)
     m_rows->addStretch(1);
     m_scroll->setWidget(rows);
     m_text->addWidget(m_scroll);
+    // The range grows once the new rows are laid out, which is when they can be scrolled to.
+    connect(m_scroll->verticalScrollBar(), &QScrollBar::rangeChanged, this, [this](int, int max) {
+        if (std::exchange(m_followRows, false))
+            m_scroll->verticalScrollBar()->setValue(max);
+    });
 
     auto *waiting = new QWidget(this);
     auto *waitingColumn = new QVBoxLayout(waiting);
@@ -148,18 +153,23 @@ InterviewView::InterviewView(AppModel &app, QWidget *parent)
     status->addStretch(1);
     column->addWidget(m_statusRow);
 
-    for (auto signal : {&InterviewSession::elapsedChanged, &InterviewSession::isRecordingChanged,
-                        &InterviewSession::isFinalizingChanged, &InterviewSession::permissionDeniedChanged,
-                        &InterviewSession::statusChanged, &InterviewSession::speakerTextChanged})
+    for (auto signal : {&InterviewJob::elapsedChanged, &InterviewJob::isRecordingChanged,
+                        &InterviewJob::isFinalizingChanged, &InterviewJob::permissionDeniedChanged,
+                        &InterviewJob::statusChanged, &InterviewJob::speakerTextChanged})
         connect(m_session, signal, this, &InterviewView::showState);
-    connect(m_session, &InterviewSession::segmentsChanged, this, &InterviewView::showText);
-    connect(m_session, &InterviewSession::speakerTextChanged, this, &InterviewView::showText);
+    connect(m_session, &InterviewJob::segmentsChanged, this, &InterviewView::showText);
+    connect(m_session, &InterviewJob::speakerTextChanged, this, &InterviewView::showText);
 
     retranslate();
     showText();
 }
 
-InterviewView::~InterviewView() = default;
+InterviewView::~InterviewView()
+{
+    // A screen that goes away mid-recording leaves no recording behind.
+    if (m_session->isRecording())
+        m_session->cancel();
+}
 
 void InterviewView::showEvent(QShowEvent *event)
 {
@@ -167,31 +177,36 @@ void InterviewView::showEvent(QShowEvent *event)
     if (m_started)
         return;
     m_started = true;
+    // Return stops the interview, wherever the focus was before.
+    setFocusPolicy(Qt::StrongFocus);
+    setFocus();
     // Started from the event loop, once the screen is up.
     QTimer::singleShot(0, this, [this] {
-        const QString model = m_app.modelStore()->modelsDir() + u'/' + m_app.selectedModel().fileName;
-        m_session->start(model, m_app.language(), m_app.interviewLiveSpeakers());
+        m_app.startInterview();
     });
+}
+
+void InterviewView::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        stop();
+        return;
+    }
+    QWidget::keyPressEvent(event);
 }
 
 void InterviewView::stop()
 {
     if (!m_session->isRecording() || m_session->isFinalizing())
         return;
-    m_session->stop().then(this, [this](const std::optional<InterviewResult> &value) {
-        if (value)
-            m_app.finishInterview(*value);
-        else
-            m_app.setInterviewActive(false);
-    });
+    m_app.stopInterview();
 }
 
 void InterviewView::cancel()
 {
     if (m_session->isFinalizing())
         return;
-    m_session->cancel();
-    m_app.setInterviewActive(false);
+    m_app.cancelInterview();
 }
 
 void InterviewView::showState()
@@ -199,9 +214,12 @@ void InterviewView::showState()
     const bool finalizing = m_session->isFinalizing();
     static_cast<RecordingDot *>(m_dot)->setLit(m_session->isRecording());
     m_time->setText(timeText(qint64(std::trunc(m_session->elapsed() * 1000.0))));
-    // The switch comes with the first speaker text and then stays.
-    if (m_session->speakerText())
+    // The switch comes with the first speaker text, turned on so that the labels show at
+    // once, and then stays.
+    if (m_session->speakerText() && m_speakerSwitch->isHidden()) {
         m_speakerSwitch->setVisible(true);
+        m_speakerSwitch->setChecked(true);
+    }
     m_cancel->setEnabled(!finalizing);
     m_stop->setEnabled(m_session->isRecording() && !finalizing);
     // A button takes "&" for its shortcut mark; this one is a plain ampersand.
@@ -254,6 +272,7 @@ void InterviewView::showText()
     if (segments.size() != m_rowsShown) {
         m_rowsShown = segments.size();
         // New text comes into view; the user's own scrolling lasts until the next segment.
+        m_followRows = true;
         QTimer::singleShot(0, this, [this] {
             m_scroll->verticalScrollBar()->setValue(m_scroll->verticalScrollBar()->maximum());
         });

@@ -3,7 +3,7 @@
 #include <QWidget>
 
 class AppModel;
-class InterviewSession;
+class InterviewJob;
 class QCheckBox;
 class QLabel;
 class QPushButton;
@@ -11,8 +11,8 @@ class QScrollArea;
 class QStackedWidget;
 class QVBoxLayout;
 
-// The live screen of an interview: it starts its session when it first appears, shows the
-// text as it grows, and hands the finished session to AppModel::finishInterview.
+// The live screen of an interview: it starts the interview when it first appears and
+// shows the text as it grows.
 class InterviewView : public QWidget {
     Q_OBJECT
 
@@ -20,12 +20,13 @@ public:
     InterviewView(AppModel &app, QWidget *parent = nullptr);
     ~InterviewView() override;
 
-    InterviewSession &session() const { return *m_session; }
+    InterviewJob &session() const { return *m_session; }
     void stop();
     void cancel();
 
 protected:
     void showEvent(QShowEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
     void changeEvent(QEvent *event) override;
 
 private:
@@ -34,10 +35,12 @@ private:
     void retranslate();
 
     AppModel &m_app;
-    InterviewSession *m_session;
+    InterviewJob *m_session;
     bool m_started = false;
     bool m_showSpeaker = false;
     qsizetype m_rowsShown = 0;
+    // Set when rows came in; the next range of the scroll bar brings them into view.
+    bool m_followRows = false;
 
     QWidget *m_dot = nullptr;
     QLabel *m_title = nullptr;

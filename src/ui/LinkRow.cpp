@@ -5,6 +5,8 @@
 #include "ui/Style.h"
 
 #include "app/AppModel.h"
+#include "app/LinkImport.h"
+#include "app/TranscriptionJob.h"
 #include "core/Text.h"
 
 #include <QCoreApplication>
@@ -93,9 +95,9 @@ LinkRow::LinkRow(AppModel &app, QWidget *parent) : QWidget(parent), m_app(app)
     connect(m_field, &QLineEdit::textChanged, this, &LinkRow::refresh);
     connect(m_field, &QLineEdit::returnPressed, this, &LinkRow::submitLink);
     connect(m_load, &QPushButton::clicked, this, &LinkRow::submitLink);
-    for (auto signal : {&AppModel::linkBusyChanged, &AppModel::linkStatusChanged, &AppModel::linkProgressChanged,
-                        &AppModel::isBusyChanged})
-        connect(&m_app, signal, this, &LinkRow::refresh);
+    for (auto signal : {&LinkImport::isBusyChanged, &LinkImport::statusChanged, &LinkImport::progressChanged})
+        connect(&m_app.linkImport(), signal, this, &LinkRow::refresh);
+    connect(&m_app.transcription(), &TranscriptionJob::isBusyChanged, this, &LinkRow::refresh);
 
     retranslate();
 }
@@ -110,8 +112,8 @@ void LinkRow::submitLink()
 
 void LinkRow::refresh()
 {
-    const bool linkBusy = m_app.linkBusy();
-    const bool busy = linkBusy || m_app.isBusy();
+    const bool linkBusy = m_app.linkImport().isBusy();
+    const bool busy = linkBusy || m_app.transcription().isBusy();
     m_field->setEnabled(!busy);
     // Only blanks keep the button off; line breaks are left to submitLink.
     m_load->setEnabled(!busy && !Text::trimBlanks(m_field->text()).isEmpty());
@@ -119,7 +121,7 @@ void LinkRow::refresh()
     m_loadSpinner->setVisible(linkBusy);
 
     m_progressRow->setVisible(linkBusy);
-    const double progress = m_app.linkProgress();
+    const double progress = m_app.linkImport().progress();
     const bool determinate = progress > 0;
     m_bar->setVisible(determinate);
     m_percent->setVisible(determinate);
@@ -127,7 +129,7 @@ void LinkRow::refresh()
     m_status->setVisible(!determinate);
     m_bar->setValue(int(std::clamp(progress, 0.0, 1.0) * 1000));
     m_percent->setText(Tr::tr("%1 %").arg(int(progress * 100)));
-    m_status->setText(m_app.linkStatus().value_or(QString()));
+    m_status->setText(m_app.linkImport().status().value_or(QString()));
 }
 
 void LinkRow::retranslate()

@@ -3,7 +3,7 @@
 
 #include "app/AppModel.h"
 #include "app/LanguageManager.h"
-#include "engine/ModelStore.h"
+#include "app/ModelStore.h"
 #include "ui/Icons.h"
 #include "ui/Style.h"
 

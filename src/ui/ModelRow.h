@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/WhisperModel.h"
+#include "core/WhisperModel.h"
 
 #include <QAbstractButton>
 #include <QWidget>

@@ -1,10 +1,10 @@
 #include "ui/OnboardingWizard.h"
 #include "core/Tr.h"
 
-#include "ai/AIModel.h"
+#include "core/AIModel.h"
 #include "app/AppModel.h"
 #include "app/LanguageManager.h"
-#include "engine/ModelStore.h"
+#include "app/ModelStore.h"
 #include "ui/AIModelPicker.h"
 #include "ui/Icons.h"
 #include "ui/KeyField.h"

@@ -88,7 +88,7 @@ QueueRow::QueueRow(AppModel &app, const TranscriptionQueue::Row &row, QWidget *p
     m_cancel->setAutoRaise(true);
     m_cancel->setIconSize(QSize(18, 18));
     m_cancel->setFocusPolicy(Qt::StrongFocus);
-    connect(m_cancel, &QToolButton::clicked, this, [this] { m_app.queue()->cancel(m_row.id); });
+    connect(m_cancel, &QToolButton::clicked, this, [this] { m_app.queue().cancel(m_row.id); });
     layout->addWidget(m_cancel, 0, Qt::AlignVCenter);
 
     draw();
@@ -150,7 +150,7 @@ void QueueRow::changeEvent(QEvent *event)
 QueueView::QueueView(AppModel &app, QWidget *parent) : QWidget(parent), m_app(app)
 {
     setAcceptDrops(true);
-    TranscriptionQueue *queue = app.queue();
+    TranscriptionQueue *queue = &app.queue();
 
     auto *outer = new QVBoxLayout(this);
     outer->setContentsMargins(0, 0, 0, 0);
@@ -234,7 +234,7 @@ QList<QueueRow *> QueueView::rowWidgets() const
 
 void QueueView::refresh()
 {
-    const TranscriptionQueue *queue = m_app.queue();
+    const TranscriptionQueue *queue = &m_app.queue();
     const TranscriptionQueue::Phase phase = queue->phase();
     const bool staged = phase == TranscriptionQueue::Phase::Staged;
     m_setup->setVisible(staged);
@@ -278,7 +278,7 @@ void QueueView::refresh()
 
 void QueueView::retranslate()
 {
-    const TranscriptionQueue *queue = m_app.queue();
+    const TranscriptionQueue *queue = &m_app.queue();
     const bool running = queue->phase() == TranscriptionQueue::Phase::Running;
     m_title->setText(running ? Tr::tr("Dateien werden transkribiert") : Tr::tr("Warteschlange abgeschlossen"));
     const int total = int(queue->rows().size());

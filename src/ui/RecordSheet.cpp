@@ -4,7 +4,7 @@
 #include "ui/Style.h"
 
 #include "app/AppModel.h"
-#include "capture/Recorder.h"
+#include "app/RecordingJob.h"
 #include "export/Format.h"
 
 #include <QCoreApplication>
@@ -24,7 +24,7 @@ namespace {
 // The meter: a quiet track and, from the left, a bar as long as the level.
 class LevelBar : public QWidget {
 public:
-    LevelBar(const Recorder &recorder, QWidget *parent) : QWidget(parent), recorder(recorder)
+    LevelBar(const RecordingJob &recorder, QWidget *parent) : QWidget(parent), recorder(recorder)
     {
         setObjectName(QStringLiteral("levelBar"));
         setFixedHeight(16);
@@ -52,13 +52,13 @@ protected:
     }
 
 private:
-    const Recorder &recorder;
+    const RecordingJob &recorder;
 };
 
 } // namespace
 
 RecordSheet::RecordSheet(AppModel &app, QWidget *parent)
-    : QDialog(parent), m_app(app), m_recorder(new Recorder(this))
+    : QDialog(parent), m_app(app), m_recorder(&app.recording())
 {
     setFixedSize(420, 300);
     setModal(true);
@@ -114,17 +114,22 @@ RecordSheet::RecordSheet(AppModel &app, QWidget *parent)
 
     connect(m_cancel, &QPushButton::clicked, this, &RecordSheet::reject);
     connect(m_go, &QPushButton::clicked, this, &RecordSheet::startOrStop);
-    connect(m_recorder, &Recorder::isRecordingChanged, this, &RecordSheet::refresh);
-    connect(m_recorder, &Recorder::elapsedChanged, this, &RecordSheet::refresh);
-    connect(m_recorder, &Recorder::levelChanged, m_levelBar, qOverload<>(&QWidget::update));
-    connect(m_recorder, &Recorder::permissionDeniedChanged, this, &RecordSheet::refresh);
+    connect(m_recorder, &RecordingJob::isRecordingChanged, this, &RecordSheet::refresh);
+    connect(m_recorder, &RecordingJob::elapsedChanged, this, &RecordSheet::refresh);
+    connect(m_recorder, &RecordingJob::levelChanged, m_levelBar, qOverload<>(&QWidget::update));
+    connect(m_recorder, &RecordingJob::permissionDeniedChanged, this, &RecordSheet::refresh);
     // Closed any other way than by stopping: the sheet's flag goes down with it.
     connect(this, &QDialog::finished, &m_app, [this] { m_app.setShowRecorder(false); });
 
     retranslate();
 }
 
-RecordSheet::~RecordSheet() = default;
+RecordSheet::~RecordSheet()
+{
+    // Nobody is left to take the file of a recording that runs or is being closed.
+    if (m_recorder->isRecording() || m_stopping)
+        m_recorder->cancel();
+}
 
 QString RecordSheet::timeString(double elapsed)
 {

@@ -5,13 +5,13 @@
 class AppModel;
 class QLabel;
 class QPushButton;
-class Recorder;
+class RecordingJob;
 
 // The sheet that records from the microphone: a level bar, the running time, and one
 // button that stops the recording and hands the file to a transcription under
 // "Aufnahme <date>". The recording starts as the sheet opens; after a refusal the button
-// starts it again. Cancelling, by button or Escape, throws the
-// recording away. It owns its Recorder for as long as it lives.
+// starts it again. Cancelling, by button or Escape, throws the recording away. The
+// recording is the application state's; a sheet that goes cancels it.
 class RecordSheet : public QDialog {
     Q_OBJECT
 
@@ -19,7 +19,7 @@ public:
     RecordSheet(AppModel &app, QWidget *parent = nullptr);
     ~RecordSheet() override;
 
-    Recorder &recorder() const { return *m_recorder; }
+    RecordingJob &recorder() const { return *m_recorder; }
 
     // "mm:ss" of whole seconds; the minutes go on past 59.
     static QString timeString(double elapsed);
@@ -37,7 +37,7 @@ private:
     void retranslate();
 
     AppModel &m_app;
-    Recorder *m_recorder;
+    RecordingJob *m_recorder;
     QLabel *m_title;
     QWidget *m_levelBar;
     QLabel *m_time;

@@ -154,8 +154,11 @@ ResultView::ResultView(AppModel &app, QWidget *parent) : QWidget(parent), m_app(
     actions->setSpacing(12);
     m_speakers = new QPushButton(this);
     m_speakers->setObjectName(QStringLiteral("speakerControl"));
-    connect(m_speakers, &QPushButton::clicked, this,
-            [this] { m_app.detectSpeakers(m_item, m_speakerCount->currentData().toInt()); });
+    connect(m_speakers, &QPushButton::clicked, this, [this] {
+        SpeakerJob::Overrides once;
+        once.speakerCount = m_speakerCount->currentData().toInt();
+        m_app.detectSpeakers(m_item, once);
+    });
     // The count for this item's next run, without going through the settings or a new
     // transcription; it starts at the setting.
     m_speakerCount = new QComboBox(this);
@@ -252,8 +255,8 @@ ResultView::ResultView(AppModel &app, QWidget *parent) : QWidget(parent), m_app(
         connect(&m_app, signal, this, &ResultView::showAIControl);
         connect(&m_app, signal, this, &ResultView::showSpeakerControl);
     }
-    connect(&m_app, &AppModel::speakerStatusChanged, this, &ResultView::showSpeakerControl);
-    connect(&m_app, &AppModel::speakerNoticeChanged, this, &ResultView::showSpeakerControl);
+    connect(&m_app.speakerJob(), &SpeakerJob::statusChanged, this, &ResultView::showSpeakerControl);
+    connect(&m_app.speakerJob(), &SpeakerJob::noticeChanged, this, &ResultView::showSpeakerControl);
 
     retranslate();
     m_item = m_app.current().value_or(HistoryItem());
@@ -516,11 +519,11 @@ void ResultView::showSpeakerControl()
     const bool busy = m_item.speakerBusy;
     m_speakers->setVisible(!busy);
     m_speakerCount->setVisible(!busy && m_item.audioURL.has_value());
-    const QString notice = busy ? QString() : m_app.speakerNotice(m_item.id);
+    const QString notice = busy ? QString() : m_app.speakerJob().notice(m_item.id);
     m_speakerNotice->setText(notice);
     m_speakerNotice->setVisible(!notice.isEmpty());
     m_speakersBusy->setVisible(busy);
-    m_speakersBusyText->setText(m_app.speakerStatus().value_or(Tr::tr("Sprecher werden erkannt…")));
+    m_speakersBusyText->setText(m_app.speakerJob().status().value_or(Tr::tr("Sprecher werden erkannt…")));
     m_speakersCancel->setIcon(Icons::xmarkCircle(palette().color(QPalette::PlaceholderText)));
     m_speakersCancel->setToolTip(Tr::tr("Abbrechen"));
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "core/HistoryItem.h"
+#include "review/SpeakerTurn.h"
 #include "review/TextFind.h"
-#include "speakers/SpeakerTurn.h"
 
 #include <QWidget>
 

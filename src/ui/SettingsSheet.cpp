@@ -1,7 +1,7 @@
 #include "ui/SettingsSheet.h"
 #include "core/Tr.h"
 
-#include "ai/AIModel.h"
+#include "core/AIModel.h"
 #include "app/AppModel.h"
 #include "app/LanguageManager.h"
 #include "ui/AIModelPicker.h"

@@ -2,7 +2,7 @@
 #include "core/Tr.h"
 
 #include "app/AppModel.h"
-#include "engine/ModelStore.h"
+#include "app/ModelStore.h"
 #include "ui/DropZone.h"
 #include "ui/ElidedLabel.h"
 #include "ui/Icons.h"

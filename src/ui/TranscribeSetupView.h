@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/PendingItem.h"
-#include "engine/WhisperModel.h"
+#include "core/WhisperModel.h"
 
 #include <QWidget>
 

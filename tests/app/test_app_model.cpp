@@ -5,8 +5,9 @@
 #include "StoredKey.h"
 
 #include "app/AppModel.h"
+#include "app/TranscriptionJob.h"
 #include "app/Settings.h"
-#include "engine/ModelStore.h"
+#include "app/ModelStore.h"
 #include "storage/BundleStore.h"
 #include "storage/KeychainStore.h"
 
@@ -44,9 +45,9 @@ protected:
     {
         QElapsedTimer clock;
         clock.start();
-        while (app.isBusy() && clock.elapsed() < timeoutMs)
+        while (app.transcription().isBusy() && clock.elapsed() < timeoutMs)
             QTest::qWait(20);
-        ASSERT_FALSE(app.isBusy()) << "job did not end";
+        ASSERT_FALSE(app.transcription().isBusy()) << "job did not end";
     }
 
     static QStringList bundleFolders()
@@ -139,7 +140,7 @@ TEST_F(AppModelTest, StagingRulesAndTheMissingModel)
     // No model installed: the start ends in the message and the setup is gone.
     app.startPending();
     EXPECT_FALSE(app.pending().has_value());
-    EXPECT_FALSE(app.isBusy());
+    EXPECT_FALSE(app.transcription().isBusy());
     EXPECT_EQ(app.errorMessage(), smallMissing);
 
     app.stageRecording();
@@ -166,10 +167,10 @@ TEST_F(AppModelTest, AFileBecomesAStoredItemThatSurvivesARestart)
     {
         AppModel app;
         app.setSelectedModelId(QStringLiteral("base-q5_1"));
-        QSignalSpy progress(&app, &AppModel::busyProgressChanged);
+        QSignalSpy progress(&app.transcription(), &TranscriptionJob::busyProgressChanged);
         app.stage(audio, QStringLiteral("Probe"));
         app.startPending();
-        EXPECT_TRUE(app.isBusy());
+        EXPECT_TRUE(app.transcription().isBusy());
         // Busy: another start is ignored without a word.
         app.stage(QStringLiteral("/x/other.mp3"));
         EXPECT_FALSE(app.pending().has_value());
@@ -184,7 +185,7 @@ TEST_F(AppModelTest, AFileBecomesAStoredItemThatSurvivesARestart)
         ASSERT_TRUE(item.bundleURL.has_value());
         EXPECT_TRUE(QFile::exists(*item.audioURL));
         EXPECT_GT(progress.count(), 0);
-        EXPECT_EQ(app.busyProgress(), 0.0);
+        EXPECT_EQ(app.transcription().busyProgress(), 0.0);
         EXPECT_TRUE(QFile::exists(audio)) << "the source stays where it was";
         segments = item.result;
     }
@@ -212,7 +213,7 @@ TEST_F(AppModelTest, CancelAtEachMomentLeavesNoTrace)
     const QString longAudio = Media::tone(QStringLiteral("opus"), 60.0);
 
     auto expectIntake = [&] {
-        EXPECT_FALSE(app.isBusy());
+        EXPECT_FALSE(app.transcription().isBusy());
         EXPECT_FALSE(app.errorMessage().has_value());
         EXPECT_FALSE(app.pending().has_value());
         EXPECT_FALSE(app.current().has_value());
@@ -230,7 +231,7 @@ TEST_F(AppModelTest, CancelAtEachMomentLeavesNoTrace)
     app.transcribe(longAudio);
     QElapsedTimer clock;
     clock.start();
-    while (app.busyProgress() == 0.0 && app.isBusy() && clock.elapsed() < 60000)
+    while (app.transcription().busyProgress() == 0.0 && app.transcription().isBusy() && clock.elapsed() < 60000)
         QTest::qWait(5);
     app.cancelTranscription();
     waitIdle(app);
@@ -255,7 +256,7 @@ TEST_F(AppModelTest, CancelAtEachMomentLeavesNoTrace)
     closing->setSelectedModelId(QStringLiteral("base-q5_1"));
     closing->transcribe(longAudio);
     clock.restart();
-    while (closing->busyProgress() == 0.0 && clock.elapsed() < 60000)
+    while (closing->transcription().busyProgress() == 0.0 && clock.elapsed() < 60000)
         QTest::qWait(5);
     clock.restart();
     closing.reset();

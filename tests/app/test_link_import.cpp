@@ -5,6 +5,8 @@
 #include "Media.h"
 
 #include "app/AppModel.h"
+#include "app/LinkImport.h"
+#include "app/TranscriptionJob.h"
 #include "links/PodcastError.h"
 #include "storage/BundleStore.h"
 
@@ -31,7 +33,7 @@ protected:
 
     static void waitLinkDone(AppModel &app)
     {
-        ASSERT_TRUE(waitFor([&] { return !app.linkBusy(); }, 120'000)) << "link import did not end";
+        ASSERT_TRUE(waitFor([&] { return !app.linkImport().isBusy(); }, 120'000)) << "link import did not end";
     }
 
     static HistoryItem someItem()
@@ -65,28 +67,28 @@ TEST_F(LinkImports, AFeedLinkBecomesAStagedJobAndThenATranscript)
     app.setCurrent(someItem());
     app.setErrorMessage(QStringLiteral("alt"));
     QStringList statuses;
-    QObject::connect(&app, &AppModel::linkStatusChanged,
-                     [&] { statuses << app.linkStatus().value_or(QStringLiteral("<none>")); });
+    QObject::connect(&app.linkImport(), &LinkImport::statusChanged,
+                     [&] { statuses << app.linkImport().status().value_or(QStringLiteral("<none>")); });
 
     app.stageLink(QStringLiteral("  \n") + at("feed") + QStringLiteral("\n"));
-    EXPECT_TRUE(app.linkBusy());
-    EXPECT_EQ(app.linkStatus(), QStringLiteral("Link wird aufgelöst…"));
-    EXPECT_EQ(app.linkProgress(), 0.0);
+    EXPECT_TRUE(app.linkImport().isBusy());
+    EXPECT_EQ(app.linkImport().status(), QStringLiteral("Link wird aufgelöst…"));
+    EXPECT_EQ(app.linkImport().progress(), 0.0);
     EXPECT_FALSE(app.current().has_value());
     EXPECT_FALSE(app.errorMessage().has_value());
     // One link at a time: a second paste is ignored.
     app.stageLink(at("other"));
 
-    ASSERT_TRUE(waitFor([&] { return app.linkProgress() >= 0.499; }));
-    EXPECT_NEAR(app.linkProgress(), 0.5, 0.001);
-    EXPECT_EQ(app.linkStatus(), QStringLiteral("Episode wird geladen…"));
-    EXPECT_TRUE(app.linkBusy());
+    ASSERT_TRUE(waitFor([&] { return app.linkImport().progress() >= 0.499; }));
+    EXPECT_NEAR(app.linkImport().progress(), 0.5, 0.001);
+    EXPECT_EQ(app.linkImport().status(), QStringLiteral("Episode wird geladen…"));
+    EXPECT_TRUE(app.linkImport().isBusy());
     server.release();
     waitLinkDone(app);
 
     EXPECT_FALSE(app.errorMessage().has_value()) << app.errorMessage().value_or("").toStdString();
     EXPECT_EQ(statuses, (QStringList{"Link wird aufgelöst…", "Episode wird geladen…", "<none>"}));
-    EXPECT_EQ(app.linkProgress(), 0.0);
+    EXPECT_EQ(app.linkImport().progress(), 0.0);
     EXPECT_EQ(server.hits("/other"), 0);
     ASSERT_TRUE(app.pending().has_value());
     const auto *file = std::get_if<PendingItem::File>(&app.pending()->kind);
@@ -97,8 +99,8 @@ TEST_F(LinkImports, AFeedLinkBecomesAStagedJobAndThenATranscript)
     EXPECT_TRUE(Media::readFile(file->url) == audio);
 
     app.startPending();
-    ASSERT_TRUE(app.isBusy());
-    ASSERT_TRUE(waitFor([&] { return !app.isBusy(); }, 180'000));
+    ASSERT_TRUE(app.transcription().isBusy());
+    ASSERT_TRUE(waitFor([&] { return !app.transcription().isBusy(); }, 180'000));
     EXPECT_FALSE(app.errorMessage().has_value()) << app.errorMessage().value_or("").toStdString();
     ASSERT_EQ(app.history().size(), 1);
     const HistoryItem &item = app.history().first();
@@ -124,7 +126,7 @@ TEST_F(LinkImports, RefusedAndFailedLinks)
     EXPECT_LT(clock.elapsed(), 2'000);
 
     AppModel app;
-    QSignalSpy busy(&app, &AppModel::linkBusyChanged);
+    QSignalSpy busy(&app.linkImport(), &LinkImport::isBusyChanged);
 
     // Blanks and line breaks only: nothing happens.
     app.stageLink(QStringLiteral(" \n\t\n"));
@@ -135,7 +137,7 @@ TEST_F(LinkImports, RefusedAndFailedLinks)
     app.stageLink(QStringLiteral("https://open.spotify.com/episode/abc"));
     waitLinkDone(app);
     EXPECT_EQ(app.errorMessage(), PodcastError::spotify().errorDescription());
-    EXPECT_FALSE(app.linkStatus().has_value());
+    EXPECT_FALSE(app.linkImport().status().has_value());
     EXPECT_FALSE(app.current().has_value());
     EXPECT_FALSE(app.pending().has_value());
 
@@ -147,7 +149,7 @@ TEST_F(LinkImports, RefusedAndFailedLinks)
     ASSERT_TRUE(app.errorMessage().has_value());
     EXPECT_FALSE(app.errorMessage()->isEmpty());
     EXPECT_FALSE(app.errorMessage()->startsWith(QStringLiteral("Netzwerkfehler"))) << app.errorMessage()->toStdString();
-    EXPECT_EQ(app.linkProgress(), 0.0);
+    EXPECT_EQ(app.linkImport().progress(), 0.0);
     EXPECT_FALSE(app.pending().has_value());
     EXPECT_NO_TEMPORARY_FILES();
 
@@ -155,11 +157,11 @@ TEST_F(LinkImports, RefusedAndFailedLinks)
     Media::installBase();
     app.setSelectedModelId(QStringLiteral("base-q5_1"));
     app.transcribe(Media::tone(QStringLiteral("opus"), 60.0));
-    ASSERT_TRUE(app.isBusy());
+    ASSERT_TRUE(app.transcription().isBusy());
     const int before = busy.count();
     app.stageLink(at("cut.mp3"));
     EXPECT_EQ(busy.count(), before);
     EXPECT_FALSE(app.errorMessage().has_value());
     app.cancelTranscription();
-    ASSERT_TRUE(waitFor([&] { return !app.isBusy(); }, 60'000));
+    ASSERT_TRUE(waitFor([&] { return !app.transcription().isBusy(); }, 60'000));
 }

@@ -55,7 +55,7 @@ TEST_F(QueueTest, ABrokenFileFailsWithItsReasonAndTheOthersAreSaved)
 {
     AppModel app;
     app.setSelectedModelId(QStringLiteral("base-q5_1"));
-    TranscriptionQueue &queue = *app.queue();
+    TranscriptionQueue &queue = app.queue();
     const QString first = Media::tone(QStringLiteral("mp3")), broken = Media::textFileNamedMp3(),
                   third = Media::tone(QStringLiteral("wav"));
 
@@ -108,7 +108,7 @@ TEST_F(QueueTest, CancellingOneRowLeavesTheOthersRunning)
 {
     AppModel app;
     app.setSelectedModelId(QStringLiteral("base-q5_1"));
-    TranscriptionQueue &queue = *app.queue();
+    TranscriptionQueue &queue = app.queue();
     const QString longAudio = Media::tone(QStringLiteral("opus"), 60.0),
                   waiting = Media::tone(QStringLiteral("wav"), 3.0), last = Media::tone(QStringLiteral("mp3"), 3.0);
 
@@ -165,7 +165,7 @@ TEST_F(QueueTest, TheSpeakerSetupAppliesToEveryFileOfTheBatch)
     app.setSelectedModelId(QStringLiteral("base-q5_1"));
     app.setSpeakerDetection(true);
     app.setSpeakerCount(2);
-    TranscriptionQueue &queue = *app.queue();
+    TranscriptionQueue &queue = app.queue();
     bool separatingShown = false;
     QObject::connect(&queue, &TranscriptionQueue::rowsChanged, &queue, [&] {
         for (const TranscriptionQueue::Row &row : queue.rows())

@@ -80,17 +80,17 @@ protected:
     QStringList detect(AppModel &app)
     {
         QStringList statuses;
-        QObject::connect(&app, &AppModel::speakerStatusChanged, &app, [&] {
-            if (app.speakerStatus())
-                statuses << *app.speakerStatus();
+        QObject::connect(&app.speakerJob(), &SpeakerJob::statusChanged, &app, [&] {
+            if (app.speakerJob().status())
+                statuses << *app.speakerJob().status();
         });
         app.setCurrent(itemOf(app, bundle));
         app.detectSpeakers(itemOf(app, bundle));
         EXPECT_TRUE(app.current()->speakerBusy);
         EXPECT_TRUE(itemOf(app, bundle).speakerBusy) << "history and current in step";
         EXPECT_TRUE(waitFor([&] { return !app.current()->speakerBusy; }));
-        app.disconnect(&app, &AppModel::speakerStatusChanged, &app, nullptr);
-        EXPECT_EQ(app.speakerStatus(), std::nullopt);
+        app.disconnect(&app.speakerJob(), &SpeakerJob::statusChanged, &app, nullptr);
+        EXPECT_EQ(app.speakerJob().status(), std::nullopt);
         return statuses;
     }
 
@@ -129,7 +129,9 @@ TEST_F(SpeakerJobs, ByVoiceWithoutKeyStoresTheLabels)
 
         // A count chosen for one run goes to the program and leaves the setting alone.
         app.setErrorMessage(std::nullopt);
-        app.detectSpeakers(itemOf(app, bundle), 3);
+        SpeakerJob::Overrides three;
+        three.speakerCount = 3;
+        app.detectSpeakers(itemOf(app, bundle), three);
         ASSERT_TRUE(waitFor([&] { return !app.current()->speakerBusy; }));
         EXPECT_TRUE(recordedArguments().startsWith("--clustering.num-clusters=3\n"));
         EXPECT_EQ(app.speakerCount(), 2);
@@ -208,7 +210,7 @@ TEST_F(SpeakerJobs, CancelAndASecondCallWhileBusy)
     ASSERT_TRUE(waitFor([&] { return !app.current()->speakerBusy; }, 10'000));
     EXPECT_EQ(app.errorMessage(), std::nullopt) << "a cancel shows nothing";
     EXPECT_EQ(app.current()->speakerText, std::nullopt);
-    EXPECT_EQ(app.speakerStatus(), std::nullopt);
+    EXPECT_EQ(app.speakerJob().status(), std::nullopt);
 
     // A cancel while the AI puts names on the voices stops the request under way.
     app.setActiveModelId("claude-haiku-4-5");

@@ -1,6 +1,7 @@
 // In-process decoding of real media against the ffmpeg program's own result.
 #include "Media.h"
 
+#include "core/Wav.h"
 #include "engine/Engine.h"
 
 #include <QFile>
@@ -57,7 +58,7 @@ TEST(EngineAudio, DecodesEveryContainerLikeTheFfmpegProgram)
         // Two seconds at 16 kHz of an audible 440 Hz tone; the floats taken frame by frame
         // are exactly the 16-bit samples scaled.
         const std::vector<float> floats = Engine::decodeTo16kMonoFloats(path);
-        EXPECT_EQ(floats, Engine::pcm16ToFloats(ours));
+        EXPECT_EQ(floats, Wav::floatsFromPcm16(ours));
         EXPECT_NEAR(double(floats.size()), 32000.0, 800.0);
         const Shape shape = shapeOf(floats, 4000, 28000);
         EXPECT_GT(shape.rms, 0.03);
@@ -149,13 +150,13 @@ TEST(EngineAudio, ExtractWavWritesTheFixedHeaderAndTheSamples)
 
     const QByteArray pcm = Engine::avfDecodePCM16(input, nullptr);
     ASSERT_EQ(bytes.size(), pcm.size() + 44);
-    EXPECT_EQ(bytes.left(44), Engine::wavHeader(quint32(pcm.size()), 16000, 1, 16));
+    EXPECT_EQ(bytes.left(44), Wav::header(quint32(pcm.size()), 16000, 1, 16));
     EXPECT_EQ(bytes.mid(44), pcm);
     // RIFF size, PCM, mono, 16 kHz, 32000 bytes a second, 2-byte frames of 16 bits, data size.
-    EXPECT_EQ(Engine::wavHeader(100, 16000, 1, 16).toHex(),
+    EXPECT_EQ(Wav::header(100, 16000, 1, 16).toHex(),
               "524946468800000057415645666d74201000000001000100803e0000007d0000020010006461746164000000");
 
-    EXPECT_TRUE(Engine::pcm16ToFloats(QByteArray(1, '\x7f')).empty());
-    const std::vector<float> f = Engine::pcm16ToFloats(QByteArray("\x00\x80\xff\x7f\x01", 5));
+    EXPECT_TRUE(Wav::floatsFromPcm16(QByteArray(1, '\x7f')).empty());
+    const std::vector<float> f = Wav::floatsFromPcm16(QByteArray("\x00\x80\xff\x7f\x01", 5));
     EXPECT_EQ(f, (std::vector<float>{-1.0f, 0.999969482421875f}));
 }

@@ -4,7 +4,7 @@
 #include "LocalServer.h"
 #include "Media.h"
 
-#include "engine/ModelStore.h"
+#include "app/ModelStore.h"
 
 #include <QDir>
 #include <QFile>

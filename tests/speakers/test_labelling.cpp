@@ -1,7 +1,7 @@
 // The speaker text from segments and spans, its way back to the timings, and the
 // diarisation program's output lines.
 #include "speakers/Diarizer.h"
-#include "speakers/SpeakerTurn.h"
+#include "review/SpeakerTurn.h"
 
 #include <gtest/gtest.h>
 

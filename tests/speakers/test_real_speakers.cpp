@@ -8,7 +8,7 @@
 
 #include "speakers/DiarizationModels.h"
 #include "speakers/Diarizer.h"
-#include "speakers/SpeakerTurn.h"
+#include "review/SpeakerTurn.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -311,7 +311,7 @@ TEST(RealSpeakers, RecordedConversationInAutomaticMode)
     ASSERT_FALSE(models.seg.isEmpty()) << "runs after the models were fetched";
     auto diarize = [&](const QString &wav) {
         return std::async(std::launch::async, [=] {
-            return Diarizer::diarize(wav, models.seg, models.emb, 0.9, 0);
+            return Diarizer::diarize(wav, models.seg, models.emb, Diarizer::defaultThreshold, 0);
         }).get();
     };
 

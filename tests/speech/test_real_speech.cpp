@@ -25,7 +25,7 @@
 #include "engine/WhisperEngine.h"
 #ifdef MAKE_SPEAKER_MODELS
 #include "speakers/Diarizer.h"
-#include "speakers/SpeakerTurn.h"
+#include "review/SpeakerTurn.h"
 #endif
 
 #include <gtest/gtest.h>

@@ -9,8 +9,8 @@
 #include "Media.h"
 
 #include "app/AppModel.h"
-#include "engine/ModelStore.h"
-#include "engine/WhisperModel.h"
+#include "app/ModelStore.h"
+#include "core/WhisperModel.h"
 #include "storage/BundleStore.h"
 
 #include <QDir>

@@ -6,7 +6,7 @@
 
 #include "app/AppModel.h"
 #include "app/Settings.h"
-#include "engine/ModelStore.h"
+#include "app/ModelStore.h"
 #include "storage/KeychainStore.h"
 #include "ui/AboutView.h"
 #include "ui/HelpView.h"

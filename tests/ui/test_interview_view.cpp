@@ -6,7 +6,7 @@
 #include "Media.h"
 
 #include "app/AppModel.h"
-#include "capture/InterviewSession.h"
+#include "app/InterviewJob.h"
 #include "ui/InterviewView.h"
 
 #include <QDir>
@@ -51,7 +51,8 @@ TEST(InterviewViewTest, RecordsShowsTheTextAndStoresOnStop)
         timeShown = timeShown || label->text() == QStringLiteral("0:05") || label->text() == QStringLiteral("0:06");
     EXPECT_TRUE(timeShown);
 
-    view.stop();
+    // Return stops it, as the button does.
+    QTest::keyClick(&view, Qt::Key_Return);
     EXPECT_EQ(stop->text(), QStringLiteral("Wird abgeschlossen…"))
         << view.session().isRecording() << view.session().isFinalizing() << qPrintable(view.session().status());
     EXPECT_FALSE(stop->isEnabled());

@@ -1,5 +1,6 @@
 // The link row of the drop zone over a real application state and a local server.
 #include "ShellFixture.h"
+#include "app/LinkImport.h"
 
 #include "ui/LinkRow.h"
 
@@ -37,24 +38,24 @@ TEST_F(LinkRowTest, TheFieldTheButtonAndTheProgressRow)
     field->setText(QStringLiteral("\n\n"));
     EXPECT_TRUE(load->isEnabled());
     load->click();
-    EXPECT_FALSE(app.linkBusy());
+    EXPECT_FALSE(app.linkImport().isBusy());
 
     // While the link resolves, a spinner stands in the button and the status line below.
     field->setText(episode);
     QTest::keyClick(field, Qt::Key_Return);
-    ASSERT_TRUE(app.linkBusy());
+    ASSERT_TRUE(app.linkImport().isBusy());
     EXPECT_FALSE(field->isEnabled() || load->isEnabled());
     EXPECT_TRUE(load->text().isEmpty());
     EXPECT_TRUE(row.findChild<QWidget *>(QStringLiteral("loadSpinner"))->isVisible());
     EXPECT_TRUE(progressRow->isVisible() && status->isVisible());
 
     // A fraction below one per cent shows as 0 %.
-    ASSERT_TRUE(waitFor([&] { return app.linkProgress() >= 0.0025; }));
+    ASSERT_TRUE(waitFor([&] { return app.linkImport().progress() >= 0.0025; }));
     EXPECT_TRUE(percent->isVisible());
     EXPECT_FALSE(status->isVisible());
     EXPECT_EQ(percent->text(), QStringLiteral("0 %"));
     server.release();
-    ASSERT_TRUE(waitFor([&] { return !app.linkBusy(); }));
+    ASSERT_TRUE(waitFor([&] { return !app.linkImport().isBusy(); }));
     EXPECT_FALSE(progressRow->isVisible());
     EXPECT_TRUE(load->isEnabled());
     EXPECT_EQ(field->text(), episode) << "the field keeps its text";
@@ -62,9 +63,9 @@ TEST_F(LinkRowTest, TheFieldTheButtonAndTheProgressRow)
 
     field->setText(server.base().resolved(QUrl("half.mp3")).toString());
     load->click();
-    ASSERT_TRUE(waitFor([&] { return std::abs(app.linkProgress() - 0.437) < 1e-9; }));
+    ASSERT_TRUE(waitFor([&] { return std::abs(app.linkImport().progress() - 0.437) < 1e-9; }));
     EXPECT_EQ(percent->text(), QStringLiteral("43 %"));
     EXPECT_EQ(row.findChild<QProgressBar *>()->value(), 437);
     server.release();
-    ASSERT_TRUE(waitFor([&] { return !app.linkBusy(); }));
+    ASSERT_TRUE(waitFor([&] { return !app.linkImport().isBusy(); }));
 }

@@ -1,5 +1,7 @@
 // The record sheet on a real sound server, and without any input.
 #include "ShellFixture.h"
+#include "app/RecordingJob.h"
+#include "app/TranscriptionJob.h"
 
 #include "capture/Recorder.h"
 #include "ui/RecordSheet.h"
@@ -43,12 +45,12 @@ TEST_F(RecordSheetTest, ARecordingEndsAsATranscript)
     EXPECT_EQ(time->text(), QStringLiteral("00:02"));
 
     // Return is the sheet's default: stop and transcribe, once the file is closed.
-    QSignalSpy busy(&app, &AppModel::isBusyChanged);
+    QSignalSpy busy(&app.transcription(), &TranscriptionJob::isBusyChanged);
     QTest::keyClick(&sheet, Qt::Key_Return);
     ASSERT_TRUE(waitFor([&] { return !sheet.isVisible(); }, 15'000));
     EXPECT_FALSE(app.showRecorder());
     ASSERT_GE(busy.count(), 1) << "the job starts as the sheet closes";
-    ASSERT_TRUE(waitFor([&] { return !app.isBusy(); }, 180'000));
+    ASSERT_TRUE(waitFor([&] { return !app.transcription().isBusy(); }, 180'000));
     EXPECT_FALSE(app.errorMessage().has_value()) << app.errorMessage().value_or("").toStdString();
     ASSERT_EQ(app.history().size(), 1);
     const HistoryItem &item = app.history().first();
@@ -64,10 +66,10 @@ TEST_F(RecordSheetTest, CancellingThrowsTheRecordingAway)
     RecordSheet sheet(app);
     sheet.show();
     ASSERT_TRUE(waitFor([&] { return sheet.recorder().isRecording(); }, 10'000));
-    const QString file = sheet.recorder().fileURL().value_or(QString());
+    const QString file = sheet.recorder().filePath().value_or(QString());
     ASSERT_TRUE(QFile::exists(file));
     QTest::keyClick(&sheet, Qt::Key_Escape);
-    EXPECT_FALSE(sheet.isVisible() || app.showRecorder() || app.isBusy());
+    EXPECT_FALSE(sheet.isVisible() || app.showRecorder() || app.transcription().isBusy());
     EXPECT_FALSE(QFile::exists(file));
     EXPECT_TRUE(app.history().isEmpty());
 

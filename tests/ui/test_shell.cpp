@@ -1,10 +1,12 @@
 // The main window against the real application state: offscreen, and the whole road of a
 // file on a real display server (Xvfb).
 #include "ShellFixture.h"
+#include "app/TranscriptionJob.h"
 
 #include "app/LanguageManager.h"
+#include "app/ModelStore.h"
+#include "app/Scripted.h"
 #include "app/TranscriptionQueue.h"
-#include "engine/ModelStore.h"
 #include "engine/WhisperEngine.h"
 #include "ui/BusyView.h"
 #include "ui/ContentView.h"
@@ -254,7 +256,8 @@ TEST_F(ShellTest, ToolbarDeleteAsksFirstAndTheRowMenuDoesNot)
     ask->setTextValue(QStringLiteral("Gespräch mit Diane"));
     ask->accept();
     EXPECT_EQ(list->item(0)->toolTip(), QStringLiteral("Gespräch mit Diane"));
-    EXPECT_EQ(BundleStore::historyItem(*BundleStore::load(older)).fileName, QStringLiteral("Gespräch mit Diane"));
+    // Read as the application reads it: after the bundle patches under way.
+    EXPECT_EQ(Scripted::read(older).value_or(HistoryItem()).fileName, QStringLiteral("Gespräch mit Diane"));
     // ... and deletes it at once.
     menu = view.sidebar()->contextMenu(0);
     menu->actions().last()->trigger();
@@ -332,7 +335,7 @@ TEST_F(ShellTest, SeveralFilesQueueInRowsOfTheirOwn)
 
     queue->setup()->startButton()->click();
     EXPECT_FALSE(queue->setup()) << "the setup applies to the batch and goes with its start";
-    ASSERT_TRUE(waitFor([&] { return app.queue()->phase() == TranscriptionQueue::Phase::Ended; }, 120'000));
+    ASSERT_TRUE(waitFor([&] { return app.queue().phase() == TranscriptionQueue::Phase::Ended; }, 120'000));
     EXPECT_EQ(names(queue), QStringList({"tone-2s.mp3/Fertig", "notes.mp3/Fehlgeschlagen", "tone-3s.wav/Fertig"}));
     QueueRow *failed = queue->rowWidgets()[1];
     EXPECT_TRUE(failed->reasonLabel()->isVisibleTo(queue));
@@ -478,7 +481,7 @@ TEST_F(ShellTest, RoadFromDropAndOpenToHistory)
     ASSERT_TRUE(setup->startButton()->isEnabled());
 
     QTest::mouseClick(setup->startButton(), Qt::LeftButton);
-    ASSERT_TRUE(app.isBusy()) << (app.errorMessage() ? app.errorMessage()->toStdString() : "");
+    ASSERT_TRUE(app.transcription().isBusy()) << (app.errorMessage() ? app.errorMessage()->toStdString() : "");
     auto *busy = qobject_cast<BusyView *>(pane.screenWidget());
     ASSERT_TRUE(busy);
     EXPECT_TRUE(busy->monitor()->isSampling());
@@ -487,12 +490,12 @@ TEST_F(ShellTest, RoadFromDropAndOpenToHistory)
     EXPECT_TRUE(busy->statusText().startsWith(QStringLiteral("Transkribiere… ")));
     // The badge's device is the one the engine recognises on, as sagwerk-cli --verbose
     // names it: here no GPU is visible, so the processor.
-    ASSERT_TRUE(waitFor([&] { return !app.gpuDevice().isEmpty() || !app.cpuDevice().isEmpty(); }));
+    ASSERT_TRUE(waitFor([&] { return !app.transcription().gpuDevice().isEmpty() || !app.transcription().cpuDevice().isEmpty(); }));
     const std::optional<WhisperEngine::Device> gpu = WhisperEngine::gpuDevice();
-    EXPECT_EQ(app.gpuDevice(), gpu ? gpu->name : QString());
-    EXPECT_EQ(app.cpuDevice(), gpu ? QString() : WhisperEngine::cpuDevice().name);
+    EXPECT_EQ(app.transcription().gpuDevice(), gpu ? gpu->name : QString());
+    EXPECT_EQ(app.transcription().cpuDevice(), gpu ? QString() : WhisperEngine::cpuDevice().name);
 
-    ASSERT_TRUE(waitFor([&] { return !app.isBusy(); }, 120000));
+    ASSERT_TRUE(waitFor([&] { return !app.transcription().isBusy(); }, 120000));
     ASSERT_FALSE(app.errorMessage().has_value()) << app.errorMessage()->toStdString();
     ASSERT_EQ(app.history().size(), 1);
     EXPECT_EQ(app.history().at(0).fileName, QStringLiteral("tone-3s.wav"));
@@ -509,8 +512,8 @@ TEST_F(ShellTest, RoadFromDropAndOpenToHistory)
     ASSERT_TRUE(QTest::qWaitForWindowActive(window));
     setup->startButton()->setFocus();
     QTest::keyClick(setup->startButton(), Qt::Key_Return);
-    ASSERT_TRUE(waitFor([&] { return app.isBusy() || !app.history().isEmpty(); }));
-    ASSERT_TRUE(waitFor([&] { return !app.isBusy(); }, 120000));
+    ASSERT_TRUE(waitFor([&] { return app.transcription().isBusy() || !app.history().isEmpty(); }));
+    ASSERT_TRUE(waitFor([&] { return !app.transcription().isBusy(); }, 120000));
     ASSERT_EQ(app.history().size(), 2);
     EXPECT_EQ(app.history().at(0).fileName, QStringLiteral("tone-2s.mp3"));
     EXPECT_EQ(rows->count(), 2);

@@ -9,7 +9,7 @@
 #include "Palettes.h"
 
 #include "app/AppModel.h"
-#include "engine/ModelStore.h"
+#include "app/ModelStore.h"
 #include "ui/AboutView.h"
 #include "ui/HelpView.h"
 #include "ui/OnboardingWizard.h"

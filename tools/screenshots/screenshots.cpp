@@ -8,10 +8,11 @@
 
 #include "app/AppModel.h"
 #include "app/Settings.h"
+#include "app/ModelStore.h"
+#include "app/TranscriptionJob.h"
 #include "app/TranscriptionQueue.h"
 #include "engine/Engine.h"
 #include "engine/EngineError.h"
-#include "engine/ModelStore.h"
 #include "storage/BundleStore.h"
 #include "ui/BusyView.h"
 #include "ui/ContentView.h"
@@ -186,17 +187,17 @@ int main(int argc, char **argv)
         model.startPending();
         QElapsedTimer clock;
         clock.start();
-        while (model.isBusy() && model.busyProgress() < 0.3 && clock.elapsed() < 12000)
+        while (model.transcription().isBusy() && model.transcription().busyProgress() < 0.3 && clock.elapsed() < 12000)
             QTest::qWait(50);
         QTest::qWait(600);
         save(window, QStringLiteral("13-busy"));
         atMinimum(window, QStringLiteral("14-busy-min"));
         model.cancelTranscription();
-        while (model.isBusy() && clock.elapsed() < 90000)
+        while (model.transcription().isBusy() && clock.elapsed() < 90000)
             QTest::qWait(50);
 
         // Several files: staged with their setup, then a row in every state at once.
-        TranscriptionQueue &queue = *model.queue();
+        TranscriptionQueue &queue = model.queue();
         queue.open({Media::tone(QStringLiteral("mp3"), 3), Media::textFileNamedMp3(), longer,
                     Media::tone(QStringLiteral("wav"), 5), Media::tone(QStringLiteral("mp3"), 6)});
         save(window, QStringLiteral("17-queue-staged"));

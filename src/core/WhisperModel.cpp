@@ -1,4 +1,4 @@
-#include "engine/WhisperModel.h"
+#include "core/WhisperModel.h"
 
 #include <QCoreApplication>
 

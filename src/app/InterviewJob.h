@@ -2,10 +2,7 @@
 
 #include "core/TranscribeControl.h"
 #include "core/TranscriptionResult.h"
-#include "speakers/DiarizationModels.h"
 
-#include <QByteArray>
-#include <QFile>
 #include <QFuture>
 #include <QObject>
 #include <QProperty>
@@ -15,8 +12,9 @@
 #include <memory>
 #include <optional>
 
-class QAudioSource;
+class LiveRecording;
 struct KeptModel;
+struct SpeakerModels;
 
 // What a finished interview hands over: the recording (a temporary file, now the
 // receiver's), the transcript and the last speaker text.
@@ -26,14 +24,14 @@ struct InterviewResult {
     std::optional<QString> speakerText;
 };
 
-// A live interview: the microphone into a growing WAV file (16 kHz mono 16-bit, samples
-// from byte 44 on), and while it grows, each new stretch of at least five seconds
-// recognised on the task pool. Lives on the main thread; every field changes there.
+// A live interview: the microphone into a growing recording, and while it grows, each
+// new stretch of at least five seconds read back in memory and recognised on the task
+// pool. Lives on the main thread; every field changes there.
 //
 // Rolling passes fail silently and are tried again from the same position, with a longer
 // range. With live speakers, the whole recording so far is separated by voice again every
 // fifteen seconds once the speaker models are there, beside the recognition.
-class InterviewSession : public QObject {
+class InterviewJob : public QObject {
     Q_OBJECT
     Q_PROPERTY(double elapsed READ elapsed NOTIFY elapsedChanged)
     Q_PROPERTY(bool isRecording READ isRecording NOTIFY isRecordingChanged)
@@ -46,9 +44,9 @@ public:
     static constexpr qint64 transcribeIntervalMs = 5000;
     static constexpr qint64 diarIntervalMs = 15000;
 
-    explicit InterviewSession(QObject *parent = nullptr);
-    // Cancels: a session that goes away mid-recording leaves no file.
-    ~InterviewSession() override;
+    explicit InterviewJob(QObject *parent = nullptr);
+    // Cancels: a job that goes away mid-recording leaves no file.
+    ~InterviewJob() override;
 
     const QList<TranscriptSegment> &segments() const { return m_segments.value(); }
     const std::optional<QString> &speakerText() const { return m_speakerText.value(); }
@@ -64,22 +62,15 @@ public:
 
     // Never fails loudly: a refused or missing microphone sets `permissionDenied`, a
     // recorder that cannot start says so in `status`.
-    void start(const QString &modelURL, const QString &language, bool liveSpeakers);
+    void start(const QString &modelPath, const QString &language, bool liveSpeakers);
     // Recognises what is left after the last pass and hands everything over; none when the
-    // session never recorded. A pass still running is awaited first, so the value holds
+    // job never recorded. A pass still running is awaited first, so the value holds
     // every stretch of audio once and in time order.
     QFuture<std::optional<InterviewResult>> stop();
     // Ends the recording and removes its file.
     void cancel();
-
-    // The recording's length by its size alone: (size − 44) / 2 samples, 0 below 45 bytes.
-    static qint64 durationMs(const QString &url, int rate = sampleRate);
-    // A new "chunk-UUID.wav" in the temporary folder holding the samples from `fromMs` to
-    // `toMs` (fewer where the file ends sooner) behind a header of their own. Throws
-    // std::runtime_error when the recording cannot be read or the chunk written.
-    static QString extractRange(const QString &url, qint64 fromMs, qint64 toMs, int rate = sampleRate);
-    // The 44-byte header of 16-bit mono PCM.
-    static QByteArray wavHeader(qint64 dataSize, int rate = sampleRate);
+    // Forgets the last interview's text and state, for a new screen; not while one runs.
+    void reset();
 
 signals:
     void segmentsChanged();
@@ -104,31 +95,30 @@ private:
     void append(const QList<TranscriptSegment> &segments, qint64 upToMs);
     QFuture<std::optional<InterviewResult>> finish();
 
-    Q_OBJECT_BINDABLE_PROPERTY(InterviewSession, QList<TranscriptSegment>, m_segments, &InterviewSession::segmentsChanged)
-    Q_OBJECT_BINDABLE_PROPERTY(InterviewSession, std::optional<QString>, m_speakerText,
-                               &InterviewSession::speakerTextChanged)
-    Q_OBJECT_BINDABLE_PROPERTY(InterviewSession, double, m_elapsed, &InterviewSession::elapsedChanged)
-    Q_OBJECT_BINDABLE_PROPERTY(InterviewSession, bool, m_isRecording, &InterviewSession::isRecordingChanged)
-    Q_OBJECT_BINDABLE_PROPERTY(InterviewSession, bool, m_isFinalizing, &InterviewSession::isFinalizingChanged)
-    Q_OBJECT_BINDABLE_PROPERTY(InterviewSession, bool, m_permissionDenied, &InterviewSession::permissionDeniedChanged)
-    Q_OBJECT_BINDABLE_PROPERTY(InterviewSession, QString, m_status, &InterviewSession::statusChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(InterviewJob, QList<TranscriptSegment>, m_segments, &InterviewJob::segmentsChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(InterviewJob, std::optional<QString>, m_speakerText,
+                               &InterviewJob::speakerTextChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(InterviewJob, double, m_elapsed, &InterviewJob::elapsedChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(InterviewJob, bool, m_isRecording, &InterviewJob::isRecordingChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(InterviewJob, bool, m_isFinalizing, &InterviewJob::isFinalizingChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(InterviewJob, bool, m_permissionDenied, &InterviewJob::permissionDeniedChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(InterviewJob, QString, m_status, &InterviewJob::statusChanged)
 
-    std::unique_ptr<QAudioSource> m_source;
-    QFile m_file;
-    std::optional<QString> m_wavURL;
-    std::optional<QString> m_modelURL;
+    std::unique_ptr<LiveRecording> m_recording;
+    std::optional<QString> m_wavPath;
+    std::optional<QString> m_modelPath;
     std::shared_ptr<KeptModel> m_model;
     QString m_language = QStringLiteral("de");
     bool m_liveSpeakers = false;
     QTimer m_timer;
     qint64 m_lastMs = 0;
-    // Ends the passes still running when the session is cancelled or goes away.
+    // Ends the passes still running when the job is cancelled or goes away.
     TranscribeControlPtr m_control;
     // The rolling pass in flight, if any: stop waits for it.
     std::optional<QFuture<void>> m_pass;
     // The speaker models once they are there, the position the last separation reached,
     // and the separation in flight.
-    std::optional<DiarizationModels::Paths> m_models;
+    std::shared_ptr<const SpeakerModels> m_models;
     qint64 m_lastDiarMs = 0;
     std::optional<QFuture<void>> m_diarization;
 };

@@ -1,4 +1,4 @@
-#include "speakers/SpeakerTurn.h"
+#include "review/SpeakerTurn.h"
 
 #include "core/Text.h"
 

@@ -1,22 +1,19 @@
-#include "capture/InterviewSession.h"
+#include "app/InterviewJob.h"
+
+#include "capture/LiveRecording.h"
 
 #include "capture/Microphone.h"
 #include "core/TranscribeControl.h"
 #include "core/Tr.h"
-#include "engine/Engine.h"
 #include "engine/VadModel.h"
 #include "engine/WhisperEngine.h"
+#include "speakers/DiarizationModels.h"
 #include "speakers/Diarizer.h"
 
-#include <QAudioFormat>
-#include <QAudioSource>
-#include <QCoreApplication>
-#include <QDir>
-#include <QFileInfo>
-#include <QMediaDevices>
+#include <QFile>
 #include <QPromise>
+#include <QSet>
 #include <QtConcurrent/QtConcurrentRun>
-#include <QtEndian>
 
 #include <algorithm>
 #include <mutex>
@@ -31,9 +28,13 @@ struct KeptModel {
     std::unique_ptr<WhisperEngine::LoadedModel> model;
 };
 
+// The speaker models once they are there.
+struct SpeakerModels {
+    DiarizationModels::Paths paths;
+};
+
 namespace {
 
-constexpr qint64 headerBytes = 44;
 constexpr qint64 shortestPassMs = 1000;
 constexpr qint64 shortestTailMs = 500;
 
@@ -43,12 +44,8 @@ std::optional<QList<TranscriptSegment>> recognise(const QString &wav, qint64 fro
                                                   const std::shared_ptr<KeptModel> &kept, const QString &language,
                                                   const TranscribeControlPtr &control)
 {
-    QString chunk;
     try {
-        chunk = InterviewSession::extractRange(wav, fromMs, toMs);
-        const std::vector<float> samples = Engine::decodeTo16kMonoFloats(chunk, control);
-        QFile::remove(chunk);
-        chunk.clear();
+        const std::vector<float> samples = LiveRecording::samples(wav, fromMs, toMs);
         const std::lock_guard hold(kept->lock);
         if (!kept->model)
             kept->model = std::make_unique<WhisperEngine::LoadedModel>(kept->path);
@@ -65,8 +62,6 @@ std::optional<QList<TranscriptSegment>> recognise(const QString &wav, qint64 fro
         }
         return shifted;
     } catch (...) {
-        if (!chunk.isEmpty())
-            QFile::remove(chunk);
         return std::nullopt;
     }
 }
@@ -78,9 +73,15 @@ std::optional<QString> separate(const QString &wav, qint64 toMs, const QList<Tra
 {
     QString chunk;
     try {
-        chunk = InterviewSession::extractRange(wav, 0, toMs);
-        const QList<SpeakerSpan> spans = Diarizer::diarize(chunk, models.seg, models.emb, 0.9, 0, control);
+        chunk = LiveRecording::extractRange(wav, 0, toMs);
+        const QList<SpeakerSpan> spans = Diarizer::diarize(chunk, models.seg, models.emb, Diarizer::defaultThreshold, 0, control);
         QFile::remove(chunk);
+        // Labels over a single voice tell nothing; they come once a second one is heard.
+        QSet<int> voices;
+        for (const SpeakerSpan &span : spans)
+            voices.insert(span.speaker);
+        if (voices.size() < 2)
+            return QString();
         const QString text = Diarizer::speakerLabeledText(segments, spans);
         return text.contains(u':') ? text : QString();
     } catch (...) {
@@ -92,25 +93,26 @@ std::optional<QString> separate(const QString &wav, qint64 toMs, const QList<Tra
 
 } // namespace
 
-struct InterviewSession::Pass {
+struct InterviewJob::Pass {
     qint64 upToMs = 0;
     std::optional<QList<TranscriptSegment>> segments;
 };
 
-InterviewSession::InterviewSession(QObject *parent) : QObject(parent), m_control(std::make_shared<TranscribeControl>())
+InterviewJob::InterviewJob(QObject *parent)
+    : QObject(parent), m_recording(std::make_unique<LiveRecording>()), m_control(std::make_shared<TranscribeControl>())
 {
     m_timer.setInterval(1000);
-    connect(&m_timer, &QTimer::timeout, this, &InterviewSession::tick);
+    connect(&m_timer, &QTimer::timeout, this, &InterviewJob::tick);
 }
 
-InterviewSession::~InterviewSession()
+InterviewJob::~InterviewJob()
 {
     if (m_isRecording)
         cancel();
     m_control->cancel();
 }
 
-QString InterviewSession::fullText() const
+QString InterviewJob::fullText() const
 {
     QStringList texts;
     for (const TranscriptSegment &s : segments())
@@ -120,19 +122,22 @@ QString InterviewSession::fullText() const
 
 // --- The recording ---
 
-void InterviewSession::start(const QString &modelURL, const QString &language, bool liveSpeakers)
+void InterviewJob::start(const QString &modelPath, const QString &language, bool liveSpeakers)
 {
     if (m_isRecording || m_isFinalizing)
         return;
-    m_modelURL = modelURL;
-    m_model = std::make_shared<KeptModel>(modelURL);
+    m_modelPath = modelPath;
+    m_model = std::make_shared<KeptModel>(modelPath);
     m_language = language;
     m_liveSpeakers = liveSpeakers;
+    m_permissionDenied = false;
     Microphone::whenAllowed(this, [this] { begin(); }, [this] { m_permissionDenied = true; });
 }
 
-void InterviewSession::begin()
+void InterviewJob::reset()
 {
+    if (m_isRecording || m_isFinalizing)
+        return;
     m_segments.setValueBypassingBindings({});
     m_segments.notify();
     m_speakerText = std::nullopt;
@@ -140,38 +145,25 @@ void InterviewSession::begin()
     m_lastDiarMs = 0;
     m_elapsed = 0.0;
     m_status = QString();
+    m_permissionDenied = false;
+}
 
-    // A machine without any microphone reads like a refusal: the user has to act.
-    const QAudioDevice device = QMediaDevices::defaultAudioInput();
-    if (device.isNull()) {
+void InterviewJob::begin()
+{
+    reset();
+
+    QString error;
+    switch (m_recording->start(&error)) {
+    case LiveRecording::Start::noMicrophone:
         m_permissionDenied = true;
         return;
-    }
-    const QString path = QDir::tempPath() + QStringLiteral("/interview-") + uuidText(QUuid::createUuid())
-        + QStringLiteral(".wav");
-    m_file.setFileName(path);
-    // Unbuffered, so that the file's size tells how much was recorded.
-    if (!m_file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)
-        || m_file.write(wavHeader(0)) != headerBytes) {
-        m_status = m_file.errorString();
-        m_file.close();
-        QFile::remove(path);
+    case LiveRecording::Start::failed:
+        m_status = error;
         return;
+    case LiveRecording::Start::recording:
+        break;
     }
-    QAudioFormat format;
-    format.setSampleRate(sampleRate);
-    format.setChannelCount(1);
-    format.setSampleFormat(QAudioFormat::Int16);
-    m_source = std::make_unique<QAudioSource>(device, format);
-    m_source->start(&m_file);
-    if (m_source->error() != QAudio::NoError) {
-        m_source.reset();
-        m_file.close();
-        QFile::remove(path);
-        m_status = Tr::tr("Aufnahme konnte nicht gestartet werden.");
-        return;
-    }
-    m_wavURL = path;
+    m_wavPath = *m_recording->path();
     m_isRecording = true;
     m_timer.start();
     // Nor for the voice-activity model: passes before it is there hear all they are given,
@@ -180,46 +172,36 @@ void InterviewSession::begin()
     // The recording does not wait for the speaker models; without them nobody is separated.
     if (m_liveSpeakers) {
         DiarizationModels::ensure([](const QString &) {}, m_control)
-            .then(this, [this](const DiarizationModels::Paths &paths) { m_models = paths; })
+            .then(this, [this](const DiarizationModels::Paths &paths) { m_models = std::make_shared<SpeakerModels>(SpeakerModels{paths}); })
             .onFailed(this, [] {});
     }
 }
 
-void InterviewSession::endRecording()
+void InterviewJob::endRecording()
 {
     m_timer.stop();
-    if (m_source) {
-        m_source->stop();
-        m_source.reset();
-    }
-    if (m_file.isOpen()) {
-        // Nothing here reads the sizes, but every other program that opens the file does.
-        const qint64 size = m_file.size();
-        if (m_file.seek(0))
-            m_file.write(wavHeader(std::max<qint64>(0, size - headerBytes)));
-        m_file.close();
-    }
+    m_recording->stop();
     m_isRecording = false;
 }
 
-void InterviewSession::cancel()
+void InterviewJob::cancel()
 {
     endRecording();
     m_control->cancel();
     m_model.reset();
-    if (m_wavURL) {
-        QFile::remove(*m_wavURL);
-        m_wavURL.reset();
+    if (m_wavPath) {
+        m_recording->discard();
+        m_wavPath.reset();
     }
 }
 
 // --- The rolling loop ---
 
-void InterviewSession::tick()
+void InterviewJob::tick()
 {
-    if (!m_isRecording || !m_wavURL)
+    if (!m_isRecording || !m_wavPath)
         return;
-    const qint64 d = durationMs(*m_wavURL);
+    const qint64 d = LiveRecording::durationMs(*m_wavPath);
     m_elapsed = double(d) / 1000.0;
     if (!m_pass && d - m_lastMs >= transcribeIntervalMs)
         transcribeNext(d);
@@ -227,13 +209,13 @@ void InterviewSession::tick()
         diarizeAll(d);
 }
 
-void InterviewSession::diarizeAll(qint64 upToMs)
+void InterviewJob::diarizeAll(qint64 upToMs)
 {
-    if (!m_wavURL || !m_models)
+    if (!m_wavPath || !m_models)
         return;
-    const QString wav = *m_wavURL;
+    const QString wav = *m_wavPath;
     const QList<TranscriptSegment> segments = this->segments();
-    const DiarizationModels::Paths models = *m_models;
+    const DiarizationModels::Paths models = m_models->paths;
     const TranscribeControlPtr control = m_control;
     m_diarization = QtConcurrent::run([=] { return separate(wav, upToMs, segments, models, control); })
                         .then(this, [this, upToMs](const std::optional<QString> &text) {
@@ -248,11 +230,11 @@ void InterviewSession::diarizeAll(qint64 upToMs)
                         });
 }
 
-void InterviewSession::transcribeNext(qint64 upToMs)
+void InterviewJob::transcribeNext(qint64 upToMs)
 {
-    if (!m_wavURL || !m_modelURL || upToMs - m_lastMs < shortestPassMs)
+    if (!m_wavPath || !m_modelPath || upToMs - m_lastMs < shortestPassMs)
         return;
-    const QString wav = *m_wavURL;
+    const QString wav = *m_wavPath;
     const std::shared_ptr<KeptModel> model = m_model;
     const QString language = m_language;
     const qint64 from = m_lastMs;
@@ -268,7 +250,7 @@ void InterviewSession::transcribeNext(qint64 upToMs)
     });
 }
 
-void InterviewSession::append(const QList<TranscriptSegment> &segments, qint64 upToMs)
+void InterviewJob::append(const QList<TranscriptSegment> &segments, qint64 upToMs)
 {
     // An empty result still moves on, so that a silent stretch is not heard twice.
     const qint64 from = m_lastMs;
@@ -283,10 +265,10 @@ void InterviewSession::append(const QList<TranscriptSegment> &segments, qint64 u
 
 // --- The end ---
 
-QFuture<std::optional<InterviewResult>> InterviewSession::stop()
+QFuture<std::optional<InterviewResult>> InterviewJob::stop()
 {
     endRecording();
-    if (!m_wavURL || !m_modelURL)
+    if (!m_wavPath || !m_modelPath)
         return QtFuture::makeReadyValueFuture(std::optional<InterviewResult>());
     m_isFinalizing = true;
     m_status = Tr::tr("Aufnahme wird abgeschlossen…");
@@ -307,14 +289,14 @@ QFuture<std::optional<InterviewResult>> InterviewSession::stop()
     return promise->future();
 }
 
-QFuture<std::optional<InterviewResult>> InterviewSession::finish()
+QFuture<std::optional<InterviewResult>> InterviewJob::finish()
 {
-    const QString wav = *m_wavURL;
+    const QString wav = *m_wavPath;
     // The tail is the last pass: the model goes when it is done.
     const std::shared_ptr<KeptModel> model = std::exchange(m_model, {});
     const QString language = m_language;
     const qint64 from = m_lastMs;
-    const qint64 d = durationMs(wav);
+    const qint64 d = LiveRecording::durationMs(wav);
     const TranscribeControlPtr control = m_control;
     return QtConcurrent::run([=] {
                // A tail shorter than half a second is not heard.
@@ -334,12 +316,13 @@ QFuture<std::optional<InterviewResult>> InterviewSession::finish()
             value.result.processingSeconds = 0;
             value.speakerText = speakerText();
             // The recording is the receiver's from now on.
-            m_wavURL.reset();
+            m_wavPath.reset();
+            m_recording->release();
             // A last separation over everything, the tail included; where it fails, the
             // last rolling one stands.
             QFuture<std::optional<QString>> last = QtFuture::makeReadyValueFuture(std::optional<QString>());
             if (m_liveSpeakers && m_models && !value.result.segments.isEmpty()) {
-                const DiarizationModels::Paths models = *m_models;
+                const DiarizationModels::Paths models = m_models->paths;
                 const QList<TranscriptSegment> all = value.result.segments;
                 last = QtConcurrent::run([=] { return separate(wav, d, all, models, control); });
             }
@@ -351,61 +334,4 @@ QFuture<std::optional<InterviewResult>> InterviewSession::finish()
             });
         })
         .unwrap();
-}
-
-// --- The file ---
-
-qint64 InterviewSession::durationMs(const QString &url, int rate)
-{
-    const QFileInfo info(url);
-    if (!info.exists() || info.size() < headerBytes + 1)
-        return 0;
-    const qint64 samples = (info.size() - headerBytes) / 2;
-    return samples * 1000 / rate;
-}
-
-QString InterviewSession::extractRange(const QString &url, qint64 fromMs, qint64 toMs, int rate)
-{
-    QFile recording(url);
-    if (!recording.open(QIODevice::ReadOnly))
-        throw std::runtime_error(recording.errorString().toStdString());
-    const qint64 first = fromMs * rate / 1000;
-    const qint64 last = toMs * rate / 1000;
-    QByteArray bytes;
-    if (last > first) {
-        if (!recording.seek(headerBytes + 2 * first))
-            throw std::runtime_error(recording.errorString().toStdString());
-        // Never more than the recording holds: a reader asks for the buffer it names.
-        const qint64 held = std::max<qint64>(0, recording.size() - recording.pos());
-        bytes = recording.read(std::min(2 * (last - first), held));
-    }
-    const QString path = QDir::tempPath() + QStringLiteral("/chunk-") + uuidText(QUuid::createUuid())
-        + QStringLiteral(".wav");
-    QFile chunk(path);
-    if (!chunk.open(QIODevice::WriteOnly) || chunk.write(wavHeader(bytes.size(), rate) + bytes) != headerBytes + bytes.size()) {
-        chunk.remove();
-        throw std::runtime_error(chunk.errorString().toStdString());
-    }
-    return path;
-}
-
-QByteArray InterviewSession::wavHeader(qint64 dataSize, int rate)
-{
-    QByteArray header(headerBytes, '\0');
-    char *h = header.data();
-    const auto put32 = [h](int at, quint32 value) { qToLittleEndian(value, h + at); };
-    const auto put16 = [h](int at, quint16 value) { qToLittleEndian(value, h + at); };
-    memcpy(h, "RIFF", 4);
-    put32(4, quint32(dataSize + 36));
-    memcpy(h + 8, "WAVEfmt ", 8);
-    put32(16, 16);
-    put16(20, 1); // PCM
-    put16(22, 1); // mono
-    put32(24, quint32(rate));
-    put32(28, quint32(rate * 2));
-    put16(32, 2);
-    put16(34, 16);
-    memcpy(h + 36, "data", 4);
-    put32(40, quint32(dataSize));
-    return header;
 }

@@ -1,4 +1,4 @@
-#include "ai/AIModel.h"
+#include "core/AIModel.h"
 
 #include <QCoreApplication>
 

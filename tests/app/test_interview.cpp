@@ -5,7 +5,9 @@
 #include "Media.h"
 
 #include "app/AppModel.h"
-#include "capture/InterviewSession.h"
+#include "app/InterviewJob.h"
+#include "capture/LiveRecording.h"
+#include "core/Wav.h"
 #include "engine/WhisperEngine.h"
 #include "speakers/DiarizationModels.h"
 #include "storage/BundleStore.h"
@@ -61,11 +63,11 @@ TEST(InterviewFile, DurationsRangesAndHeaders)
 {
     for (const auto &[size, ms] : QList<std::pair<int, qint64>>{{0, 0}, {44, 0}, {45, 0}, {46, 0}, {44 + 32, 1},
                                                                 {44 + 32001, 1000}, {44 + 320000, 10000}})
-        EXPECT_EQ(InterviewSession::durationMs(writeFile(QStringLiteral("d.wav"), QByteArray(size, 'x'))), ms) << size;
-    EXPECT_EQ(InterviewSession::durationMs(QStringLiteral("/no/such/file.wav")), 0);
+        EXPECT_EQ(LiveRecording::durationMs(writeFile(QStringLiteral("d.wav"), QByteArray(size, 'x'))), ms) << size;
+    EXPECT_EQ(LiveRecording::durationMs(QStringLiteral("/no/such/file.wav")), 0);
 
-    const QString recording = writeFile(QStringLiteral("r.wav"), InterviewSession::wavHeader(0) + countingSamples(16000 * 3));
-    const QString chunk = InterviewSession::extractRange(recording, 1000, 2500);
+    const QString recording = writeFile(QStringLiteral("r.wav"), Wav::header(0) + countingSamples(16000 * 3));
+    const QString chunk = LiveRecording::extractRange(recording, 1000, 2500);
     const QByteArray bytes = readAll(chunk);
     ASSERT_EQ(bytes.size(), 44 + 2 * 24000);
     EXPECT_EQ(bytes.left(4), "RIFF");
@@ -75,15 +77,22 @@ TEST(InterviewFile, DurationsRangesAndHeaders)
     EXPECT_EQ(qFromLittleEndian<quint16>(bytes.constData() + 32), 2);
     EXPECT_EQ(qFromLittleEndian<quint32>(bytes.constData() + 40), quint32(2 * 24000));
     EXPECT_EQ(qFromLittleEndian<qint16>(bytes.constData() + 44), 16000) << "starts at the range's first sample";
+    // The same stretch handed over in memory.
+    const std::vector<float> samples = LiveRecording::samples(recording, 1000, 2500);
+    ASSERT_EQ(samples.size(), 24000u);
+    EXPECT_EQ(samples.front(), 16000.0f / 32768.0f);
+    EXPECT_EQ(samples.back(), float((16000 + 23999) % 30000) / 32768.0f);
+    EXPECT_EQ(LiveRecording::samples(recording, 2500, 9000).size(), 8000u);
+    EXPECT_THROW(LiveRecording::samples(QStringLiteral("/no/such/file.wav"), 0, 1000), std::runtime_error);
 
     // Past the end the chunk is shorter; a backward range is empty.
-    const QString tail = InterviewSession::extractRange(recording, 2500, 9000);
+    const QString tail = LiveRecording::extractRange(recording, 2500, 9000);
     EXPECT_EQ(readAll(tail).size(), 44 + 2 * 8000);
-    const QString backward = InterviewSession::extractRange(recording, 2000, 1000);
+    const QString backward = LiveRecording::extractRange(recording, 2000, 1000);
     EXPECT_EQ(readAll(backward).size(), 44);
     for (const QString &path : {chunk, tail, backward})
         QFile::remove(path);
-    EXPECT_THROW(InterviewSession::extractRange(QStringLiteral("/no/such/file.wav"), 0, 1000), std::runtime_error);
+    EXPECT_THROW(LiveRecording::extractRange(QStringLiteral("/no/such/file.wav"), 0, 1000), std::runtime_error);
 }
 
 class Interview : public ::testing::Test {
@@ -103,9 +112,9 @@ protected:
 
 TEST_F(Interview, RollingPassesCoverTheRecordingOnceAndInOrder)
 {
-    InterviewSession session;
+    InterviewJob session;
     QList<std::pair<qint64, qint64>> ranges;
-    QObject::connect(&session, &InterviewSession::rangeHeard, &session,
+    QObject::connect(&session, &InterviewJob::rangeHeard, &session,
                      [&](qint64 from, qint64 to) { ranges.append({from, to}); });
     session.start(model(), QStringLiteral("de"), false);
     ASSERT_TRUE(session.isRecording()) << qPrintable(session.status());
@@ -126,7 +135,7 @@ TEST_F(Interview, RollingPassesCoverTheRecordingOnceAndInOrder)
     ASSERT_TRUE(value);
 
     // The recording: whole, with its sizes written, and all of it heard.
-    const qint64 duration = InterviewSession::durationMs(value->audio);
+    const qint64 duration = LiveRecording::durationMs(value->audio);
     EXPECT_GE(duration, 7000);
     const QByteArray wav = readAll(value->audio);
     EXPECT_EQ(qFromLittleEndian<quint32>(wav.constData() + 4), quint32(wav.size() - 8));
@@ -172,7 +181,7 @@ TEST_F(Interview, CancelStopAndEmptyInterviewsLeaveNothing)
 {
     // Cancelled mid-recording, with a pass under way or not: no file stays.
     {
-        InterviewSession session;
+        InterviewJob session;
         session.start(model(), QStringLiteral("de"), false);
         ASSERT_TRUE(session.isRecording());
         waitFor([&] { return session.elapsed() >= 5.5; }, 15'000);
@@ -183,11 +192,11 @@ TEST_F(Interview, CancelStopAndEmptyInterviewsLeaveNothing)
     EXPECT_TRUE(leftovers().isEmpty()) << leftovers().join(u' ').toStdString();
 
     // A stop after a start that never recorded gives nothing.
-    InterviewSession idle;
+    InterviewJob idle;
     EXPECT_FALSE(idle.stop().result());
 
     // Under half a second of tail and no pass: no segments, and nothing is stored.
-    InterviewSession brief;
+    InterviewJob brief;
     brief.start(model(), QStringLiteral("de"), false);
     QTest::qWait(300);
     QFuture<std::optional<InterviewResult>> stopped = brief.stop();
@@ -241,7 +250,7 @@ TEST_F(Interview, LiveSpeakersSeparateTheWholeRecordingOnStop)
         QFile::rename(QDir::temp().filePath(QStringLiteral("model")), model);
     }
 
-    InterviewSession session;
+    InterviewJob session;
     session.start(model(), QStringLiteral("de"), true);
     ASSERT_TRUE(session.isRecording());
     waitFor([&] { return session.elapsed() >= 6.5; }, 15'000);
@@ -269,9 +278,9 @@ class InterviewSilence : public Interview {};
 
 TEST_F(InterviewSilence, PassesOverSilenceAddNothing)
 {
-    InterviewSession session;
+    InterviewJob session;
     QList<std::pair<qint64, qint64>> ranges;
-    QObject::connect(&session, &InterviewSession::rangeHeard, &session,
+    QObject::connect(&session, &InterviewJob::rangeHeard, &session,
                      [&](qint64 from, qint64 to) { ranges.append({from, to}); });
     session.start(model(), QStringLiteral("de"), false);
     ASSERT_TRUE(session.isRecording()) << qPrintable(session.status());
@@ -291,7 +300,7 @@ TEST_F(InterviewSilence, PassesOverSilenceAddNothing)
         if (!WhisperEngine::isSilent(samples, at, 480))
             speechEndMs = qint64(at + 480) / 16;
     ASSERT_GT(speechEndMs, 0) << "the microphone heard no speech";
-    ASSERT_LT(speechEndMs + 25'000, InterviewSession::durationMs(value->audio)) << "too little silence followed";
+    ASSERT_LT(speechEndMs + 25'000, LiveRecording::durationMs(value->audio)) << "too little silence followed";
 
     // The first pass that reaches past the speech is the last that may add a line.
     qint64 lastHeardSpeech = 0;
@@ -309,7 +318,7 @@ TEST_F(InterviewSilence, PassesOverSilenceAddNothing)
 
 TEST(InterviewWithoutInput, ReadsAsRefused)
 {
-    InterviewSession session;
+    InterviewJob session;
     session.start(QStringLiteral("/models/any.bin"), QStringLiteral("de"), false);
     EXPECT_TRUE(session.permissionDenied());
     EXPECT_FALSE(session.isRecording());

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/WhisperModel.h"
+#include "core/WhisperModel.h"
 
 #include <QMap>
 #include <QObject>
@@ -45,6 +45,8 @@ public:
     // The last failure; nothing here clears it.
     const std::optional<QString> &errorMessage() const { return m_errorMessage; }
     const QString &modelsDir() const { return m_modelsDir; }
+    // Where the model's file is, or goes.
+    QString path(const WhisperModel &model) const { return pathOf(model.fileName); }
 
     void refresh();
     // A model counts as installed when its file exceeds 90 % of the catalogue size;

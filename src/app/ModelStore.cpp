@@ -1,4 +1,4 @@
-#include "engine/ModelStore.h"
+#include "app/ModelStore.h"
 
 #include "core/Network.h"
 #include "core/Tr.h"

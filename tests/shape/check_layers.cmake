@@ -1,0 +1,76 @@
+# Checks the includes of every library under src/ against the dependencies it declares:
+#   cmake -DSOURCE_DIR=<src> -DLAYERS=<name:dep,dep|...> -DFRONT_ENDS=<name|...>
+#         -DFRONT_END_MAY=<lib|...> -P check_layers.cmake
+# A library may include its own folder and what it declares, and it must include from
+# every library it declares (an arrow nobody uses is a wrong declaration). The front ends
+# may include only their own folder and FRONT_END_MAY. Every fault is named; the exit
+# status fails when there is one.
+cmake_minimum_required(VERSION 3.25)
+
+foreach(list LAYERS FRONT_ENDS FRONT_END_MAY)
+    string(REPLACE "|" ";" ${list} "${${list}}")
+endforeach()
+
+set(faults "")
+
+# The library folders each file of `folder` includes from, as "file>lib" pairs.
+function(includes_of folder out)
+    file(GLOB_RECURSE files RELATIVE ${SOURCE_DIR} ${SOURCE_DIR}/${folder}/*.h ${SOURCE_DIR}/${folder}/*.cpp)
+    set(pairs "")
+    foreach(f IN LISTS files)
+        file(STRINGS ${SOURCE_DIR}/${f} lines REGEX "^[ \t]*#[ \t]*include[ \t]*\"[a-z]+/")
+        foreach(line IN LISTS lines)
+            string(REGEX REPLACE "^[ \t]*#[ \t]*include[ \t]*\"([a-z]+)/.*" "\\1" lib "${line}")
+            list(APPEND pairs "${f}>${lib}")
+        endforeach()
+    endforeach()
+    set(${out} ${pairs} PARENT_SCOPE)
+endfunction()
+
+foreach(layer IN LISTS LAYERS)
+    string(REPLACE ":" ";" parts "${layer}")
+    list(GET parts 0 name)
+    set(declared "")
+    list(LENGTH parts n)
+    if(n GREATER 1)
+        list(GET parts 1 deps)
+        string(REPLACE "," ";" declared "${deps}")
+    endif()
+    includes_of(${name} pairs)
+    set(used "")
+    foreach(pair IN LISTS pairs)
+        string(REPLACE ">" ";" p "${pair}")
+        list(GET p 0 file)
+        list(GET p 1 lib)
+        if(lib STREQUAL name)
+            continue()
+        endif()
+        list(APPEND used ${lib})
+        if(NOT lib IN_LIST declared)
+            list(APPEND faults "${file} includes ${lib}, which ${name} does not declare")
+        endif()
+    endforeach()
+    foreach(dep IN LISTS declared)
+        if(NOT dep IN_LIST used)
+            list(APPEND faults "${name} declares ${dep} but includes nothing of it")
+        endif()
+    endforeach()
+endforeach()
+
+foreach(front IN LISTS FRONT_ENDS)
+    includes_of(${front} pairs)
+    foreach(pair IN LISTS pairs)
+        string(REPLACE ">" ";" p "${pair}")
+        list(GET p 0 file)
+        list(GET p 1 lib)
+        if(NOT lib STREQUAL front AND NOT lib IN_LIST FRONT_END_MAY)
+            list(APPEND faults "${file} includes ${lib}: ${front} reaches it only through app")
+        endif()
+    endforeach()
+endforeach()
+
+if(faults)
+    list(JOIN faults "\n" text)
+    message(FATAL_ERROR "${text}")
+endif()
+message(STATUS "Every include matches a declared dependency.")
