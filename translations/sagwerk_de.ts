@@ -68,5 +68,26 @@
             <numerusform>%n Threads</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source>%n Dateien</source>
+        <translation>
+            <numerusform>%n Datei</numerusform>
+            <numerusform>%n Dateien</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 von %n Dateien erledigt</source>
+        <translation>
+            <numerusform>%1 von %n Datei erledigt</numerusform>
+            <numerusform>%1 von %n Dateien erledigt</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n fehlgeschlagen</source>
+        <translation>
+            <numerusform>%n fehlgeschlagen</numerusform>
+            <numerusform>%n fehlgeschlagen</numerusform>
+        </translation>
+    </message>
 </context>
 </TS>

@@ -514,6 +514,13 @@
         <source>Interview starten</source>
         <translation>Start interview</translation>
     </message>
+    <message numerus="yes">
+        <source>%n Dateien</source>
+        <translation>
+            <numerusform>%n file</numerusform>
+            <numerusform>%n files</numerusform>
+        </translation>
+    </message>
     <message>
         <source>Kein Modell installiert</source>
         <translation>No model installed</translation>
@@ -961,6 +968,76 @@
     <message>
         <source>Modellordner (CTranslate2)…</source>
         <translation>Model folder (CTranslate2)…</translation>
+    </message>
+    <message>
+        <source>Wartet</source>
+        <translation>Waiting</translation>
+    </message>
+    <message>
+        <source>Läuft · %1 %</source>
+        <translation>Running · %1 %</translation>
+    </message>
+    <message>
+        <source>Schon im Verlauf</source>
+        <translation>Already in the history</translation>
+    </message>
+    <message>
+        <source>Fehlgeschlagen</source>
+        <translation>Failed</translation>
+    </message>
+    <message>
+        <source>Abgebrochen</source>
+        <translation>Cancelled</translation>
+    </message>
+    <message>
+        <source>„%1“ abbrechen</source>
+        <translation>Cancel “%1”</translation>
+    </message>
+    <message>
+        <source>Öffnen</source>
+        <translation>Open</translation>
+    </message>
+    <message>
+        <source>„%1“ öffnen</source>
+        <translation>Open “%1”</translation>
+    </message>
+    <message>
+        <source>Fortschritt von „%1“</source>
+        <translation>Progress of “%1”</translation>
+    </message>
+    <message>
+        <source>Warteschlange</source>
+        <translation>Queue</translation>
+    </message>
+    <message>
+        <source>Dateien werden transkribiert</source>
+        <translation>Transcribing files</translation>
+    </message>
+    <message>
+        <source>Warteschlange abgeschlossen</source>
+        <translation>Queue finished</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 von %n Dateien erledigt</source>
+        <translation>
+            <numerusform>%1 of %n file done</numerusform>
+            <numerusform>%1 of %n files done</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n fehlgeschlagen</source>
+        <translation>
+            <numerusform>%n failed</numerusform>
+            <numerusform>%n failed</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Liste leeren</source>
+        <translation>Clear list</translation>
+    </message>
+    <message>
+        <source>Alle abbrechen</source>
+        <translation>Cancel all</translation>
     </message>
 </context>
 </TS>

@@ -514,6 +514,13 @@
         <source>Interview starten</source>
         <translation>Démarrer l’entretien</translation>
     </message>
+    <message numerus="yes">
+        <source>%n Dateien</source>
+        <translation>
+            <numerusform>%n fichier</numerusform>
+            <numerusform>%n fichiers</numerusform>
+        </translation>
+    </message>
     <message>
         <source>Kein Modell installiert</source>
         <translation>Aucun modèle installé</translation>
@@ -961,6 +968,76 @@
     <message>
         <source>Modellordner (CTranslate2)…</source>
         <translation>Dossier de modèle (CTranslate2)…</translation>
+    </message>
+    <message>
+        <source>Wartet</source>
+        <translation>En attente</translation>
+    </message>
+    <message>
+        <source>Läuft · %1 %</source>
+        <translation>En cours · %1 %</translation>
+    </message>
+    <message>
+        <source>Schon im Verlauf</source>
+        <translation>Déjà dans l’historique</translation>
+    </message>
+    <message>
+        <source>Fehlgeschlagen</source>
+        <translation>Échec</translation>
+    </message>
+    <message>
+        <source>Abgebrochen</source>
+        <translation>Annulé</translation>
+    </message>
+    <message>
+        <source>„%1“ abbrechen</source>
+        <translation>Annuler « %1 »</translation>
+    </message>
+    <message>
+        <source>Öffnen</source>
+        <translation>Ouvrir</translation>
+    </message>
+    <message>
+        <source>„%1“ öffnen</source>
+        <translation>Ouvrir « %1 »</translation>
+    </message>
+    <message>
+        <source>Fortschritt von „%1“</source>
+        <translation>Progression de « %1 »</translation>
+    </message>
+    <message>
+        <source>Warteschlange</source>
+        <translation>File d’attente</translation>
+    </message>
+    <message>
+        <source>Dateien werden transkribiert</source>
+        <translation>Transcription des fichiers en cours</translation>
+    </message>
+    <message>
+        <source>Warteschlange abgeschlossen</source>
+        <translation>File d’attente terminée</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 von %n Dateien erledigt</source>
+        <translation>
+            <numerusform>%1 sur %n fichier traité</numerusform>
+            <numerusform>%1 sur %n fichiers traités</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n fehlgeschlagen</source>
+        <translation>
+            <numerusform>%n en échec</numerusform>
+            <numerusform>%n en échec</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Liste leeren</source>
+        <translation>Vider la liste</translation>
+    </message>
+    <message>
+        <source>Alle abbrechen</source>
+        <translation>Tout annuler</translation>
     </message>
 </context>
 </TS>

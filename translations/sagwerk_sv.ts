@@ -514,6 +514,13 @@
         <source>Interview starten</source>
         <translation>Starta intervju</translation>
     </message>
+    <message numerus="yes">
+        <source>%n Dateien</source>
+        <translation>
+            <numerusform>%n fil</numerusform>
+            <numerusform>%n filer</numerusform>
+        </translation>
+    </message>
     <message>
         <source>Kein Modell installiert</source>
         <translation>Ingen modell installerad</translation>
@@ -961,6 +968,76 @@
     <message>
         <source>Modellordner (CTranslate2)…</source>
         <translation>Modellmapp (CTranslate2)…</translation>
+    </message>
+    <message>
+        <source>Wartet</source>
+        <translation>Väntar</translation>
+    </message>
+    <message>
+        <source>Läuft · %1 %</source>
+        <translation>Pågår · %1 %</translation>
+    </message>
+    <message>
+        <source>Schon im Verlauf</source>
+        <translation>Finns redan i historiken</translation>
+    </message>
+    <message>
+        <source>Fehlgeschlagen</source>
+        <translation>Misslyckades</translation>
+    </message>
+    <message>
+        <source>Abgebrochen</source>
+        <translation>Avbruten</translation>
+    </message>
+    <message>
+        <source>„%1“ abbrechen</source>
+        <translation>Avbryt ”%1”</translation>
+    </message>
+    <message>
+        <source>Öffnen</source>
+        <translation>Öppna</translation>
+    </message>
+    <message>
+        <source>„%1“ öffnen</source>
+        <translation>Öppna ”%1”</translation>
+    </message>
+    <message>
+        <source>Fortschritt von „%1“</source>
+        <translation>Förlopp för ”%1”</translation>
+    </message>
+    <message>
+        <source>Warteschlange</source>
+        <translation>Kö</translation>
+    </message>
+    <message>
+        <source>Dateien werden transkribiert</source>
+        <translation>Filer transkriberas</translation>
+    </message>
+    <message>
+        <source>Warteschlange abgeschlossen</source>
+        <translation>Kön är klar</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 von %n Dateien erledigt</source>
+        <translation>
+            <numerusform>%1 av %n fil klar</numerusform>
+            <numerusform>%1 av %n filer klara</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n fehlgeschlagen</source>
+        <translation>
+            <numerusform>%n misslyckades</numerusform>
+            <numerusform>%n misslyckades</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Liste leeren</source>
+        <translation>Töm listan</translation>
+    </message>
+    <message>
+        <source>Alle abbrechen</source>
+        <translation>Avbryt alla</translation>
     </message>
 </context>
 </TS>

@@ -15,6 +15,7 @@
 #include "app/Settings.h"
 #include "app/SpeakerJob.h"
 #include "app/TranscriptionJob.h"
+#include "app/TranscriptionQueue.h"
 #include "core/Tr.h"
 #include "app/ModelStore.h"
 #include "app/PatchQueue.h"
@@ -46,6 +47,7 @@ AppModel::AppModel(QObject *parent, ModelStore *store)
     , m_refinement(std::make_unique<Refinement>())
     , m_interview(std::make_unique<InterviewJob>())
     , m_recording(std::make_unique<RecordingJob>())
+    , m_queue(std::make_unique<TranscriptionQueue>(*this))
 {
     connectJobs();
     // The order matters: the first window must see a complete state.
@@ -93,6 +95,17 @@ AppModel::~AppModel() = default;
 
 void AppModel::connectJobs()
 {
+    // A queued file lands in the history without taking the screen from the queue.
+    connect(m_queue.get(), &TranscriptionQueue::saved, this, [this](const HistoryItem &item) {
+        if (itemOf(item.id)) {
+            updateItem(item.id, [&](HistoryItem &h) { h = item; });
+            return;
+        }
+        QList<HistoryItem> history = m_history.value();
+        history.prepend(item);
+        m_history.setValueBypassingBindings(std::move(history));
+        m_history.notify();
+    });
     connect(m_transcription.get(), &TranscriptionJob::finished, this, [this](const HistoryItem &item) {
         showNew(item);
         // After the job's busy state has ended, as a job of its own.
@@ -425,8 +438,7 @@ void AppModel::openPanel()
     if (!m_filePanel)
         return;
     // A cancelled chooser is no failure: nothing happens.
-    if (const std::optional<QString> path = m_filePanel())
-        stage(*path);
+    m_queue->open(m_filePanel());
 }
 
 void AppModel::stageLink(const QString &link)

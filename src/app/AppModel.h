@@ -12,6 +12,7 @@
 #include <QProperty>
 #include <QSet>
 #include <QSettings>
+#include <QStringList>
 
 #include <functional>
 #include <memory>
@@ -19,6 +20,7 @@
 
 class ModelStore;
 class TranscriptionJob;
+class TranscriptionQueue;
 class LinkImport;
 class InterviewJob;
 class RecordingJob;
@@ -93,6 +95,8 @@ public:
     SpeakerJob &speakerJob() const { return *m_speakerJob; }
     InterviewJob &interview() const { return *m_interview; }
     RecordingJob &recording() const { return *m_recording; }
+    // Several files opened or dropped at once, each in a row of its own.
+    TranscriptionQueue &queue() const { return *m_queue; }
 
     // The catalogue entry of `speechModelId`, or the second entry when it names none.
     WhisperModel speechModel() const;
@@ -151,11 +155,19 @@ public:
     // What a job says when its catalogue model is not installed.
     static QString notInstalledMessage(const WhisperModel &model);
 
-    // The file chooser: one audio or video file, or nothing when the user cancels. The
-    // desktop application installs a dialog; without one, openPanel does nothing.
-    using FilePanel = std::function<std::optional<QString>()>;
+    // The file chooser: audio or video files, none when the user cancels. The desktop
+    // application installs a dialog; without one, openPanel does nothing.
+    using FilePanel = std::function<QStringList()>;
     void setFilePanel(FilePanel panel) { m_filePanel = std::move(panel); }
-    // Asks the chooser for a file and stages it under its own name.
+    // A chooser of one file.
+    void setFilePanel(std::function<std::optional<QString>()> panel)
+    {
+        m_filePanel = [panel = std::move(panel)] {
+            const std::optional<QString> path = panel();
+            return path ? QStringList{*path} : QStringList{};
+        };
+    }
+    // Asks the chooser for files: one is staged under its own name, several queue.
     void openPanel();
     // Resolves a pasted podcast or audio link, downloads the media file with progress in
     // linkStatus and linkProgress, and stages it under the episode's title. Returns at
@@ -286,4 +298,5 @@ private:
     std::unique_ptr<Refinement> m_refinement;
     std::unique_ptr<InterviewJob> m_interview;
     std::unique_ptr<RecordingJob> m_recording;
+    std::unique_ptr<TranscriptionQueue> m_queue;
 };

@@ -220,6 +220,7 @@ int threadsPerJob(int jobs, int cores)
 
 struct BatchRun::Job {
     Batch::Source source;
+    qsizetype index = 0;
     QElapsedTimer clock;
     CancelTokenPtr control = std::make_shared<CancelToken>();
     std::shared_ptr<std::atomic<double>> fraction = std::make_shared<std::atomic<double>>(0.0);
@@ -284,7 +285,10 @@ void BatchRun::start()
     }
     // The voice-activity model, fetched on first use as a single job fetches it; without
     // it the batch recognises all the same.
-    VadModel::ensure(m_vadControl).then(this, [this](const QString &) { fill(); });
+    VadModel::ensure(m_vadControl).then(this, [this](const QString &) {
+        m_ready = true;
+        fill();
+    });
 }
 
 void BatchRun::cancel()
@@ -310,18 +314,80 @@ void BatchRun::cancel()
     fill();
 }
 
+void BatchRun::cancel(qsizetype index)
+{
+    if (index < 0 || index >= m_sources.size() || m_finished)
+        return;
+    const QString cancelled = EngineError::cancelled().errorDescription();
+    if (index >= m_next) {
+        if (m_dropped.contains(index))
+            return;
+        m_dropped.insert(index);
+        ++m_completed;
+        emit entryFinished(Entry{m_sources[index], Outcome::Failed, {}, cancelled, 0, index});
+        if (m_ready)
+            fill();
+        return;
+    }
+    auto byIndex = [index](const std::shared_ptr<Job> &job) { return job->index == index; };
+    if (const auto it = std::find_if(m_running.cbegin(), m_running.cend(), byIndex); it != m_running.cend()) {
+        const std::shared_ptr<Job> job = *it;
+        job->control->cancel();
+        // As in cancel(): a cancelled import ends without a word, so the job ends here.
+        if (job->link) {
+            job->link.reset();
+            complete(job, Outcome::Failed, cancelled);
+        }
+        return;
+    }
+    if (const auto it = std::find_if(m_speakerQueue.cbegin(), m_speakerQueue.cend(), byIndex);
+        it != m_speakerQueue.cend()) {
+        const std::shared_ptr<Job> job = *it;
+        m_speakerQueue.erase(it);
+        return complete(job, Outcome::Failed, cancelled);
+    }
+    if (m_speakerRunning && m_speakerRunning->index == index) {
+        m_speakerRunning->control->cancel();
+        m_speakerJob->cancel();
+    }
+}
+
+void BatchRun::append(const QList<Batch::Source> &sources)
+{
+    if (m_finished || m_cancelled)
+        return;
+    m_sources.append(sources);
+    if (m_ready)
+        fill();
+}
+
 QList<BatchRun::Running> BatchRun::running() const
 {
     QList<Running> list;
     for (const std::shared_ptr<Job> &job : m_running)
-        list.append({job->source.location, job->fraction->load()});
+        list.append({job->source.location, job->fraction->load(), job->index});
+    return list;
+}
+
+QList<qsizetype> BatchRun::separating() const
+{
+    QList<qsizetype> list;
+    if (m_speakerRunning)
+        list.append(m_speakerRunning->index);
+    for (const std::shared_ptr<Job> &job : m_speakerQueue)
+        list.append(job->index);
     return list;
 }
 
 void BatchRun::fill()
 {
     while (!m_cancelled && m_running.size() < std::max(1, m_options.jobs) && m_next < m_sources.size()) {
+        if (m_dropped.contains(m_next)) {
+            ++m_next;
+            continue;
+        }
         auto job = std::make_shared<Job>();
+        job->index = m_next;
         job->source = m_sources[m_next++];
         job->clock.start();
         job->displayName = QFileInfo(job->source.location).fileName();
@@ -488,7 +554,7 @@ void BatchRun::nextSpeakers()
               })
         .onFailed(this, [this, job] {
             m_speakerRunning.reset();
-            const QString error = m_cancelled             ? EngineError::cancelled().errorDescription()
+            const QString error = m_cancelled || job->control->isCancelled() ? EngineError::cancelled().errorDescription()
                                   : m_speakerError.isEmpty() ? Tr::tr("Sprechertrennung fehlgeschlagen")
                                                              : m_speakerError;
             complete(job, Outcome::Failed, error);
@@ -506,6 +572,6 @@ void BatchRun::complete(std::shared_ptr<Job> job, Outcome outcome, const QString
     if (job->downloaded)
         QFile::remove(*job->downloaded);
     ++m_completed;
-    emit entryFinished(Entry{job->source, outcome, job->bundle, error, job->clock.nsecsElapsed() / 1e9});
+    emit entryFinished(Entry{job->source, outcome, job->bundle, error, job->clock.nsecsElapsed() / 1e9, job->index});
     fill();
 }

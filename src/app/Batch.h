@@ -91,11 +91,13 @@ public:
         QString bundle; // the new or the existing bundle
         QString error;
         double seconds = 0;
+        qsizetype index = 0; // of the source in the run
     };
     // A source being worked on; `fraction` of its recognition.
     struct Running {
         QString location;
         double fraction = 0;
+        qsizetype index = 0;
     };
 
     BatchRun(AppModel &app, QList<Batch::Source> sources, Options options);
@@ -105,8 +107,15 @@ public:
     void start();
     // Stops the running work; what was finished stays. `finished` follows.
     void cancel();
+    // Stops one source, waiting or running; the others go on. Its entry follows, failed
+    // as cancelled, with the bundle where one was made before its speakers.
+    void cancel(qsizetype index);
+    // More sources for a run that has not finished; they run with its options.
+    void append(const QList<Batch::Source> &sources);
 
     QList<Running> running() const;
+    // The sources past recognition whose speakers are separated or wait for it.
+    QList<qsizetype> separating() const;
     qsizetype total() const { return m_sources.size(); }
     qsizetype completed() const { return m_completed; }
     bool cancelled() const { return m_cancelled; }
@@ -133,13 +142,16 @@ private:
     void complete(std::shared_ptr<Job> job, Outcome outcome, const QString &error = {});
 
     AppModel &m_app;
-    const QList<Batch::Source> m_sources;
+    QList<Batch::Source> m_sources;
+    // Waiting sources cancelled one by one, passed over when their turn comes.
+    QSet<qsizetype> m_dropped;
     const Options m_options;
     QThreadPool m_pool;
     qsizetype m_next = 0;
     qsizetype m_completed = 0;
     bool m_cancelled = false;
     bool m_started = false;
+    bool m_ready = false; // the voice-activity model is settled
     bool m_finished = false;
     QList<std::shared_ptr<Job>> m_running;
     // Content keys ("size:sha256") of the history, with the bundle that holds each, and

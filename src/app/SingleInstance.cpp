@@ -160,7 +160,7 @@ void SingleInstance::stageFirst(AppModel &model, const QStringList &files)
 {
     if (files.isEmpty())
         return;
-    // As with a drop: the first file is staged whatever its type; one that cannot be read
-    // fails in the job with its message.
+    // The first file is staged whatever its type; one that cannot be read fails in the
+    // job with its message.
     model.stage(files.first());
 }

@@ -31,7 +31,7 @@ QJsonObject itemJson(const HistoryItem &item)
                   {"fullText", item.result.fullText},
                   {"segments", qint64(item.result.segments.size())},
                   {"audioURL", item.audioPath.value_or(QString())},
-                  {"bundleURL", item.bundlePath.value_or(QString())},
+                  {"bundlePath", item.bundlePath.value_or(QString())},
                   {"smoothed", refined},
                   {"corrections", corrections}};
     if (item.speakerText)

@@ -3,9 +3,11 @@
 
 #include "app/AppModel.h"
 #include "app/TranscriptionJob.h"
+#include "app/TranscriptionQueue.h"
 #include "ui/BusyView.h"
 #include "ui/DropZone.h"
 #include "ui/Icons.h"
+#include "ui/QueueView.h"
 #include "ui/Style.h"
 #include "ui/TranscribeSetupView.h"
 #include "ui/Windows.h"
@@ -19,7 +21,8 @@
 #include <QToolBar>
 #include <QVBoxLayout>
 
-DetailPane::Screen DetailPane::screenFor(bool interviewActive, bool isBusy, bool hasPending, bool hasCurrent)
+DetailPane::Screen DetailPane::screenFor(bool interviewActive, bool isBusy, bool hasPending, bool hasCurrent,
+                                         bool hasQueue)
 {
     if (interviewActive)
         return Screen::interview;
@@ -29,12 +32,16 @@ DetailPane::Screen DetailPane::screenFor(bool interviewActive, bool isBusy, bool
         return Screen::setup;
     if (hasCurrent)
         return Screen::result;
+    // The queue's rows stay until they are cleared, also after an item was looked at.
+    if (hasQueue)
+        return Screen::queue;
     return Screen::drop;
 }
 
 DetailPane::Screen DetailPane::screenFor(const AppModel &app)
 {
-    return screenFor(app.interviewActive(), app.transcription().isBusy(), app.pending().has_value(), app.current().has_value());
+    return screenFor(app.interviewActive(), app.transcription().isBusy(), app.pending().has_value(),
+                     app.current().has_value(), !app.queue().rows().isEmpty());
 }
 
 DetailPane::DetailPane(AppModel &app, QWidget *parent) : QWidget(parent), m_app(app)
@@ -86,6 +93,7 @@ DetailPane::DetailPane(AppModel &app, QWidget *parent) : QWidget(parent), m_app(
     for (auto signal : {&AppModel::interviewActiveChanged, &AppModel::pendingChanged, &AppModel::currentChanged})
         connect(&app, signal, this, &DetailPane::refresh);
     connect(&app.transcription(), &TranscriptionJob::isBusyChanged, this, &DetailPane::refresh);
+    connect(&app.queue(), &TranscriptionQueue::rowsChanged, this, &DetailPane::refresh);
 
     retranslate();
     restyle();
@@ -117,6 +125,7 @@ void DetailPane::refresh()
     case Screen::busy: m_widget = new BusyView(m_app, this); break;
     case Screen::setup: m_widget = new TranscribeSetupView(m_app, *m_app.pending(), this); break;
     case Screen::result: m_widget = makeResultView(m_app, this); break;
+    case Screen::queue: m_widget = new QueueView(m_app, this); break;
     case Screen::drop: m_widget = new DropZone(m_app, this); break;
     }
     layout()->addWidget(m_widget);

@@ -13,10 +13,11 @@ class DetailPane : public QWidget {
     Q_OBJECT
 
 public:
-    enum class Screen { interview, busy, setup, result, drop };
+    enum class Screen { interview, busy, setup, result, queue, drop };
 
     // The screen for a state; the first condition that holds wins.
-    static Screen screenFor(bool interviewActive, bool isBusy, bool hasPending, bool hasCurrent);
+    static Screen screenFor(bool interviewActive, bool isBusy, bool hasPending, bool hasCurrent,
+                            bool hasQueue = false);
     static Screen screenFor(const AppModel &app);
 
     explicit DetailPane(AppModel &app, QWidget *parent = nullptr);

@@ -3,6 +3,7 @@
 
 #include "app/AppModel.h"
 #include "app/ModelStore.h"
+#include "app/TranscriptionQueue.h"
 #include "ui/Icons.h"
 #include "ui/Style.h"
 #include "ui/Windows.h"
@@ -55,6 +56,23 @@ void restyleModelHint(QPushButton *hint)
     const QColor orange = Style::color(QApplication::palette(), Style::Tone::orange);
     Style::setTextColor(hint, orange);
     hint->setIcon(Icons::icon(QStringLiteral("exclamationmark.circle"), orange));
+}
+
+void openDropped(AppModel &app, QDropEvent *event)
+{
+    const QList<QUrl> urls = event->mimeData()->urls();
+    if (urls.isEmpty())
+        return;
+    // Files are taken whatever their type; one that cannot be read fails in its job.
+    event->acceptProposedAction();
+    QStringList paths;
+    for (const QUrl &url : urls) {
+        if (url.isLocalFile())
+            paths.append(url.toLocalFile());
+    }
+    if (paths.isEmpty())
+        return;
+    QMetaObject::invokeMethod(&app, [app = &app, paths] { app->queue().open(paths); }, Qt::QueuedConnection);
 }
 
 DropZone::DropZone(AppModel &app, QWidget *parent) : QWidget(parent), m_app(app)
@@ -182,17 +200,7 @@ void DropZone::dragLeaveEvent(QDragLeaveEvent *event)
 void DropZone::dropEvent(QDropEvent *event)
 {
     setTargeted(false);
-    const QList<QUrl> urls = event->mimeData()->urls();
-    if (urls.isEmpty())
-        return;
-    // The drop counts as taken at once; the first file is staged whatever its type, and
-    // one that cannot be read fails in the job.
-    event->acceptProposedAction();
-    const QUrl first = urls.first();
-    if (!first.isLocalFile())
-        return;
-    const QString path = first.toLocalFile();
-    QMetaObject::invokeMethod(&m_app, [app = &m_app, path] { app->stage(path); }, Qt::QueuedConnection);
+    openDropped(m_app, event);
 }
 
 void DropZone::changeEvent(QEvent *event)

@@ -4,6 +4,7 @@
 
 class AppModel;
 class QLabel;
+class QDropEvent;
 class QPushButton;
 
 // The resting state of the detail area: a dashed frame that takes a dropped file, the
@@ -45,6 +46,10 @@ private:
     QPushButton *m_record = nullptr;
     QPushButton *m_hint = nullptr;
 };
+
+// Takes the local files of a drop: one is staged, several queue. The drop counts as taken
+// at once; the files are handed on from the event loop.
+void openDropped(AppModel &app, QDropEvent *event);
 
 // The plain, orange button that sends a user without a speech model to the settings.
 QPushButton *makeModelHint(AppModel &app, QWidget *parent);

@@ -33,6 +33,9 @@ const QList<HelpSection> &HelpContent::english()
                         "good start.",
                         "**Transcribe a file**: drag an audio or video file into the window, or choose **Open "
                         "File**. Check the model and language, then click **Start Transcription**.",
+                        "**Several files**: drag several files into the window, or select them together in **Open "
+                        "File**. Model, language and speaker detection apply to all of them; each file has a row with "
+                        "its state and can be cancelled on its own. If one fails, the others go on.",
                         "**Record**: click **Record**, then **Start Recording**. **Stop & Transcribe** ends the "
                         "recording and starts the transcription.",
                     }),

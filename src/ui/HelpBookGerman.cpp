@@ -33,6 +33,9 @@ const QList<HelpSection> &HelpContent::german()
                         "ist ein guter Anfang.",
                         "**Datei transkribieren**: Zieh eine Audio- oder Videodatei ins Fenster oder wähle **Datei "
                         "öffnen**. Prüfe Modell und Sprache und klicke **Transkription starten**.",
+                        "**Mehrere Dateien**: Zieh mehrere Dateien ins Fenster oder wähle sie zusammen unter **Datei "
+                        "öffnen**. Modell, Sprache und Sprechererkennung gelten für alle; jede Datei hat eine Zeile mit "
+                        "ihrem Stand und lässt sich einzeln abbrechen. Misslingt eine, laufen die anderen weiter.",
                         "**Aufnehmen**: Klicke **Aufnehmen** und dann **Aufnahme starten**. **Stopp & "
                         "Transkribieren** beendet die Aufnahme, und die Transkription beginnt.",
                     }),

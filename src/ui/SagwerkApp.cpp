@@ -15,17 +15,13 @@
 
 namespace {
 
-// The desktop's file chooser for one audio or video file.
-std::optional<QString> chooseMediaFile(QWidget *parent)
+// The desktop's file chooser for audio and video files, one or several.
+QStringList chooseMediaFiles(QWidget *parent)
 {
     const QString filter = Tr::tr("Audio- und Videodateien") + QStringLiteral(" (")
         + MediaTypes::patterns().join(u' ') + u')';
-    const QString path = QFileDialog::getOpenFileName(parent, Tr::tr("Datei öffnen"),
-                                                      QString(), filter, nullptr,
-                                                      QFileDialog::HideNameFilterDetails);
-    if (path.isEmpty())
-        return std::nullopt;
-    return path;
+    return QFileDialog::getOpenFileNames(parent, Tr::tr("Datei öffnen"), QString(), filter, nullptr,
+                                         QFileDialog::HideNameFilterDetails);
 }
 
 } // namespace
@@ -36,7 +32,7 @@ SagwerkApp::SagwerkApp(QObject *parent) : QObject(parent)
     m_model = std::make_unique<AppModel>();
     m_main = new MainWindow(*m_model);
     m_main->setAttribute(Qt::WA_DeleteOnClose, false);
-    m_model->setFilePanel([this] { return chooseMediaFile(m_main); });
+    m_model->setFilePanel([this] { return chooseMediaFiles(m_main); });
     connect(m_main, &MainWindow::aboutRequested, this, [this] { openWindow(QStringLiteral("about")); });
     connect(m_main, &MainWindow::helpRequested, this, [this] { openWindow(QStringLiteral("help")); });
     connect(&LanguageManager::instance(), &LanguageManager::languageChanged, this, [this] {

@@ -201,7 +201,7 @@ TranscribeSetupView::TranscribeSetupView(AppModel &app, const PendingItem &pendi
     auto *buttons = new QHBoxLayout;
     buttons->setSpacing(10);
     m_cancel = new QPushButton(column);
-    connect(m_cancel, &QPushButton::clicked, &app, [&app] { app.setPending(std::nullopt); });
+    connect(m_cancel, &QPushButton::clicked, this, &TranscribeSetupView::cancel);
     m_start = new QPushButton(column);
     m_start->setDefault(true);
     connect(m_start, &QPushButton::clicked, this, &TranscribeSetupView::start);
@@ -294,10 +294,36 @@ void TranscribeSetupView::updateRows()
     }
 }
 
+TranscribeSetupView::TranscribeSetupView(AppModel &app, int files, std::function<void()> start,
+                                         std::function<void()> cancel, QWidget *parent)
+    : TranscribeSetupView(app, PendingItem{QUuid(), PendingItem::File{}}, parent)
+{
+    m_onStart = std::move(start);
+    m_onCancel = std::move(cancel);
+    setFileCount(files);
+}
+
+void TranscribeSetupView::setFileCount(int files)
+{
+    m_files = files;
+    m_subtitle->setText(Tr::tr("%n Dateien", nullptr, m_files));
+}
+
 void TranscribeSetupView::start()
 {
     ensureValidModel(m_app);
-    m_app.startPending();
+    if (m_onStart)
+        m_onStart();
+    else
+        m_app.startPending();
+}
+
+void TranscribeSetupView::cancel()
+{
+    if (m_onCancel)
+        m_onCancel();
+    else
+        m_app.setPending(std::nullopt);
 }
 
 void TranscribeSetupView::fillModels()
@@ -334,7 +360,9 @@ void TranscribeSetupView::retranslate()
 {
     const KindLook look = lookOf(m_pending.kind);
     m_title->setText(lookup(look.title));
-    if (const auto *file = std::get_if<PendingItem::File>(&m_pending.kind))
+    if (m_files > 0)
+        m_subtitle->setText(Tr::tr("%n Dateien", nullptr, m_files));
+    else if (const auto *file = std::get_if<PendingItem::File>(&m_pending.kind))
         m_subtitle->setText(file->name);
     else
         m_subtitle->setText(lookup(look.subtitle));

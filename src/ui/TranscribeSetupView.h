@@ -5,6 +5,8 @@
 
 #include <QWidget>
 
+#include <functional>
+
 class AppModel;
 class ModelStore;
 class QCheckBox;
@@ -19,6 +21,10 @@ class TranscribeSetupView : public QWidget {
 
 public:
     TranscribeSetupView(AppModel &app, const PendingItem &pending, QWidget *parent = nullptr);
+    // The options of several files that start together; start and cancel are the caller's.
+    TranscribeSetupView(AppModel &app, int files, std::function<void()> start, std::function<void()> cancel,
+                        QWidget *parent = nullptr);
+    void setFileCount(int files);
 
     const PendingItem &pending() const { return m_pending; }
 
@@ -53,6 +59,7 @@ private:
 
     QWidget *addRow(class QVBoxLayout *card, const char *label, const QString &symbol, QWidget *control);
     void start();
+    void cancel();
     void retranslate();
     void restyle();
     void fillModels();
@@ -62,6 +69,9 @@ private:
 
     AppModel &m_app;
     const PendingItem m_pending;
+    int m_files = 0; // of a batch; none for one staged item
+    std::function<void()> m_onStart;
+    std::function<void()> m_onCancel;
     QList<Row> m_rows;
     QLabel *m_icon = nullptr;
     QLabel *m_title = nullptr;

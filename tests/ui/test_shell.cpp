@@ -6,12 +6,14 @@
 #include "app/LanguageManager.h"
 #include "app/ModelStore.h"
 #include "app/Scripted.h"
+#include "app/TranscriptionQueue.h"
 #include "engine/WhisperEngine.h"
 #include "ui/BusyView.h"
 #include "ui/ContentView.h"
 #include "ui/DetailPane.h"
 #include "ui/DropZone.h"
 #include "ui/MainWindow.h"
+#include "ui/QueueView.h"
 #include "ui/SagwerkApp.h"
 #include "ui/Sidebar.h"
 #include "ui/SystemMonitor.h"
@@ -32,7 +34,9 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QMimeData>
+#include <QProgressBar>
 #include <QPushButton>
+#include <QToolButton>
 
 namespace {
 
@@ -46,25 +50,25 @@ QAbstractButton *buttonLabelled(QMessageBox *box, const QString &text)
     return nullptr;
 }
 
-// Drags `files` onto the zone and drops them there: true when the zone took both and lit
-// up while the drag hovered.
+// Drags `files` onto the screen and drops them there: true when it took both, and a drop
+// zone lit up while the drag hovered.
 bool drop(QWidget *screen, const QStringList &files)
 {
-    auto *zone = qobject_cast<DropZone *>(screen);
-    if (!zone)
+    if (!screen)
         return false;
+    auto *zone = qobject_cast<DropZone *>(screen);
     QList<QUrl> urls;
     for (const QString &file : files)
         urls << QUrl::fromLocalFile(file);
     QMimeData data;
     data.setUrls(urls);
-    const QPoint at = zone->rect().center();
+    const QPoint at = screen->rect().center();
     QDragEnterEvent enter(at, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(zone, &enter);
-    const bool lit = zone->targeted();
+    QCoreApplication::sendEvent(screen, &enter);
+    const bool lit = !zone || zone->targeted();
     QDropEvent dropped(QPointF(at), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(zone, &dropped);
-    return enter.isAccepted() && lit && dropped.isAccepted() && !zone->targeted();
+    QCoreApplication::sendEvent(screen, &dropped);
+    return enter.isAccepted() && lit && dropped.isAccepted() && !(zone && zone->targeted());
 }
 
 TranscribeSetupView *setupOf(ContentView &view)
@@ -264,7 +268,7 @@ TEST_F(ShellTest, ToolbarDeleteAsksFirstAndTheRowMenuDoesNot)
 }
 
 
-TEST_F(ShellTest, OpenPanelAndDropStageTheFirstFile)
+TEST_F(ShellTest, OpenPanelAndDropStageASingleFile)
 {
     AppModel app;
     ContentView view(app);
@@ -285,11 +289,72 @@ TEST_F(ShellTest, OpenPanelAndDropStageTheFirstFile)
     ASSERT_TRUE(app.pending().has_value());
     EXPECT_EQ(std::get<PendingItem::File>(app.pending()->kind).name, QStringLiteral("Vortrag.mkv"));
 
-    // The first file is staged whatever its type.
+    // A dropped file is staged whatever its type.
     app.setPending(std::nullopt);
-    EXPECT_TRUE(drop(view.detailPane()->screenWidget(), {QStringLiteral("/x/notes.txt"), QStringLiteral("/x/b.mp3")}));
+    EXPECT_TRUE(drop(view.detailPane()->screenWidget(), {QStringLiteral("/x/notes.txt")}));
     ASSERT_TRUE(waitFor([&] { return app.pending().has_value(); }));
     EXPECT_EQ(std::get<PendingItem::File>(app.pending()->kind).url, QStringLiteral("/x/notes.txt"));
+}
+
+
+// Several files, dropped or opened, queue in rows: the batch's setup first, then a row
+// per file with its state, its reason when it failed and its own cancel; what was saved
+// is in the history and opens from its row.
+TEST_F(ShellTest, SeveralFilesQueueInRowsOfTheirOwn)
+{
+    installBase();
+    AppModel app;
+    ContentView view(app);
+    view.resize(900, 640);
+    view.show();
+    DetailPane &pane = *view.detailPane();
+    const QString first = Media::tone(QStringLiteral("mp3")), broken = Media::textFileNamedMp3(),
+                  third = Media::tone(QStringLiteral("wav"), 3.0), dropped = Media::tone(QStringLiteral("wav"));
+    auto names = [](QueueView *queue) {
+        QStringList list;
+        for (QueueRow *row : queue->rowWidgets())
+            list << row->nameLabel()->text() + u'/' + row->stateLabel()->text();
+        return list;
+    };
+
+    EXPECT_TRUE(drop(pane.screenWidget(), {first, broken}));
+    ASSERT_TRUE(waitFor([&] { return pane.screen() == Screen::queue; }));
+    auto *queue = qobject_cast<QueueView *>(pane.screenWidget());
+    ASSERT_TRUE(queue && queue->setup());
+    // One more from the chooser and one dropped on the queue join the staged rows.
+    app.setFilePanel([&] { return QStringList{third}; });
+    pane.openAction()->trigger();
+    EXPECT_TRUE(drop(queue, {dropped}));
+    ASSERT_TRUE(waitFor([&] { return queue->rowWidgets().size() == 4; }));
+    EXPECT_EQ(pane.screenWidget(), queue) << "the queue stays on show while rows come";
+    QueueRow *last = queue->rowWidgets().last();
+    EXPECT_TRUE(last->cancelButton()->isVisibleTo(queue));
+    EXPECT_EQ(last->cancelButton()->accessibleName(), QStringLiteral("„tone-2s.wav“ abbrechen"));
+    last->cancelButton()->click();
+    EXPECT_EQ(names(queue), QStringList({"tone-2s.mp3/Wartet", "notes.mp3/Wartet", "tone-3s.wav/Wartet"}));
+
+    queue->setup()->startButton()->click();
+    EXPECT_FALSE(queue->setup()) << "the setup applies to the batch and goes with its start";
+    ASSERT_TRUE(waitFor([&] { return app.queue().phase() == TranscriptionQueue::Phase::Ended; }, 120'000));
+    EXPECT_EQ(names(queue), QStringList({"tone-2s.mp3/Fertig", "notes.mp3/Fehlgeschlagen", "tone-3s.wav/Fertig"}));
+    QueueRow *failed = queue->rowWidgets()[1];
+    EXPECT_TRUE(failed->reasonLabel()->isVisibleTo(queue));
+    EXPECT_TRUE(failed->reasonLabel()->text().startsWith(QStringLiteral("Audio konnte nicht")));
+    EXPECT_FALSE(failed->cancelButton()->isVisibleTo(queue));
+    EXPECT_FALSE(failed->openButton()->isVisibleTo(queue));
+    EXPECT_EQ(queue->countLabel()->text(), QStringLiteral("3 von 3 Dateien erledigt · 1 fehlgeschlagen"));
+    EXPECT_EQ(view.sidebar()->historyList()->count(), 2);
+
+    // A saved one opens as any item; "Neu" comes back to the rows, until they are cleared.
+    queue->rowWidgets()[0]->openButton()->click();
+    ASSERT_EQ(pane.screen(), Screen::result);
+    EXPECT_EQ(app.current()->fileName, QStringLiteral("tone-2s.mp3"));
+    pane.newAction()->trigger();
+    ASSERT_EQ(pane.screen(), Screen::queue);
+    queue = qobject_cast<QueueView *>(pane.screenWidget());
+    ASSERT_TRUE(queue && queue->clearButton()->isVisibleTo(queue));
+    queue->clearButton()->click();
+    EXPECT_EQ(pane.screen(), Screen::drop);
 }
 
 

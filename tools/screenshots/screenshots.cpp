@@ -9,6 +9,8 @@
 #include "app/AppModel.h"
 #include "app/Settings.h"
 #include "app/ModelStore.h"
+#include "app/TranscriptionJob.h"
+#include "app/TranscriptionQueue.h"
 #include "engine/Decoder.h"
 #include "engine/EngineError.h"
 #include "storage/BundleStore.h"
@@ -193,6 +195,26 @@ int main(int argc, char **argv)
         model.cancelTranscription();
         while (model.transcription().isBusy() && clock.elapsed() < 90000)
             QTest::qWait(50);
+
+        // Several files: staged with their setup, then a row in every state at once.
+        TranscriptionQueue &queue = model.queue();
+        queue.open({Media::tone(QStringLiteral("mp3"), 3), Media::textFileNamedMp3(), longer,
+                    Media::tone(QStringLiteral("wav"), 5), Media::tone(QStringLiteral("mp3"), 6)});
+        save(window, QStringLiteral("17-queue-staged"));
+        // Speaker separation needs its model, which is not here.
+        model.setSpeakerDetection(false);
+        queue.start();
+        queue.cancel(queue.rows()[3].id);
+        clock.restart();
+        while ((queue.rows()[2].state != TranscriptionQueue::State::Running || queue.rows()[2].progress < 0.3)
+               && clock.elapsed() < 60000)
+            QTest::qWait(50);
+        save(window, QStringLiteral("18-queue-running"));
+        atMinimum(window, QStringLiteral("19-queue-running-min"));
+        queue.cancel(queue.rows()[2].id);
+        while (queue.phase() == TranscriptionQueue::Phase::Running && clock.elapsed() < 90000)
+            QTest::qWait(50);
+        save(window, QStringLiteral("20-queue-ended"));
     }
 
     // The scene alone, with loads of every colour.
