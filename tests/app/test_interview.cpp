@@ -108,15 +108,21 @@ protected:
     }
 
     QString model() const { return dataDir() + QStringLiteral("/models/ggml-base-q5_1.bin"); }
+
+    // Starts `session` on the test model, noting each stretch it hears in `ranges`.
+    void startNoting(InterviewJob &session, QList<std::pair<qint64, qint64>> &ranges) const
+    {
+        QObject::connect(&session, &InterviewJob::rangeHeard, &session,
+                         [&ranges](qint64 from, qint64 to) { ranges.append({from, to}); });
+        session.start(model(), QStringLiteral("de"), false);
+    }
 };
 
 TEST_F(Interview, RollingPassesCoverTheRecordingOnceAndInOrder)
 {
     InterviewJob session;
     QList<std::pair<qint64, qint64>> ranges;
-    QObject::connect(&session, &InterviewJob::rangeHeard, &session,
-                     [&](qint64 from, qint64 to) { ranges.append({from, to}); });
-    session.start(model(), QStringLiteral("de"), false);
+    startNoting(session, ranges);
     ASSERT_TRUE(session.isRecording()) << qPrintable(session.status());
 
     // The first pass starts once five seconds are recorded and moves the position on,
@@ -280,9 +286,7 @@ TEST_F(InterviewSilence, PassesOverSilenceAddNothing)
 {
     InterviewJob session;
     QList<std::pair<qint64, qint64>> ranges;
-    QObject::connect(&session, &InterviewJob::rangeHeard, &session,
-                     [&](qint64 from, qint64 to) { ranges.append({from, to}); });
-    session.start(model(), QStringLiteral("de"), false);
+    startNoting(session, ranges);
     ASSERT_TRUE(session.isRecording()) << qPrintable(session.status());
     ASSERT_TRUE(waitFor([&] { return session.elapsed() >= 45.0; }, 90'000));
     QFuture<std::optional<InterviewResult>> stopped = session.stop();
