@@ -109,4 +109,41 @@ int nearest(const std::vector<Piece> &pieces, const std::vector<int> &labels, co
     return best;
 }
 
+std::vector<int> dropSlight(const std::vector<Piece> &pieces, const std::vector<int> &labels, double minWeight)
+{
+    const int count = labels.empty() ? 0 : *std::max_element(labels.begin(), labels.end()) + 1;
+    std::vector<double> weight(size_t(count), 0);
+    for (size_t i = 0; i < pieces.size(); ++i)
+        weight[size_t(labels[i])] += pieces[i].weight;
+    // The clusters that hold enough, numbered 0.. among themselves.
+    std::vector<int> keptAs(size_t(count), -1);
+    int kept = 0;
+    for (int c = 0; c < count; ++c)
+        if (weight[size_t(c)] >= minWeight)
+            keptAs[size_t(c)] = kept++;
+    if (kept == 0 || kept == count)
+        return labels;
+    std::vector<Piece> solid;
+    std::vector<int> solidLabels;
+    for (size_t i = 0; i < pieces.size(); ++i) {
+        if (keptAs[size_t(labels[i])] >= 0) {
+            solid.push_back(pieces[i]);
+            solidLabels.push_back(keptAs[size_t(labels[i])]);
+        }
+    }
+    std::vector<int> out(labels.size());
+    for (size_t i = 0; i < labels.size(); ++i) {
+        const int k = keptAs[size_t(labels[i])];
+        out[i] = k >= 0 ? k : nearest(solid, solidLabels, pieces[i].embedding);
+    }
+    std::vector<int> order(size_t(kept), -1);
+    int next = 0;
+    for (int &l : out) {
+        if (order[size_t(l)] < 0)
+            order[size_t(l)] = next++;
+        l = order[size_t(l)];
+    }
+    return out;
+}
+
 } // namespace clustering

@@ -22,4 +22,10 @@ std::vector<int> agglomerate(const std::vector<Piece> &pieces, double maxDistanc
 // `embedding`; -1 when there are no labels.
 int nearest(const std::vector<Piece> &pieces, const std::vector<int> &labels, const std::vector<float> &embedding);
 
+// Labels again, with every cluster that holds less than `minWeight` seconds given to the
+// nearest one that holds enough: so little speech is rather a piece where two voices
+// follow too closely to part than a voice of its own. Numbered by first appearance;
+// unchanged where no cluster holds enough.
+std::vector<int> dropSlight(const std::vector<Piece> &pieces, const std::vector<int> &labels, double minWeight);
+
 } // namespace clustering

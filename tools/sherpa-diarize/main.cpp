@@ -9,6 +9,7 @@
 // together; so the first pass splits finely, each piece of at least two seconds gets an
 // embedding of its own over its whole length, and those are joined while they lie
 // closer than a distance measured on real and synthetic conversations (Clustering.h).
+// A cluster with less than three seconds of such pieces is no voice of its own.
 // A cluster threshold given on the command line is accepted and has no effect then.
 // SHERPA_DIARIZE_DEBUG=1 tells on standard error how the count came about.
 #include "Clustering.h"
@@ -110,6 +111,10 @@ constexpr double maxEmbedSeconds = 10.0;
 // real and synthetic conversations: pieces of one voice lie within 0.30 of each other,
 // different voices 0.38 and more apart.
 constexpr double sameVoiceDistance = 0.35;
+// A voice of its own holds at least this much solid speech. Where two voices follow each
+// other within a piece, the piece's embedding lies between them and would otherwise
+// count as a third.
+constexpr double minVoiceSeconds = 3.0;
 
 bool debugging()
 {
@@ -186,7 +191,9 @@ std::vector<Span> chooseVoices(const std::vector<Span> &spans, const SherpaOnnxS
             pieceOf.push_back(i);
         }
     }
-    const std::vector<int> labels = clustering::agglomerate(pieces, sameVoiceDistance, maxCount);
+    std::vector<int> labels = clustering::agglomerate(pieces, sameVoiceDistance, maxCount);
+    if (cut == solidSeconds)
+        labels = clustering::dropSlight(pieces, labels, minVoiceSeconds);
 
     std::vector<int> voice(spans.size(), -1);
     for (size_t p = 0; p < pieces.size(); ++p)
