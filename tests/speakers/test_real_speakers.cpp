@@ -1,7 +1,7 @@
 // Real speaker separation: the converted models fetched the way a user's first speaker job
 // fetches them (from a release host played on 127.0.0.1), then the real sherpa-diarize,
-// found where the build tree puts it, on a recorded telephone conversation and on a
-// synthetic two-voice dialogue, each with a known truth. Exits 77 only when the models
+// found where the build tree puts it, on a recorded telephone conversation, on three real
+// voices taking turns and on a synthetic two-voice dialogue, each with a known truth. Exits 77 only when the models
 // cannot be made.
 #include "Home.h"
 #include "LocalServer.h"
@@ -31,6 +31,7 @@ QString workDir;   // this run's own folder
 QString modelDir;  // the converted models
 QString dialogue;  // the dialogue's WAV; its truth beside it
 QString conversation; // the recorded conversation's folder; empty when it could not be had
+QString threeVoices;  // the three real voices' WAV, its truth beside it; empty when not made
 DiarizationModels::Paths models;
 
 struct Turn {
@@ -45,10 +46,11 @@ QByteArray readAll(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-QList<Turn> truth()
+// The turns written beside a made recording (the dialogue's by default).
+QList<Turn> truth(const QString &wav = dialogue)
 {
     QList<Turn> turns;
-    QFile file(QFileInfo(dialogue).dir().filePath(QStringLiteral("truth.txt")));
+    QFile file(QFileInfo(wav).dir().filePath(QStringLiteral("truth.txt")));
     if (!file.open(QIODevice::ReadOnly))
         return turns;
     for (const QByteArray &line : file.readAll().split('\n')) {
@@ -347,6 +349,32 @@ TEST(RealSpeakers, RecordedConversationInAutomaticMode)
     }
 }
 
+// Three real people: the telephone call's two women and a LibriVox reader heard through
+// the same narrow band. Automatic mode must tell all three apart.
+TEST(RealSpeakers, ThreeRealVoicesInAutomaticMode)
+{
+    if (threeVoices.isEmpty())
+        GTEST_SKIP() << "the recorded conversation or pocketsphinx's recordings could not be had";
+    ASSERT_FALSE(models.seg.isEmpty()) << "runs after the models were fetched";
+    const QList<SpeakerSpan> spans = std::async(std::launch::async, [] {
+        return Diarizer::diarize(threeVoices, models.seg, models.emb, Diarizer::defaultThreshold, 0);
+    }).get();
+    const QList<Turn> turns = truth(threeVoices);
+    ASSERT_EQ(turns.size(), 18);
+    const Errors e = diarizationErrors(turns, spans);
+    std::printf("three voices, automatic: %d speakers, DER %.1f %% (missed %.2f s, false alarm %.2f s, "
+                "confusion %.2f s of %.2f s)\n",
+                speakers(spans), 100 * e.rate(), e.missed, e.falseAlarm, e.confusion, e.speech);
+    EXPECT_EQ(speakers(spans), 3);
+    EXPECT_LE(e.rate(), 0.15);
+    QList<int> owners;
+    const QList<TranscriptSegment> segments = segmentsOver(turns, 2, owners);
+    const double right = rightWords(Diarizer::speakerLabeledText(segments, spans), owners);
+    std::printf("three voices, 2 turns per segment: %.1f %% of %lld words under the right speaker\n", 100 * right,
+                qlonglong(owners.size()));
+    EXPECT_GE(right, 0.90);
+}
+
 int main(int argc, char **argv)
 {
     QCoreApplication app(argc, argv);
@@ -388,5 +416,19 @@ int main(int argc, char **argv)
         conversation = QString::fromLocal8Bit(fetch.readAllStandardOutput().trimmed());
     else
         std::printf("no recorded conversation: %s", fetch.readAllStandardError().constData());
+
+    if (!conversation.isEmpty()) {
+        QProcess three;
+        three.start(QStringLiteral(MAKE_THREE_VOICES), {conversation, workDir + QStringLiteral("/three")});
+        three.waitForFinished(-1);
+        if (three.exitStatus() == QProcess::NormalExit && three.exitCode() == 0)
+            threeVoices = workDir + QStringLiteral("/three/three.wav");
+        else if (three.exitStatus() == QProcess::NormalExit && three.exitCode() == 77)
+            std::printf("no three voices: %s", three.readAllStandardError().constData());
+        else {
+            std::fprintf(stderr, "making the three voices failed: %s", three.readAllStandardError().constData());
+            return 1;
+        }
+    }
     return RUN_ALL_TESTS();
 }

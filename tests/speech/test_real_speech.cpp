@@ -12,6 +12,7 @@
 #include <QMap>
 #include <QProcess>
 #include <QRegularExpression>
+#include <QSet>
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QThread>
@@ -40,6 +41,7 @@ QString dataHome;  // the throwaway XDG_DATA_HOME the model is installed into
 QString vadModel;  // the converted voice-activity model; empty where it could not be made
 QString conversation; // the folder of the telephone conversation; empty where not fetched
 QString speakerModels; // the converted speaker models; empty where they could not be made
+QString threeVoices;   // three real people taking turns, truth.txt beside it; empty where not made
 
 using SpeechScore::errors;
 using SpeechScore::words;
@@ -263,24 +265,37 @@ TEST(RealSpeech, ConversationTimesFollowTheSpeech)
 }
 
 #ifdef MAKE_SPEAKER_MODELS
+// Who said which word, in order.
+struct Said {
+    QStringList words, by;
+};
+
+// From an STM file (the call's) or a made recording's truth.txt ("start end speaker text").
+Said said(const QString &path)
+{
+    Said r;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return r;
+    const bool stm = path.endsWith(QStringLiteral(".stm"));
+    for (const QByteArray &line : file.readAll().split('\n')) {
+        const QList<QByteArray> p = line.simplified().split(' ');
+        if (p.size() < (stm ? 6 : 4))
+            continue;
+        for (const QString &w : words(QString::fromUtf8(p.mid(stm ? 5 : 3).join(' ')))) {
+            r.words << w;
+            r.by << QString::fromUtf8(p[2]);
+        }
+    }
+    return r;
+}
+
 // The share of the reference's words that the labelled text puts under the one who said
 // them: the words are aligned by a longest common subsequence (misheard words drop out),
 // and each label counts for the speaker most of its aligned words belong to.
-double rightSpeakers(const QString &labelled, const QString &stm, int &aligned)
+double rightSpeakers(const QString &labelled, const Said &reference, int &aligned)
 {
-    QStringList said, saidBy;
-    QFile file(stm);
-    if (!file.open(QIODevice::ReadOnly))
-        return 0;
-    for (const QByteArray &line : file.readAll().split('\n')) {
-        const QList<QByteArray> p = line.simplified().split(' ');
-        if (p.size() < 6)
-            continue;
-        for (const QString &w : words(QString::fromUtf8(p.mid(5).join(' ')))) {
-            said << w;
-            saidBy << QString::fromUtf8(p[2]);
-        }
-    }
+    const QStringList &said = reference.words, &saidBy = reference.by;
     QStringList heard, labels;
     for (const QString &line : labelled.split(u'\n', Qt::SkipEmptyParts)) {
         const auto [label, content] = SpeakerTurn::splitLabel(line);
@@ -316,16 +331,19 @@ double rightSpeakers(const QString &labelled, const QString &stm, int &aligned)
     return aligned > 0 ? double(right) / aligned : 0;
 }
 
-// The whole road on the conversation: Whisper's words with their times, the voices found
-// in automatic mode, and the labelled text that puts each word under its speaker.
-TEST(RealSpeech, ConversationWordsUnderTheirSpeakers)
-{
-    if (vadModel.isEmpty() || conversation.isEmpty() || speakerModels.isEmpty())
-        GTEST_SKIP() << "the voice-activity model, the speaker models or the conversation could not be had";
-    const QString wav = QDir(conversation).filePath(QStringLiteral("sample.wav"));
-    const Outcome r = run(QStringLiteral(SAGWERK_CLI), {"transcribe", wav, "--model", installedModel(), "--language", "en"});
-    ASSERT_EQ(r.status, 0) << r.err.toStdString();
+// The whole road on one recording: Whisper's words with their times, the voices found in
+// automatic mode, and the labelled text that puts each word under its speaker.
+struct Road {
     QList<TranscriptSegment> segments;
+    int voices = 0;
+    QString labelled;
+};
+
+Road wholeRoad(const QString &wav)
+{
+    Road road;
+    const Outcome r = run(QStringLiteral(SAGWERK_CLI), {"transcribe", wav, "--model", installedModel(), "--language", "en"});
+    EXPECT_EQ(r.status, 0) << r.err.toStdString();
     for (const QJsonValue &s : QJsonDocument::fromJson(r.out)[QStringLiteral("segments")].toArray()) {
         TranscriptSegment segment{.startMs = s[QStringLiteral("startMs")].toInteger(),
                                   .endMs = s[QStringLiteral("endMs")].toInteger(),
@@ -333,17 +351,79 @@ TEST(RealSpeech, ConversationWordsUnderTheirSpeakers)
         for (const QJsonValue &w : s[QStringLiteral("words")].toArray())
             segment.words.append({w[QStringLiteral("text")].toString(), w[QStringLiteral("startMs")].toInteger(),
                                   w[QStringLiteral("endMs")].toInteger()});
-        segments << segment;
+        road.segments << segment;
     }
     const QList<SpeakerSpan> spans = Diarizer::diarize(wav, speakerModels + QStringLiteral("/segmentation.onnx"),
                                                        speakerModels + QStringLiteral("/embedding.onnx"), Diarizer::defaultThreshold, 0);
-    const QString labelled = Diarizer::speakerLabeledText(segments, spans);
+    QSet<int> voices;
+    for (const SpeakerSpan &span : spans)
+        voices.insert(span.speaker);
+    road.voices = int(voices.size());
+    road.labelled = Diarizer::speakerLabeledText(road.segments, spans);
+    return road;
+}
+
+TEST(RealSpeech, ConversationWordsUnderTheirSpeakers)
+{
+    if (vadModel.isEmpty() || conversation.isEmpty() || speakerModels.isEmpty())
+        GTEST_SKIP() << "the voice-activity model, the speaker models or the conversation could not be had";
+    const Road road = wholeRoad(QDir(conversation).filePath(QStringLiteral("sample.wav")));
     int aligned = 0;
-    const double right = rightSpeakers(labelled, QDir(conversation).filePath(QStringLiteral("sample.stm")), aligned);
-    std::printf("conversation: %.1f %% of %d recognised words under the right speaker\n%s\n", 100 * right, aligned,
-                qPrintable(labelled));
+    const double right = rightSpeakers(road.labelled, said(QDir(conversation).filePath(QStringLiteral("sample.stm"))), aligned);
+    std::printf("conversation: %d voices, %.1f %% of %d recognised words under the right speaker\n%s\n", road.voices,
+                100 * right, aligned, qPrintable(road.labelled));
+    EXPECT_EQ(road.voices, 2);
     EXPECT_GT(aligned, 55);
     EXPECT_GE(right, 0.85);
+}
+
+// Three real people taking turns (the call's two women and a LibriVox reader): all three
+// found, the words under them, and the word times on the speech.
+TEST(RealSpeech, ThreeVoicesWordsUnderTheirSpeakers)
+{
+    if (vadModel.isEmpty() || threeVoices.isEmpty() || speakerModels.isEmpty())
+        GTEST_SKIP() << "the voice-activity model, the speaker models or the three voices could not be had";
+    const QString truth = QFileInfo(threeVoices).dir().filePath(QStringLiteral("truth.txt"));
+    const Road road = wholeRoad(threeVoices);
+    int aligned = 0;
+    const Said reference = said(truth);
+    const double right = rightSpeakers(road.labelled, reference, aligned);
+    std::printf("three voices: %d voices, %.1f %% of %d recognised words under the right speaker\n%s\n", road.voices,
+                100 * right, aligned, qPrintable(road.labelled));
+    EXPECT_EQ(road.voices, 3);
+    EXPECT_GT(aligned, 0.8 * reference.words.size());
+    EXPECT_GE(right, 0.90);
+
+    // The turns as speaker lines, to score the word times against.
+    const QString rttm = workDir + QStringLiteral("/three.rttm");
+    {
+        QFile in(truth), out(rttm);
+        ASSERT_TRUE(in.open(QIODevice::ReadOnly) && out.open(QIODevice::WriteOnly));
+        for (const QByteArray &line : in.readAll().split('\n')) {
+            const QList<QByteArray> p = line.split(' ');
+            if (p.size() >= 3)
+                out.write(QStringLiteral("SPEAKER three 1 %1 %2 <NA> <NA> %3 <NA> <NA>\n")
+                              .arg(p[0].toDouble(), 0, 'f', 3)
+                              .arg(p[1].toDouble() - p[0].toDouble(), 0, 'f', 3)
+                              .arg(QString::fromUtf8(p[2]))
+                              .toUtf8());
+        }
+    }
+    SpeechScore::Recording recording = SpeechScore::fromRttm(QStringLiteral("three voices"), threeVoices, rttm);
+    recording.reference = reference.words.join(u' ');
+    QList<double> starts;
+    QStringList texts;
+    for (const TranscriptSegment &segment : road.segments) {
+        for (const TranscriptWord &w : segment.words)
+            starts << double(w.startMs) / 1000.0;
+        texts << segment.text;
+    }
+    const QString text = texts.join(u' ');
+    const SpeechScore::Score s = SpeechScore::score(recording, starts, text);
+    printScore("three voices", s);
+    EXPECT_LE(s.medianOnsetErrorS, 0.3);
+    EXPECT_EQ(s.wordsOutsideSpeech, 0);
+    EXPECT_EQ(s.repeatedSentences, 0);
 }
 #endif
 
@@ -453,6 +533,15 @@ int main(int argc, char **argv)
     conversation = fetched(FETCH_CONVERSATION);
 #ifdef MAKE_SPEAKER_MODELS
     speakerModels = fetched(MAKE_SPEAKER_MODELS);
+    if (!conversation.isEmpty()) {
+        QProcess three;
+        three.start(QStringLiteral(MAKE_THREE_VOICES), {conversation, workDir + QStringLiteral("/three")});
+        three.waitForFinished(-1);
+        if (three.exitStatus() == QProcess::NormalExit && three.exitCode() == 0)
+            threeVoices = workDir + QStringLiteral("/three/three.wav");
+        else
+            std::printf("no three voices: %s", three.readAllStandardError().constData());
+    }
 #endif
 
     QProcess fetch;
