@@ -97,14 +97,18 @@ int main(int argc, char **argv)
 {
     QCoreApplication app(argc, argv);
     if (argc < 4) {
-        std::fprintf(stderr, "usage: bench-recognition MODEL VAD_MODEL CONVERSATION_FOLDER [SET-UP...]\n");
+        std::fprintf(stderr, "usage: bench-recognition MODEL VAD_MODEL CONVERSATION_FOLDER [THREE_VOICES_FOLDER] "
+                             "[SET-UP...]\n");
         return 2;
     }
     const QString model = QString::fromLocal8Bit(argv[1]);
     const QString vad = QString::fromLocal8Bit(argv[2]);
     const QDir conversation(QString::fromLocal8Bit(argv[3]));
+    // The three voices' folder, as tests/speakers/make-three-voices writes it, where given.
+    const bool three = argc > 4 && QFileInfo(QString::fromLocal8Bit(argv[4])).isDir();
+    const QDir threeVoices(three ? QString::fromLocal8Bit(argv[4]) : QString());
     QStringList only;
-    for (int i = 4; i < argc; ++i)
+    for (int i = three ? 5 : 4; i < argc; ++i)
         only << QString::fromLocal8Bit(argv[i]);
 
     // The engine finds the voice-activity model in the data folder.
@@ -113,11 +117,14 @@ int main(int argc, char **argv)
     QDir().mkpath(QFileInfo(VadModel::path()).absolutePath());
     QFile::copy(vad, VadModel::path());
 
-    const QList<SpeechScore::Recording> recordings{
+    QList<SpeechScore::Recording> recordings{
         SpeechScore::joinedLibriVox(),
         SpeechScore::fromRttm(QStringLiteral("pyannote sample (telephone, two speakers)"),
                               conversation.filePath("sample.wav"), conversation.filePath("sample.rttm")),
     };
+    if (three)
+        recordings << SpeechScore::fromRttm(QStringLiteral("three real voices taking turns"),
+                                            threeVoices.filePath("three.wav"), threeVoices.filePath("three.rttm"));
     const QList<Candidate> candidates{
         {"greedy", {false, 1, 0.6f, false}},
         {"VAD", {true, 1, 0.6f, false}},
