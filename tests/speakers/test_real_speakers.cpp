@@ -422,7 +422,7 @@ int main(int argc, char **argv)
         three.start(QStringLiteral(MAKE_THREE_VOICES), {conversation, workDir + QStringLiteral("/three")});
         three.waitForFinished(-1);
         if (three.exitStatus() == QProcess::NormalExit && three.exitCode() == 0)
-            threeVoices = workDir + QStringLiteral("/three/three.wav");
+            threeVoices = QString::fromLocal8Bit(three.readAllStandardOutput().trimmed());
         else if (three.exitStatus() == QProcess::NormalExit && three.exitCode() == 77)
             std::printf("no three voices: %s", three.readAllStandardError().constData());
         else {

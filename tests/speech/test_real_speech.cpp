@@ -505,9 +505,9 @@ int main(int argc, char **argv)
     dataHome = workDir + QStringLiteral("/data");
     // The in-process runs find the voice-activity model where the command line does.
     qputenv("XDG_DATA_HOME", dataHome.toLocal8Bit());
-    const auto fetched = [](const char *script) {
+    const auto fetched = [](const char *script, const QStringList &args = {}) {
         QProcess p;
-        p.start(QString::fromLocal8Bit(script), {});
+        p.start(QString::fromLocal8Bit(script), args);
         p.waitForFinished(-1);
         if (p.exitStatus() != QProcess::NormalExit || p.exitCode() != 0) {
             std::printf("%s: %s", script, p.readAllStandardError().constData());
@@ -519,15 +519,8 @@ int main(int argc, char **argv)
     conversation = fetched(FETCH_CONVERSATION);
 #ifdef MAKE_SPEAKER_MODELS
     speakerModels = fetched(MAKE_SPEAKER_MODELS);
-    if (!conversation.isEmpty()) {
-        QProcess three;
-        three.start(QStringLiteral(MAKE_THREE_VOICES), {conversation, workDir + QStringLiteral("/three")});
-        three.waitForFinished(-1);
-        if (three.exitStatus() == QProcess::NormalExit && three.exitCode() == 0)
-            threeVoices = workDir + QStringLiteral("/three/three.wav");
-        else
-            std::printf("no three voices: %s", three.readAllStandardError().constData());
-    }
+    if (!conversation.isEmpty())
+        threeVoices = fetched(MAKE_THREE_VOICES, {conversation, workDir + QStringLiteral("/three")});
 #endif
 
     QProcess fetch;
